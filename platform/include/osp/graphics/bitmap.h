@@ -1,0 +1,39 @@
+// A picture of 32-bit pixels.
+#pragma once
+
+#include <memory>
+
+#include <osp/base/byte_buffer.h>
+#include <osp/base/result.h>
+#include <osp/graphics/dimension.h>
+
+namespace Osp::Graphics {
+
+/// 3: 32 bits a pixel, with alpha; byte buffers hold R, G, B, A.
+enum class BitmapPixelFormat { kArgb8888 = 3 };
+
+class BitmapPixels;
+
+/// Two-phase; never changes once constructed, and copies of a constructed bitmap share its pixels.
+class Bitmap {
+  public:
+    /// From width x height x 4 bytes R, G, B, A, rows top to bottom without gaps.
+    /// kInvalidArgument, leaving the bitmap as it was, when the sizes are not positive, do not
+    /// agree, or exceed 32,767 pixels a side. The buffer is copied.
+    result Construct(const Base::ByteBuffer& buffer, const Dimension& dimension,
+                     BitmapPixelFormat format);
+
+    int GetWidth() const;
+    int GetHeight() const;
+
+    /// The platform's own side of the bitmap; null before construction.
+    const std::shared_ptr<const BitmapPixels>& Pixels() const { return pixels_; }
+    explicit Bitmap(std::shared_ptr<const BitmapPixels> pixels);
+    Bitmap();
+    ~Bitmap();
+
+  private:
+    std::shared_ptr<const BitmapPixels> pixels_;
+};
+
+}  // namespace Osp::Graphics

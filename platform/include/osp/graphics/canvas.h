@@ -1,0 +1,58 @@
+// Drawing on a control.
+#pragma once
+
+#include <memory>
+
+#include <osp/base/result.h>
+#include <osp/base/string.h>
+#include <osp/graphics/bitmap.h>
+#include <osp/graphics/color.h>
+#include <osp/graphics/font.h>
+#include <osp/graphics/point.h>
+#include <osp/graphics/rectangle.h>
+
+namespace Osp::Graphics {
+
+class Surface;
+
+/// Draws into the picture of one control; coordinates are the control's own. What is drawn comes
+/// to the screen with the control's next Show or redraw. Loop thread only; not kept across calls.
+class Canvas {
+  public:
+    /// Of the platform: draws into `surface`.
+    explicit Canvas(std::shared_ptr<Surface> surface);
+    ~Canvas();
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+
+    Rectangle GetBounds() const;
+
+    /// Makes everything transparent.
+    result Clear();
+    /// Replaces the rectangle by the colour, opacity included; what was there does not show through.
+    result FillRectangle(const Color& color, const Rectangle& rectangle);
+    /// Fills a rectangle with rounded corners, over what is there.
+    result FillRoundRectangle(const Color& color, const Rectangle& rectangle, int radius);
+
+    /// Over what is there, at its own size. kInvalidArgument for an unconstructed bitmap.
+    result DrawBitmap(const Point& topLeft, const Bitmap& bitmap);
+    /// The same, scaled to the rectangle.
+    result DrawBitmap(const Rectangle& rectangle, const Bitmap& bitmap);
+
+    result SetFont(const Font& font);
+    void SetForegroundColor(const Color& color);
+    /// One line in the font and the foreground colour, its top left at `topLeft`.
+    result DrawText(const Point& topLeft, const Base::String& text);
+    /// The size of the box that DrawText would fill.
+    Dimension MeasureText(const Base::String& text);
+
+  private:
+    class Context;
+
+    std::shared_ptr<Surface> surface_;
+    std::unique_ptr<Context> context_;
+    Font font_;
+    Color foreground_;
+};
+
+}  // namespace Osp::Graphics
