@@ -1,0 +1,60 @@
+#include <algorithm>
+
+#include <osp/app/application.h>
+
+#include "main_form.h"
+#include "overlay.h"
+#include "request_ids.h"
+
+namespace Kivo {
+
+bool MainForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList* args) {
+    // No request to this form has arguments worth reading.
+    Form::OnUserEventReceivedN(requestId, args);
+    switch (requestId) {
+        case kRequestForeground:
+            WakeCamera();
+            return true;
+        case kRequestBackground:
+            LetGoOfCamera();
+            return true;
+        case kRequestReturnFromAlbum:
+            ShowSplash(kAlbumSplash);
+            return true;
+        case kRequestReturnFromOptions:
+            ShowSplash(SplashOfCameraType());
+            return true;
+        default:
+            return false;
+    }
+}
+
+void MainForm::WakeCamera() {
+    overlay_->HideScreen();
+    ShowSplash(SplashOfCameraType());
+    if (!running_ && Osp::Failed(Start(true))) {
+        (void)Osp::App::Application::GetInstance()->Terminate();
+    }
+}
+
+void MainForm::LetGoOfCamera() {
+    AbandonCapture();
+    if (running_) (void)Stop();
+    (void)overlay_->SetShowState(false);
+    (void)splash_->SetShowState(false);
+}
+
+void MainForm::ShowSplash(int index) {
+    splash_->SetBackgroundBitmap(splashBitmaps_[static_cast<std::size_t>(index)]);
+    (void)splash_->SetShowState(true);
+    (void)splash_->Draw();
+    (void)splash_->Show();
+}
+
+int MainForm::SplashOfCameraType() const {
+    // A damaged registry can leave any type; those have the first type's picture.
+    const int type = static_cast<int>(setting_->GetCameraType());
+    return type < kAlbumSplash ? type : 0;
+}
+
+}  // namespace Kivo

@@ -1,0 +1,19 @@
+#include "composition.h"
+#include "main_form.h"
+#include "overlay.h"
+
+namespace Kivo {
+
+result MainForm::SaveToCache(const Osp::Base::ByteBuffer& buffer) {
+    overlay_->SetFocused(false);
+    const CameraType type = setting_->GetCameraType();
+    if (type == CameraType::kMix && shotCounter_ == 0) setting_->EnablePreview(true);
+    const bool isCached =
+        Effects::CacheFrame(type, static_cast<std::uint8_t>(setting_->GetCameraSelection()),
+                            shotCounter_, View(buffer), View(accumulation_), scratch_);
+    if (!isCached) return result::kFailure;
+    ++shotCounter_;
+    return result::kSuccess;
+}
+
+}  // namespace Kivo

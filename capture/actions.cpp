@@ -1,0 +1,114 @@
+#include <osp/app/application.h>
+
+#include "action_ids.h"
+#include "main_form.h"
+#include "overlay.h"
+
+namespace Kivo {
+
+using Osp::Media::CameraSelection;
+using Osp::Media::CameraWhiteBalance;
+
+namespace {
+
+constexpr int kWhiteBalances = 5;
+
+CameraWhiteBalance Next(CameraWhiteBalance balance) {
+    return static_cast<CameraWhiteBalance>((static_cast<int>(balance) + 1) % kWhiteBalances);
+}
+
+}  // namespace
+
+void MainForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
+    switch (actionId) {
+        case kActionCapture:
+            PreCapture();
+            break;
+        case kActionCameraSelection:
+            SwapCameras();
+            break;
+        case kActionCloseHelp:
+            overlay_->ShowScreen();
+            break;
+        case kActionLogo:
+            overlay_->ShowCredit();
+            break;
+        case kActionFlash:
+            ToggleFlash();
+            break;
+        case kActionWhiteBalance:
+            NextWhiteBalance();
+            break;
+        case kActionZoom:
+            ApplyZoom();
+            break;
+        case kActionHdr:
+            ToggleHdr();
+            break;
+        case kActionInfo:
+            overlay_->ShowHelp();
+            break;
+        case kActionZoomChanging:
+        case kActionEffectChanging:
+            if (setting_->IsEffectSoundEnabled() && players_[kEffectRollPlayer]) {
+                Play(*players_[kEffectRollPlayer]);
+            }
+            break;
+        default:
+            break;
+    }
+}
+
+void MainForm::SwapCameras() {
+    if (!camera_) return;
+    (void)overlay_->SetButtonEnabled(kActionCameraSelection, false);
+    isSwitchingCamera_ = true;
+    (void)DeinitCamera();
+    const CameraSelection next =
+        IsPrimary() ? CameraSelection::kSecondary : CameraSelection::kPrimary;
+    const bool isPrimaryNext = next == CameraSelection::kPrimary;
+    const result r = InitCamera(next);
+    if (Osp::Failed(r)) {
+        (void)overlay_->SetButtonEnabled(kActionCameraSelection, true);
+        return;
+    }
+    // The front camera has neither white balance nor zoom.
+    (void)overlay_->SetButtonVisible(kActionWhiteBalance, isPrimaryNext);
+    (void)overlay_->SetButtonVisible(kActionZoom, isPrimaryNext);
+    setting_->SetCameraSelection(next);
+    if (Osp::Failed(Start(true))) (void)Osp::App::Application::GetInstance()->Terminate();
+    (void)overlay_->SetButtonEnabled(kActionCameraSelection, true);
+}
+
+void MainForm::ToggleFlash() {
+    if (!camera_) return;
+    (void)overlay_->SetButtonEnabled(kActionFlash, false);
+    const bool turnOn = setting_->GetFlashState() == FlashState::kOff;
+    // The front camera's flash is the screen, which needs nobody's leave.
+    const result r = IsPrimary() ? camera_->SetFlash(turnOn) : result::kSuccess;
+    if (Osp::Succeeded(r)) setting_->SetFlashState(turnOn ? FlashState::kOn : FlashState::kOff);
+    (void)overlay_->SetButtonEnabled(kActionFlash, true);
+}
+
+void MainForm::NextWhiteBalance() {
+    if (!camera_) return;
+    (void)overlay_->SetButtonEnabled(kActionWhiteBalance, false);
+    const CameraWhiteBalance next = Next(camera_->GetWhiteBalance());
+    if (Osp::Succeeded(camera_->SetWhiteBalance(next))) setting_->SetWhiteBalance(next);
+    (void)overlay_->SetButtonEnabled(kActionWhiteBalance, true);
+}
+
+void MainForm::ApplyZoom() {
+    if (!camera_) return;
+    const int level = static_cast<int>(setting_->GetZoomLevel());
+    for (; appliedZoom_ > level; --appliedZoom_) (void)camera_->ZoomOut();
+    for (; appliedZoom_ < level; ++appliedZoom_) (void)camera_->ZoomIn();
+}
+
+void MainForm::ToggleHdr() {
+    (void)overlay_->SetButtonEnabled(kActionHdr, false);
+    setting_->EnableHdr(!setting_->IsHdrEnabled());
+    (void)overlay_->SetButtonEnabled(kActionHdr, true);
+}
+
+}  // namespace Kivo

@@ -1,0 +1,102 @@
+#include "composition.h"
+#include "main_form.h"
+#include "overlay.h"
+#include "preview_conversion.h"
+
+namespace Kivo {
+
+using Osp::Base::ByteBuffer;
+using Osp::Ui::Controls::OverlayPanel;
+using Osp::Ui::Controls::RendererRotation;
+
+namespace {
+
+constexpr int kPrimaryPanelWidth = 800;
+constexpr int kSecondaryPanelWidth = 360;
+constexpr int kFramesPerBlend = 8;
+constexpr int kPhotographCountdown = 5;
+constexpr int kFrontDelayMs = 1000;
+constexpr int kBytesPerPixel = 3;
+
+}  // namespace
+
+void MainForm::OnCameraPreviewed(ByteBuffer& previewedData, result r) {
+    if (Osp::Failed(r)) {
+        (void)Stop();
+        return;
+    }
+    if (Osp::Succeeded(DrawPreview(*overlay_, previewedData)) && IsVisible()) {
+        (void)overlay_->Show();
+    }
+}
+
+result MainForm::DrawPreview(OverlayPanel& panel, ByteBuffer& data) {
+    (void)panel.SetRendererRotation(IsPrimary() ? RendererRotation::kNone
+                                                : RendererRotation::kQuarterTurn);
+    result r = result::kSuccess;
+    const bool isBlending = setting_->IsPreviewEnabled();
+    if (!isBlending && !isSwitchingCamera_) {
+        panelWidth_ = IsPrimary() ? kPrimaryPanelWidth : kSecondaryPanelWidth;
+        r = panel.SetInputBuffer({panelWidth_, panelHeight_}, data, camera_->GetPreviewResolution(),
+                                 Osp::Ui::Controls::BufferPixelFormat::kYuv420Planar);
+    }
+    if (isBlending) {
+        ++frameCounter_;
+    } else {
+        blend_.reset();
+    }
+    if (frontCountdown_ == 0) {
+        if (Effects::FramesPerPhotograph(setting_->GetCameraType()) > 1) {
+            overlay_->SetCaptureButton(shotCounter_);
+        }
+        PlayShutterSound();
+    }
+    if (frameCounter_ == kFramesPerBlend || frontCountdown_ >= 0) ConvertFrame(panel, data);
+    if (!isFirstFrameShown_) FinishSwitch();
+    return r;
+}
+
+void MainForm::ConvertFrame(OverlayPanel& panel, ByteBuffer& data) {
+    frameCounter_ = 0;
+    const auto [width, height] = camera_->GetPreviewResolution();
+    ByteBuffer converted;
+    if (Osp::Failed(converted.Construct(width * height * kBytesPerPixel))) return;
+    const Effects::Pixels pixels{converted.GetPointer(), width, height};
+    ConvertPreview(data.GetPointer(), pixels);
+
+    if (!IsPrimary() && frontCountdown_ == kPhotographCountdown) {
+        frontCountdown_ = -1;
+        const bool isLast = Effects::IsLastFrame(setting_->GetCameraType(), shotCounter_);
+        if (!isLast && setting_->GetFlashState() == FlashState::kOn) overlay_->ShowScreen();
+        TakeFrame(converted);
+        FollowUp(kFrontDelayMs, kFrontDelayMs);
+    } else if (!IsPrimary() && frontCountdown_ >= 0) {
+        ++frontCountdown_;
+    }
+    ShowBlend(panel, pixels);
+}
+
+void MainForm::ShowBlend(OverlayPanel& panel, Effects::ConstPixels converted) {
+    if (!blend_) {
+        blend_ = std::make_unique<ByteBuffer>();
+        const auto size = PreviewFrameBytes(converted.width, converted.height);
+        if (Osp::Failed(blend_->Construct(static_cast<int>(size)))) return;
+    }
+    const bool hasFirstFrame = setting_->GetCameraType() == CameraType::kMix && shotCounter_ == 1;
+    EncodePreview(
+        converted,
+        hasFirstFrame ? Effects::ConstPixels(View(accumulation_)) : Effects::ConstPixels{},
+        blend_->GetPointer());
+    (void)panel.SetInputBuffer({panelWidth_, panelHeight_}, *blend_,
+                               {converted.width, converted.height},
+                               Osp::Ui::Controls::BufferPixelFormat::kYuv420Planar);
+}
+
+void MainForm::FinishSwitch() {
+    (void)splash_->SetShowState(false);
+    overlay_->ShowScreen();
+    isFirstFrameShown_ = true;
+    isSwitchingCamera_ = false;
+}
+
+}  // namespace Kivo

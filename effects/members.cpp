@@ -1,0 +1,107 @@
+// The camera screen's effect operations, over the kernels.
+#include <cstdint>
+#include <utility>
+
+#include "bw.h"
+#include "circular.h"
+#include "colorize.h"
+#include "edge.h"
+#include "hdr.h"
+#include "main_form.h"
+#include "mirror.h"
+#include "mix.h"
+#include "negative.h"
+#include "out_focus.h"
+#include "qshrink.h"
+#include "sepia.h"
+#include "tilt_shift.h"
+#include "vignet.h"
+
+namespace Kivo {
+
+using Osp::Base::ByteBuffer;
+
+Effects::ConstPixels MainForm::View(const ByteBuffer& buffer) const {
+    const auto [width, height] = setting_->GetCaptureDimension();
+    return {buffer.GetPointer(), width, height};
+}
+
+Effects::Pixels MainForm::View(ByteBuffer& buffer) const {
+    const auto [width, height] = setting_->GetCaptureDimension();
+    return {buffer.GetPointer(), width, height};
+}
+
+Effects::EffectJob MainForm::MakeJob() {
+    return {setting_->GetCameraType(),
+            setting_->GetPhotoEffect(),
+            static_cast<std::uint8_t>(setting_->GetCameraSelection()),
+            shotCounter_,
+            View(std::as_const(accumulation_)),
+            &effectTables_,
+            &scratch_};
+}
+
+bool MainForm::ApplyEffect(const ByteBuffer* source, ByteBuffer* destination) {
+    if (Osp::Failed(destination->Construct(source->GetCapacity()))) return false;
+    return Effects::ApplyEffect(MakeJob(), View(*source), View(*destination));
+}
+
+void MainForm::BW(const ByteBuffer* source, ByteBuffer* destination) {
+    Effects::BW(View(*source), View(*destination));
+}
+
+void MainForm::Sepia(const ByteBuffer* source, ByteBuffer* destination) {
+    Effects::Sepia(View(*source), View(*destination));
+}
+
+void MainForm::Negative(const ByteBuffer* source, ByteBuffer* destination) {
+    Effects::Negative(View(*source), View(*destination));
+}
+
+void MainForm::Colorize(const ByteBuffer* source, ByteBuffer* destination, int hue, int saturation,
+                        float opacity) {
+    Effects::Colorize(View(*source), View(*destination), hue, saturation, opacity);
+}
+
+void MainForm::Edge(const ByteBuffer* source, ByteBuffer* destination) {
+    Effects::Edge(View(*source), View(*destination), scratch_);
+}
+
+void MainForm::Circular(const ByteBuffer* source, ByteBuffer* destination, bool concave) {
+    const auto [width, height] = setting_->GetCaptureDimension();
+    Effects::Circular(View(*source), View(*destination),
+                      *effectTables_.Circular(width, height, concave));
+}
+
+void MainForm::Vignet(const ByteBuffer* source, ByteBuffer* destination, bool wide) {
+    const auto [width, height] = setting_->GetCaptureDimension();
+    Effects::Vignet(View(*source), View(*destination), *effectTables_.Vignet(width, height, wide),
+                    scratch_);
+}
+
+void MainForm::HDR(const ByteBuffer* source, ByteBuffer* destination) {
+    Effects::HDR(View(*source), View(*destination), effectTables_.Levels(), scratch_);
+}
+
+void MainForm::Mix(const ByteBuffer* source, ByteBuffer* destination) {
+    Effects::Mix(View(std::as_const(accumulation_)), View(*source), View(*destination));
+}
+
+void MainForm::Mirror(const ByteBuffer* source, ByteBuffer* destination, bool secondary) {
+    Effects::Mirror(View(*source), View(*destination), secondary);
+}
+
+void MainForm::QShrink(const ByteBuffer* source, ByteBuffer* destination) {
+    const auto [width, height] = setting_->GetCaptureDimension();
+    Effects::QShrink(View(*source), {destination->GetPointer(), width / 2, height / 2});
+}
+
+void MainForm::TiltShift(const ByteBuffer* source, ByteBuffer* destination) {
+    Effects::TiltShift(View(*source), View(*destination), effectTables_.Levels(), scratch_);
+}
+
+void MainForm::OutFocus(const ByteBuffer* source, ByteBuffer* destination) {
+    Effects::OutFocus(View(*source), View(*destination), effectTables_.Levels(), scratch_);
+}
+
+}  // namespace Kivo

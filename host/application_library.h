@@ -1,0 +1,17 @@
+// Finding the application and its files beside the program.
+#pragma once
+
+#include <string>
+
+#include "machine.h"
+
+namespace Host {
+
+/// Where the package lies, from the place of the running program: ../share/kivo-camera/Res and
+/// ../lib. Empty when the program's own place cannot be told.
+std::string PackageFolder();
+
+/// Loads the application. Null, with `error` saying why, when that fails.
+EntryFunction LoadApplication(const std::string& packageFolder, std::string& error);
+
+}  // namespace Host

@@ -1,0 +1,73 @@
+// The phone that the application runs on: every platform service, put in place.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "app/lifecycle.h"
+#include "base/clock.h"
+#include "base/event_loop.h"
+#include "content/content_store.h"
+#include "io/storage_map.h"
+#include "media/camera_service.h"
+#include "media/sound_service.h"
+#include "options.h"
+#include "system/device.h"
+#include "ui/input.h"
+#include "ui/screen.h"
+
+namespace Host {
+
+/// The application's entry.
+using EntryFunction = int (*)(int argc, char** argv);
+
+/// Chooses what stands behind each interface from the options. One at a time in a process; the
+/// thread that makes it is the loop thread.
+class Machine {
+  public:
+    /// Null, with `error` saying why in one line, when a camera source is wrong. `resourceFolder`
+    /// holds the files of "/Res".
+    static std::unique_ptr<Machine> Make(const Options& options, const std::string& resourceFolder,
+                                         std::string& error);
+    ~Machine();
+
+    /// Runs the application from start to end. Returns 0, or 1 when it could not start.
+    int Run(EntryFunction entry);
+
+    Osp::Base::EventLoop& GetLoop() { return loop_; }
+    /// Null under the real clock.
+    Osp::Base::VirtualClock* GetVirtualClock();
+    Osp::App::AppRegistry& GetRegistry() { return registry_; }
+
+  private:
+    Machine(const Options& options, const std::string& resourceFolder,
+            std::unique_ptr<Osp::Media::CameraService> cameras);
+
+    void TellAboutDamage();
+    void TellWhyItCouldNotStart();
+
+    std::unique_ptr<Osp::Base::Clock> clock_;
+    Osp::Base::EventLoop loop_;
+    Osp::Base::EventLoop::Installed installedLoop_{loop_};
+    Osp::Io::StorageMap storage_;
+    Osp::Io::StorageMap::Installed installedStorage_{storage_};
+    result prepared_;
+    Osp::App::AppRegistry registry_;
+    Osp::Content::ContentStore contents_;
+    Osp::Content::ContentStore::Installed installedContents_{contents_};
+    std::unique_ptr<Osp::Media::CameraService> cameras_;
+    Osp::Media::CameraService::Installed installedCameras_{*cameras_};
+    Osp::Media::SoundService sounds_;
+    Osp::Media::SoundService::Installed installedSounds_{sounds_};
+    Osp::System::Device device_;
+    Osp::System::Device::Installed installedDevice_{device_};
+    Osp::Ui::Screen screen_;
+    Osp::Ui::Screen::Installed installedScreen_{screen_};
+    Osp::Ui::Input input_;
+    Osp::Ui::Input::Installed installedInput_{input_};
+    Osp::App::Lifecycle lifecycle_;
+    Osp::App::Lifecycle::Installed installedLifecycle_{lifecycle_};
+};
+
+}  // namespace Host

@@ -1,0 +1,109 @@
+#include "options.h"
+
+#include <glib.h>
+
+#include <cstdio>
+#include <memory>
+
+#include "version.h"
+
+namespace Host {
+
+namespace {
+
+struct ContextDeleter {
+    void operator()(GOptionContext* context) const { g_option_context_free(context); }
+};
+struct ErrorDeleter {
+    void operator()(GError* error) const { g_error_free(error); }
+};
+
+// What GLib writes its results to; strings are freed by Take.
+struct Raw {
+    gboolean headless = FALSE;
+    gboolean fullscreen = FALSE;
+    gboolean listCameras = FALSE;
+    gboolean diagnose = FALSE;
+    gboolean version = FALSE;
+    gchar* clock = nullptr;
+    gchar* data = nullptr;
+    gchar* primary = nullptr;
+    gchar* secondary = nullptr;
+    gchar* script = nullptr;
+};
+
+std::optional<std::string> Take(gchar*& text) {
+    if (text == nullptr) return std::nullopt;
+    std::string taken(text);
+    g_free(text);
+    text = nullptr;
+    return taken;
+}
+
+Parsed Fail(const std::string& message) {
+    std::fprintf(stderr, "kivo-camera: %s\nTry 'kivo-camera --help'.\n", message.c_str());
+    return {{}, 2};
+}
+
+Parsed Interpret(Raw& raw) {
+    Parsed parsed;
+    Options& options = parsed.options;
+    options.isHeadless = raw.headless;
+    options.isFullscreen = raw.fullscreen;
+    options.listCameras = raw.listCameras;
+    options.diagnose = raw.diagnose;
+    options.dataFolder = Take(raw.data).value_or("");
+    options.primary = Take(raw.primary).value_or("auto");
+    options.secondary = Take(raw.secondary).value_or("auto");
+    options.script = Take(raw.script);
+    const std::string clock = Take(raw.clock).value_or(raw.headless ? "virtual" : "real");
+    if (clock != "real" && clock != "virtual") return Fail("--clock is 'real' or 'virtual'");
+    options.clock = clock == "real" ? ClockKind::kReal : ClockKind::kVirtual;
+    if (options.clock == ClockKind::kVirtual && !options.script) {
+        const bool runs = !options.listCameras && !options.diagnose;
+        if (runs) return Fail("nothing would move the virtual clock: give a --script, or --clock real");
+    }
+    return parsed;
+}
+
+}  // namespace
+
+Parsed ParseCommandLine(int argc, char** argv) {
+    Raw raw;
+    const GOptionEntry entries[] = {
+        {"headless", 0, 0, G_OPTION_ARG_NONE, &raw.headless,
+         "Run without a window; time is virtual unless --clock real is given", nullptr},
+        {"fullscreen", 0, 0, G_OPTION_ARG_NONE, &raw.fullscreen, "Fill the whole screen", nullptr},
+        {"data", 0, 0, G_OPTION_ARG_FILENAME, &raw.data,
+         "Keep photographs and settings under DIR", "DIR"},
+        {"primary", 0, 0, G_OPTION_ARG_STRING, &raw.primary,
+         "Back camera: auto, scene, photos:DIR or none", "SOURCE"},
+        {"secondary", 0, 0, G_OPTION_ARG_STRING, &raw.secondary, "Front camera, likewise",
+         "SOURCE"},
+        {"clock", 0, 0, G_OPTION_ARG_STRING, &raw.clock,
+         "real, or virtual: only a script moves time", "KIND"},
+        {"script", 0, 0, G_OPTION_ARG_FILENAME, &raw.script,
+         "Run the commands in FILE, '-' for standard input", "FILE"},
+        {"list-cameras", 0, 0, G_OPTION_ARG_NONE, &raw.listCameras, "List the cameras and end",
+         nullptr},
+        {"diagnose", 0, 0, G_OPTION_ARG_NONE, &raw.diagnose,
+         "Print what the program found on this machine and end", nullptr},
+        {"version", 0, 0, G_OPTION_ARG_NONE, &raw.version, "Print the version and end", nullptr},
+        {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr}};
+    const std::unique_ptr<GOptionContext, ContextDeleter> context(
+        g_option_context_new("- the KIVO camera"));
+    g_option_context_add_main_entries(context.get(), entries, nullptr);
+    GError* error = nullptr;
+    if (!g_option_context_parse(context.get(), &argc, &argv, &error)) {
+        const std::unique_ptr<GError, ErrorDeleter> owned(error);
+        return Fail(error->message);
+    }
+    if (argc > 1) return Fail(std::string("unknown argument '") + argv[1] + "'");
+    if (raw.version) {
+        std::printf("kivo-camera %s\n", kVersion);
+        return {{}, 0};
+    }
+    return Interpret(raw);
+}
+
+}  // namespace Host

@@ -1,0 +1,33 @@
+// The screen's place in a window of any size.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+#include <osp/graphics/dimension.h>
+#include <osp/graphics/point.h>
+
+namespace Host {
+
+/// The largest centred area of the screen's shape; coordinates are the window's.
+class Letterbox {
+  public:
+    Letterbox(double windowWidth, double windowHeight, Osp::Graphics::Dimension screen)
+        : scale_(std::min(windowWidth / screen.width, windowHeight / screen.height)),
+          left_((windowWidth - screen.width * scale_) / 2),
+          top_((windowHeight - screen.height * scale_) / 2) {}
+
+    /// The screen pixel under a place in the window; outside the screen's area, one beside it.
+    Osp::Graphics::Point ToScreen(double x, double y) const {
+        if (scale_ <= 0) return {-1, -1};
+        return {static_cast<int>(std::floor((x - left_) / scale_)),
+                static_cast<int>(std::floor((y - top_) / scale_))};
+    }
+
+  private:
+    double scale_;
+    double left_;
+    double top_;
+};
+
+}  // namespace Host

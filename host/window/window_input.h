@@ -1,0 +1,32 @@
+// Mouse, touch and keys of the window, as one finger and the phone's keys.
+#pragma once
+
+#include <gtk/gtk.h>
+
+#include <functional>
+
+#include <osp/graphics/point.h>
+#include <osp/ui/key_code.h>
+
+namespace Host {
+
+/// Everything is posted to the loop as a system event, in the order of arrival.
+class WindowInput {
+  public:
+    /// Neither widget is owned; both outlive this object. `picture` shows the screen, letterboxed.
+    WindowInput(GtkWindow* window, GtkWidget* picture);
+
+  private:
+    gboolean OnEvent(GdkEvent* event);
+    gboolean OnKey(guint keyval, bool isPress);
+    Osp::Graphics::Point ScreenPoint(GdkEvent* event) const;
+    bool IsTracked(GdkEvent* event) const;
+
+    GtkWindow* window_;
+    GtkWidget* picture_;
+    GdkEventSequence* sequence_ = nullptr;  // of the finger that is down; null for the mouse
+    bool isDown_ = false;
+    Osp::Ui::KeyCode keyDown_ = Osp::Ui::KeyCode::kNone;
+};
+
+}  // namespace Host

@@ -1,0 +1,54 @@
+// The application's settings, kept between runs.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <osp/base/object.h>
+#include <osp/base/result.h>
+#include <osp/base/string.h>
+
+namespace Osp::App {
+
+class RegistryFile;
+
+/// Keys with a text or a number each. A key is made of letters, digits, '_', '-' and '.'; with any
+/// other, and with text that holds U+0000, Set and Add give kInvalidArgument. Changes are in effect
+/// at once and on disk after Save; the platform saves what is left when the application ends.
+/// Loop thread only.
+class AppRegistry : public Base::Object {
+  public:
+    /// For the host. Reads the file at the real path `path`; a missing one is an empty registry.
+    explicit AppRegistry(const std::string& path);
+    ~AppRegistry() override;
+    AppRegistry(const AppRegistry&) = delete;
+    AppRegistry& operator=(const AppRegistry&) = delete;
+
+    /// kKeyNotFound, and kInvalidFormat when the key holds the other type, leave `value` alone.
+    result Get(const Base::String& key, Base::String& value) const;
+    result Get(const Base::String& key, int& value) const;
+
+    /// Replaces the value, and its type, of a key that exists; kKeyNotFound.
+    result Set(const Base::String& key, const Base::String& value);
+    result Set(const Base::String& key, int value);
+
+    /// kKeyAlreadyExists changes nothing.
+    result Add(const Base::String& key, const Base::String& value);
+    result Add(const Base::String& key, int value);
+
+    /// kKeyNotFound.
+    result Remove(const Base::String& key);
+
+    /// Writes everything to disk. On a failure (kStorageFull, kPermissionDenied, kFileNotFound when
+    /// the folder has vanished, kIo) the file is what it was and the changes remain to be saved.
+    result Save();
+
+    /// For the host: the saving of changes that the application did not Save, and what became of
+    /// the file at the start.
+    RegistryFile& GetFile() { return *file_; }
+
+  private:
+    std::unique_ptr<RegistryFile> file_;
+};
+
+}  // namespace Osp::App

@@ -1,0 +1,20 @@
+// Hears what becomes of a sound.
+#pragma once
+
+#include <osp/base/result.h>
+
+namespace Osp::Media {
+
+/// All calls come from the loop, never from inside a call on the player.
+class IPlayerEventListener {
+  public:
+    virtual ~IPlayerEventListener() = default;
+    virtual void OnPlayerOpened(result r) = 0;
+    virtual void OnPlayerEndOfClip() = 0;
+    virtual void OnPlayerBuffering(int percent) = 0;
+    virtual void OnPlayerErrorOccurred(result r) = 0;
+    virtual void OnPlayerInterrupted() = 0;
+    virtual void OnPlayerReleased() = 0;
+};
+
+}  // namespace Osp::Media

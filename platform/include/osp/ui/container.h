@@ -1,0 +1,36 @@
+// A control that holds others.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <osp/ui/control.h>
+
+namespace Osp::Ui {
+
+class Container : public Control {
+  public:
+    ~Container() override;
+
+    /// Adds `control` on top of those that are there and takes it over. On failure
+    /// (kInvalidArgument for null or for a control that has a parent) the caller still owns it.
+    virtual result AddControl(Control* control);
+    /// Takes `control` out and deletes it once the current event has been dispatched.
+    /// kObjectNotFound when it is not here.
+    virtual result RemoveControl(Control& control);
+
+    /// Bottom to top.
+    const std::vector<std::unique_ptr<Control>>& GetControls() const { return controls_; }
+
+    result Draw() override;
+
+  protected:
+    std::unique_ptr<Control> Release(Control& control);
+
+  private:
+    friend class Access;
+
+    std::vector<std::unique_ptr<Control>> controls_;
+};
+
+}  // namespace Osp::Ui

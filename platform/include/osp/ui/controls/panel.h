@@ -1,0 +1,19 @@
+// A rectangle that the application draws itself.
+#pragma once
+
+#include <osp/ui/container.h>
+
+namespace Osp::Ui::Controls {
+
+class Panel : public Container {
+  public:
+    /// kInvalidArgument for an empty rectangle.
+    result Construct(const Graphics::Rectangle& bounds);
+
+    /// As every control's, and the frame with it has been presented when the call returns (after at
+    /// most 50 ms; application events wait meanwhile), so that a picture shown before long work in
+    /// the same event is seen.
+    result Show() override;
+};
+
+}  // namespace Osp::Ui::Controls
