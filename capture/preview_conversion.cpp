@@ -11,8 +11,8 @@ namespace {
 using Effects::ConstPixels;
 using Effects::Pixels;
 
-std::uint8_t ClampToByte(int value) {
-    return static_cast<std::uint8_t>(std::clamp(value, 0, 255));
+KIVO_INLINE std::uint8_t ClampToByte(int value) {
+    return static_cast<std::uint8_t>(std::min(std::max(value, 0), 255));
 }
 
 /// Luma and both chroma planes of a frame.
@@ -28,24 +28,33 @@ struct Planes {
           cb(cr + std::ptrdiff_t{width} * height / 4) {}
 };
 
-/// Two pixels of a row, which share their chroma. Multiplying is cheaper than looking products up.
-struct ConvertRow {
+/// Pixels of a row that are converted together.
+constexpr int kChunkPixels = 320;
+
+/// One channel after the other, so that each loop stays simple enough to be vectorised.
+/// Multiplying is cheaper than looking products up.
+struct ConvertChunk {
     KIVO_INLINE void Run(const std::uint8_t* luma, const std::uint8_t* crRow,
-                         const std::uint8_t* cbRow, std::uint8_t* out, int pairs) {
-        for (int i = 0; i < pairs; ++i) {
-            const int cr = crRow[i] - 128;
-            const int cb = cbRow[i] - 128;
-            const int blue = 516 * cb;
-            const int green = -100 * cb - 208 * cr;
-            const int red = 409 * cr;
-            const int first = 298 * (luma[2 * i] - 16) + 128;
-            const int second = 298 * (luma[2 * i + 1] - 16) + 128;
-            out[6 * i] = ClampToByte((first + blue) >> 8);
-            out[6 * i + 1] = ClampToByte((first + green) >> 8);
-            out[6 * i + 2] = ClampToByte((first + red) >> 8);
-            out[6 * i + 3] = ClampToByte((second + blue) >> 8);
-            out[6 * i + 4] = ClampToByte((second + green) >> 8);
-            out[6 * i + 5] = ClampToByte((second + red) >> 8);
+                         const std::uint8_t* cbRow, std::uint8_t* out, int width) {
+        std::uint8_t cr[kChunkPixels];
+        std::uint8_t cb[kChunkPixels];
+        std::uint8_t blue[kChunkPixels];
+        std::uint8_t green[kChunkPixels];
+        std::uint8_t red[kChunkPixels];
+        for (int i = 0; i < width / 2; ++i) {
+            cr[2 * i] = cr[2 * i + 1] = crRow[i];
+            cb[2 * i] = cb[2 * i + 1] = cbRow[i];
+        }
+        for (int x = 0; x < width; ++x) {
+            const int light = 298 * (luma[x] - 16) + 128;
+            blue[x] = ClampToByte((light + 516 * (cb[x] - 128)) >> 8);
+            green[x] = ClampToByte((light - 100 * (cb[x] - 128) - 208 * (cr[x] - 128)) >> 8);
+            red[x] = ClampToByte((light + 409 * (cr[x] - 128)) >> 8);
+        }
+        for (int x = 0; x < width; ++x) {
+            out[3 * x] = blue[x];
+            out[3 * x + 1] = green[x];
+            out[3 * x + 2] = red[x];
         }
     }
 };
@@ -78,9 +87,6 @@ struct EncodeRows {
     }
 };
 
-/// Pixels of a row that are blended together.
-constexpr int kChunkPixels = 320;
-
 /// The mean of `count` pixels from (x, y) and the pixels at the proportional place in `firstFrame`,
 /// rounded down.
 void BlendRow(ConstPixels converted, ConstPixels firstFrame, int x, int y, int count,
@@ -102,10 +108,13 @@ void ConvertPreview(const std::uint8_t* frame, Pixels converted) {
     const int width = converted.width;
     const Planes<const std::uint8_t> planes(frame, width, converted.height);
     for (int y = 0; y < converted.height; ++y) {
+        const std::uint8_t* const luma = planes.luma + std::ptrdiff_t{width} * y;
         const std::ptrdiff_t chroma = std::ptrdiff_t{width / 2} * (y / 2);
-        Effects::RunVectorised<ConvertRow>(planes.luma + std::ptrdiff_t{width} * y,
-                                           planes.cr + chroma, planes.cb + chroma, converted.Row(y),
-                                           width / 2);
+        for (int x = 0; x < width; x += kChunkPixels) {
+            Effects::RunVectorised<ConvertChunk>(
+                luma + x, planes.cr + chroma + x / 2, planes.cb + chroma + x / 2,
+                converted.Row(y) + 3 * x, std::min(kChunkPixels, width - x));
+        }
     }
 }
 

@@ -1,0 +1,185 @@
+#include "composition.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstring>
+
+#include "hdr.h"
+#include "qshrink.h"
+
+namespace Kivo::Effects {
+
+namespace {
+
+constexpr int kStrips = 4;
+constexpr int kLastOfFour = 3;  // the shot counter when the fourth frame arrives
+
+constexpr std::array<int, kCameraTypeNames.size()> kFramesOfType{1, 1, 4, 4, 2, 1};
+
+/// Quadrants in the order in which the frames of QUAD fill them: column and row, 0 or 1. Seen in
+/// the turned picture of the front camera its order is the same as that of the other.
+struct Quadrant {
+    int column;
+    int row;
+};
+constexpr std::array<Quadrant, 4> kPrimaryQuadrants{{{0, 0}, {1, 0}, {0, 1}, {1, 1}}};
+constexpr std::array<Quadrant, 4> kSecondaryQuadrants{{{0, 1}, {0, 0}, {1, 1}, {1, 0}}};
+
+void PlaceQuadrant(std::uint8_t cameraSelection, int index, ConstPixels frame, Pixels accumulation,
+                   Scratch& scratch) {
+    const auto& quadrants =
+        cameraSelection == kSecondaryCamera ? kSecondaryQuadrants : kPrimaryQuadrants;
+    const Quadrant quadrant = quadrants[static_cast<std::size_t>(index)];
+    const int width = frame.width / 2;
+    const int height = frame.height / 2;
+    Scratch::Scope scope(scratch);
+    const std::size_t size =
+        std::size_t{3} * static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    const Pixels small{scope.Take<std::uint8_t>(size).data(), width, height};
+    QShrink(frame, small);
+    for (int y = 0; y < height; ++y) {
+        std::memcpy(accumulation.Row(quadrant.row * height + y) + 3 * quadrant.column * width,
+                    small.Row(y), static_cast<std::size_t>(small.StrideBytes()));
+    }
+}
+
+/// Strips lie side by side in the stored photograph of either camera, hence rows where it is
+/// turned.
+void PlaceStrip(std::uint8_t cameraSelection, int index, ConstPixels frame, Pixels accumulation) {
+    if (IsTurned(cameraSelection)) {
+        const int rows = frame.height / kStrips;
+        std::memcpy(accumulation.Row(index * rows), frame.Row(index * rows),
+                    static_cast<std::size_t>(frame.StrideBytes() * rows));
+        return;
+    }
+    const int columns = frame.width / kStrips;
+    for (int y = 0; y < frame.height; ++y) {
+        std::memcpy(accumulation.Row(y) + 3 * index * columns, frame.Row(y) + 3 * index * columns,
+                    static_cast<std::size_t>(3 * columns));
+    }
+}
+
+/// `index` counts through the pixels row by row; outside the picture nothing is drawn.
+void Blacken(Pixels picture, std::ptrdiff_t index) {
+    if (index < 0 || index >= std::ptrdiff_t{picture.width} * picture.height) return;
+    std::memset(picture.data + 3 * index, 0, 3);
+}
+
+/// The pixel and the one that precedes it in memory: for the first of a row that is the last of the
+/// row above, which belongs to the look.
+void BlackenPair(Pixels picture, int x, int y) {
+    const std::ptrdiff_t index = x + std::ptrdiff_t{picture.width} * y;
+    Blacken(picture, index - 1);
+    Blacken(picture, index);
+}
+
+void DrawStripLines(Pixels picture, bool turned) {
+    for (int line = 1; line < kStrips; ++line) {
+        if (turned) {
+            const int y = line * (picture.height / kStrips);
+            for (int x = 0; x < picture.width; ++x) BlackenPair(picture, x, y);
+        } else {
+            const int x = line * (picture.width / kStrips);
+            for (int y = 0; y < picture.height; ++y) BlackenPair(picture, x, y);
+        }
+    }
+}
+
+void DrawCross(Pixels picture) {
+    for (int y = 0; y < picture.height; ++y) BlackenPair(picture, picture.width / 2, y);
+    for (int x = 0; x < picture.width; ++x) {
+        const std::ptrdiff_t below = x + std::ptrdiff_t{picture.width} * (picture.height / 2);
+        Blacken(picture, below - picture.width);
+        Blacken(picture, below);
+    }
+}
+
+/// Squares of pixels, so that both the rows read and the rows written stay in the cache.
+void TurnToRgba(ConstPixels picture, std::uint8_t* rgba, Rows rows) {
+    constexpr int kSquare = 16;
+    const int height = picture.height;
+    for (int top = rows.first; top < rows.last; top += kSquare) {
+        const int bottom = std::min(top + kSquare, rows.last);
+        for (int x = 0; x < picture.width; ++x) {
+            std::uint8_t* const out = rgba + std::ptrdiff_t{4} * (std::ptrdiff_t{height} * x);
+            for (int y = top; y < bottom; ++y) {
+                const std::uint8_t* const in = picture.Row(y) + 3 * x;
+                const std::uint8_t pixel[4] = {in[0], in[1], in[2], 255};
+                std::memcpy(out + std::ptrdiff_t{4} * (height - 1 - y), pixel, 4);
+            }
+        }
+    }
+}
+
+}  // namespace
+
+int FramesPerPhotograph(CameraType type) {
+    const auto index = static_cast<std::size_t>(type);
+    return index < kFramesOfType.size() ? kFramesOfType[index] : 1;
+}
+
+bool IsLastFrame(CameraType type, int shotCounter) {
+    return shotCounter >= FramesPerPhotograph(type) - 1;
+}
+
+bool CacheFrame(CameraType type, std::uint8_t cameraSelection, int shotCounter, ConstPixels frame,
+                Pixels accumulation, Scratch& scratch) {
+    if (shotCounter > kLastOfFour) return false;
+    if (type == CameraType::kQuad) {
+        PlaceQuadrant(cameraSelection, shotCounter, frame, accumulation, scratch);
+    } else if (type == CameraType::kAction) {
+        PlaceStrip(cameraSelection, shotCounter, frame, accumulation);
+    } else {
+        std::memcpy(accumulation.data, frame.data, frame.SizeBytes());
+    }
+    return true;
+}
+
+ConstPixels PlaceLastFrame(CameraType type, std::uint8_t cameraSelection, int shotCounter,
+                           ConstPixels frame, Pixels accumulation, Scratch& scratch) {
+    const bool ofFour = type == CameraType::kAction || type == CameraType::kQuad;
+    if (!ofFour || shotCounter != kLastOfFour) return frame;
+    CacheFrame(type, cameraSelection, shotCounter, frame, accumulation, scratch);
+    return accumulation;
+}
+
+void DrawDividingLines(CameraType type, std::uint8_t cameraSelection, int shotCounter,
+                       Pixels picture) {
+    if (shotCounter != kLastOfFour) return;
+    if (type == CameraType::kAction) DrawStripLines(picture, IsTurned(cameraSelection));
+    if (type == CameraType::kQuad) DrawCross(picture);
+}
+
+void ComposePhotograph(const EffectJob& job, bool hdr, ConstPixels frame, Pixels accumulation,
+                       Pixels result) {
+    EffectJob own = job;
+    own.firstFrame = accumulation;
+    Scratch& scratch = *job.scratch;
+    const ConstPixels source = PlaceLastFrame(job.type, job.cameraSelection, job.shotCounter, frame,
+                                              accumulation, scratch);
+    if (hdr) {
+        Scratch::Scope scope(scratch);
+        const Pixels lifted{scope.Take<std::uint8_t>(source.SizeBytes()).data(), source.width,
+                            source.height};
+        HDR(source, lifted, job.tables->Levels(), scratch);
+        ApplyEffect(own, lifted, result);
+    } else {
+        ApplyEffect(own, source, result);
+    }
+    DrawDividingLines(job.type, job.cameraSelection, job.shotCounter, result);
+}
+
+void ConvertToRgba(ConstPixels picture, bool turned, std::uint8_t* rgba, Rows rows) {
+    const Rows clipped = rows.ClippedTo(picture.height);
+    if (turned) return TurnToRgba(picture, rgba, clipped);
+    const std::uint8_t* in = picture.Row(clipped.first);
+    const std::ptrdiff_t first = std::ptrdiff_t{picture.width} * clipped.first;
+    const std::ptrdiff_t last = std::ptrdiff_t{picture.width} * clipped.last;
+    for (std::ptrdiff_t i = first; i < last; ++i, in += 3) {
+        const std::uint8_t pixel[4] = {in[0], in[1], in[2], 255};
+        std::memcpy(rgba + 4 * i, pixel, 4);
+    }
+}
+
+}  // namespace Kivo::Effects

@@ -1,0 +1,53 @@
+// From the frames of a photograph to the picture that is stored.
+#pragma once
+
+#include <cstdint>
+
+#include "camera_types.h"
+#include "dispatch.h"
+#include "pixels.h"
+#include "scratch.h"
+
+namespace Kivo::Effects {
+
+/// Frames that make up one photograph of a type.
+int FramesPerPhotograph(CameraType type);
+
+/// Whether the next frame completes its photograph, with `shotCounter` frames cached before it.
+bool IsLastFrame(CameraType type, int shotCounter);
+
+/// Puts a frame that is not the last of its photograph where it belongs in `accumulation`, which
+/// has the frame's size: a strip for ACTION (columns; rows on the secondary camera), a quadrant for
+/// QUAD, else the whole picture. Returns false, storing nothing, when the counter is above 3. The
+/// caller advances the counter. Bytes that belong to no strip or quadrant (sizes that four or two
+/// do not divide) stay as they were: clear the accumulation before the first frame.
+bool CacheFrame(CameraType type, std::uint8_t cameraSelection, int shotCounter, ConstPixels frame,
+                Pixels accumulation, Scratch& scratch);
+
+/// Places the last frame of an ACTION or QUAD photograph (shot counter 3) and returns the picture
+/// that the effects start from: `accumulation` for those, `frame` for everything else.
+ConstPixels PlaceLastFrame(CameraType type, std::uint8_t cameraSelection, int shotCounter,
+                           ConstPixels frame, Pixels accumulation, Scratch& scratch);
+
+/// The black lines between the strips of ACTION and the quadrants of QUAD (shot counter 3); nothing
+/// for other types.
+void DrawDividingLines(CameraType type, std::uint8_t cameraSelection, int shotCounter,
+                       Pixels picture);
+
+/// The whole way from the last frame to the finished picture: placement, HDR when `hdr`, the two
+/// stages of `job`, dividing lines. `job.firstFrame` is not looked at: the first frame of MIX is
+/// the accumulation. `accumulation` is left as PlaceLastFrame made it; types of one frame do not
+/// touch it. All pictures are of one size.
+void ComposePhotograph(const EffectJob& job, bool hdr, ConstPixels frame, Pixels accumulation,
+                       Pixels result);
+
+/// Whether photographs of a camera are stored turned: the front sensor is mounted a quarter turn.
+constexpr bool IsTurned(std::uint8_t cameraSelection) {
+    return cameraSelection == kSecondaryCamera;
+}
+
+/// Four bytes a pixel (the three of the picture, then 255), `rgba` having room for all of them.
+/// With `turned` the result is height x width, a quarter turn clockwise. One pass.
+void ConvertToRgba(ConstPixels picture, bool turned, std::uint8_t* rgba, Rows rows = {});
+
+}  // namespace Kivo::Effects

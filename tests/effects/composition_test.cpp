@@ -1,0 +1,218 @@
+// Whole photographs, from frames to the stored picture.
+#include "composition.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "pictures.h"
+#include "plain_composition.h"
+
+namespace {
+
+using namespace Kivo::Effects;
+using Kivo::CameraType;
+using Kivo::PhotoEffect;
+
+std::vector<Picture> FramesFor(int type, int width, int height) {
+    std::vector<Picture> frames;
+    for (int i = 0; i < FramesPerPhotograph(CameraType(type)); ++i) {
+        frames.push_back(RandomPicture(width, height, kLooks[static_cast<std::size_t>(i) % 3],
+                                       static_cast<unsigned>(20 + i)));
+    }
+    return frames;
+}
+
+/// Takes a photograph as the camera does: frame by frame into an accumulation.
+class Photographer {
+  public:
+    Picture Take(const PlainPhotograph& photograph, const std::vector<Picture>& frames) {
+        const auto type = CameraType(photograph.type);
+        EffectJob job;
+        job.type = type;
+        job.effect = PhotoEffect(photograph.effect);
+        job.cameraSelection = photograph.secondary ? Kivo::kSecondaryCamera : Kivo::kPrimaryCamera;
+        job.tables = &tables_;
+        job.scratch = &scratch_;
+        Picture accumulation(frames[0].width, frames[0].height);
+        for (; !IsLastFrame(type, job.shotCounter); ++job.shotCounter) {
+            EXPECT_TRUE(CacheFrame(type, job.cameraSelection, job.shotCounter,
+                                   frames[static_cast<std::size_t>(job.shotCounter)].View(),
+                                   accumulation.View(), scratch_));
+        }
+        EXPECT_EQ(job.shotCounter + 1, static_cast<int>(frames.size()));
+        Picture result(frames[0].width, frames[0].height, 0xEE);
+        ComposePhotograph(job, photograph.hdr, frames.back().View(), accumulation.View(),
+                          result.View());
+        return result;
+    }
+
+  private:
+    EffectTables tables_;
+    Scratch scratch_;
+};
+
+std::string Name(const PlainPhotograph& photograph) {
+    return "type " + std::to_string(photograph.type) + " effect " +
+           std::to_string(photograph.effect) + (photograph.secondary ? " secondary" : " primary") +
+           (photograph.hdr ? " HDR" : "");
+}
+
+/// Calls `check` with all effects, with and without HDR, on both cameras.
+template <class Check>
+void EveryPhotographOf(int type, Check check) {
+    for (int effect = 0; effect < 10; ++effect) {
+        for (const bool secondary : {false, true}) {
+            for (const bool hdr : {false, true})
+                check(PlainPhotograph{type, effect, secondary, hdr});
+        }
+    }
+}
+
+class PhotographTest : public testing::TestWithParam<int> {
+  protected:
+    void Compare(int width, int height) {
+        const std::vector<Picture> frames = FramesFor(GetParam(), width, height);
+        EveryPhotographOf(GetParam(), [&](const PlainPhotograph& photograph) {
+            const Picture expected = ComposePlain(photograph, frames, levels_);
+            ExpectSame(photographer_.Take(photograph, frames), expected, Name(photograph));
+        });
+    }
+
+    Plain::Levels levels_;
+    Photographer photographer_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Types, PhotographTest, testing::Range(0, 6), [](const auto& info) {
+    return std::string(Kivo::NameOf(CameraType(info.param)));
+});
+
+TEST_P(PhotographTest, IsThePlainOneForEveryEffectHdrAndCamera) {
+    Compare(52, 44);
+    AtEveryVectorLevel([&](int) { Compare(124, 92); });
+}
+
+TEST_P(PhotographTest, IsThePlainOneAtACaptureSize) {
+    Compare(640, 480);
+}
+
+TEST_P(PhotographTest, IsThePlainOneAtSizesThatFourDoesNotDivide) {
+    Compare(23, 29);
+    Compare(58, 35);
+}
+
+TEST_P(PhotographTest, IsTheSameOnEveryMachine) {
+    // Sums over all effects, HDR and cameras: what another compiler, processor or mathematics
+    // library must reproduce.
+    constexpr std::uint64_t kSums[6] = {0x951dc449d2d73743U, 0x3e48ad458df2602dU,
+                                        0xa73e5b9c7d6c7b05U, 0x57131b8291c5d0baU,
+                                        0xa050fd71c6b35bd5U, 0xc56428d5bb0326f7U};
+    const std::vector<Picture> frames = FramesFor(GetParam(), 800, 480);
+    std::uint64_t sum = 14695981039346656037U;
+    EveryPhotographOf(GetParam(), [&](const PlainPhotograph& photograph) {
+        for (const std::uint8_t value : photographer_.Take(photograph, frames).bytes) {
+            sum = (sum ^ value) * 1099511628211U;
+        }
+    });
+    EXPECT_EQ(sum, kSums[GetParam()]) << std::hex << sum;
+}
+
+TEST(Rgba, CopiesOrTurnsAQuarterClockwise) {
+    for (const Size& size : kAwkwardSizes) {
+        const Picture in = RandomPicture(size.width, size.height, Look::kNoise, 31);
+        for (const bool turned : {false, true}) {
+            int width = 0;
+            int height = 0;
+            const auto expected = PlainRgba(in, turned, width, height);
+            std::vector<std::uint8_t> out(expected.size());
+            ConvertToRgba(in.View(), turned, out.data(), {0, 7});
+            ConvertToRgba(in.View(), turned, out.data(), {7, size.height});
+            EXPECT_EQ(out, expected) << size.width << " x " << size.height;
+        }
+    }
+}
+
+TEST(ApplyEffect, SaysWhetherAKernelMadeThePixels) {
+    EffectTables tables;
+    Scratch scratch;
+    const Picture in = RandomPicture(40, 30, Look::kNoise, 41);
+    const Picture first = RandomPicture(40, 30, Look::kNoise, 42);
+    const auto changes = [&](int type, int effect, int counter) {
+        Picture out(40, 30, 9);
+        const EffectJob job{
+            CameraType(type), PhotoEffect(effect), 0, counter, first.View(), &tables, &scratch};
+        const bool changed = ApplyEffect(job, in.View(), out.View());
+        EXPECT_EQ(changed, out.bytes != in.bytes) << type << ", " << effect << ", " << counter;
+        return changed;
+    };
+    for (const int effect : {0, 10, 255}) {
+        for (const int type : {0, 1, 5}) EXPECT_TRUE(changes(type, effect, 0));
+        for (const int type : {2, 3, 6, 200}) EXPECT_FALSE(changes(type, effect, 1));
+        for (const int counter : {0, 2, 3}) EXPECT_FALSE(changes(4, effect, counter));
+        EXPECT_TRUE(changes(4, effect, 1));
+    }
+    for (int effect = 1; effect < 10; ++effect) {
+        for (int type = 0; type < 7; ++type) EXPECT_TRUE(changes(type, effect, 0));
+    }
+}
+
+TEST(Frames, AreCountedByType) {
+    const int lastCounter[6] = {0, 0, 3, 3, 1, 0};
+    for (int type = 0; type < 6; ++type) {
+        for (int counter = 0; counter < 4; ++counter) {
+            EXPECT_EQ(IsLastFrame(CameraType(type), counter), counter >= lastCounter[type]);
+        }
+    }
+}
+
+TEST(Frames, BeyondTheFourthAreNotStored) {
+    Scratch scratch;
+    const Picture frame = RandomPicture(24, 24, Look::kNoise, 51);
+    for (int type = 0; type < 6; ++type) {
+        Picture accumulation(24, 24, 3);
+        EXPECT_FALSE(
+            CacheFrame(CameraType(type), 0, 4, frame.View(), accumulation.View(), scratch));
+        EXPECT_EQ(accumulation.bytes, Picture(24, 24, 3).bytes);
+    }
+}
+
+TEST(Frames, OfOneFourthOrAPairLeaveTheRestOfTheAccumulationAlone) {
+    Scratch scratch;
+    const Picture frame(16, 16, 200);
+    for (const auto type : {CameraType::kAction, CameraType::kQuad}) {
+        for (const std::uint8_t selection : {0, 1}) {
+            for (int counter = 0; counter < 4; ++counter) {
+                Picture accumulation(16, 16, 5);
+                CacheFrame(type, selection, counter, frame.View(), accumulation.View(), scratch);
+                EXPECT_EQ(std::count(accumulation.bytes.begin(), accumulation.bytes.end(), 200),
+                          16 * 16 * 3 / 4);
+            }
+        }
+    }
+}
+
+TEST(DividingLines, AreOnlyDrawnForFourFrames) {
+    for (int type = 0; type < 6; ++type) {
+        Picture picture(16, 16, 5);
+        DrawDividingLines(CameraType(type), 0, 2, picture.View());
+        EXPECT_EQ(picture.bytes, Picture(16, 16, 5).bytes);
+        DrawDividingLines(CameraType(type), 0, 3, picture.View());
+        EXPECT_EQ(picture.bytes != Picture(16, 16, 5).bytes, type == 2 || type == 3);
+    }
+}
+
+TEST(DividingLines, StayInsideThePicture) {
+    // Sizes so small that lines coincide with the border; the sanitizers watch.
+    for (const Size& size : {Size{1, 1}, Size{3, 2}, Size{2, 3}, Size{4, 4}}) {
+        for (const auto type : {CameraType::kAction, CameraType::kQuad}) {
+            for (const std::uint8_t selection : {0, 1}) {
+                Picture picture(size.width, size.height, 5);
+                DrawDividingLines(type, selection, 3, picture.View());
+                EXPECT_NE(picture.bytes, Picture(size.width, size.height, 5).bytes);
+            }
+        }
+    }
+}
+
+}  // namespace

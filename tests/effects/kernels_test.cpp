@@ -1,0 +1,263 @@
+// Every kernel against its plain version.
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <thread>
+
+#include "bw.h"
+#include "colorize.h"
+#include "edge.h"
+#include "effect_tables.h"
+#include "hdr.h"
+#include "mirror.h"
+#include "mix.h"
+#include "negative.h"
+#include "out_focus.h"
+#include "pictures.h"
+#include "plain_blur.h"
+#include "plain_colour.h"
+#include "qshrink.h"
+#include "sepia.h"
+#include "tilt_shift.h"
+
+namespace {
+
+using namespace Kivo::Effects;
+
+/// Tables of both kinds, made once.
+struct Tables {
+    EffectTables product;
+    Plain::Levels plain;
+};
+Tables& TheTables() {
+    static Tables tables;
+    return tables;
+}
+
+/// A kernel and its plain version. `first` is a second picture, which Mix alone looks at.
+struct Kernel {
+    std::string name;
+    std::function<void(ConstPixels first, ConstPixels, Pixels, Scratch&, Rows)> product;
+    std::function<void(ConstPixels first, ConstPixels, Pixels)> plain;
+};
+
+Kernel Vignetting(bool wide) {
+    return {wide ? "WideVignet" : "NarrowVignet",
+            [wide](ConstPixels, ConstPixels in, Pixels out, Scratch& scratch, Rows rows) {
+                const auto map = TheTables().product.Vignet(in.width, in.height, wide);
+                Vignet(in, out, *map, scratch, rows);
+            },
+            [wide](ConstPixels, ConstPixels in, Pixels out) { Plain::Vignet(in, out, wide); }};
+}
+
+Kernel Remapping(bool concave) {
+    return {
+        concave ? "Concave" : "Fisheye",
+        [concave](ConstPixels, ConstPixels in, Pixels out, Scratch&, Rows rows) {
+            const auto map = TheTables().product.Circular(in.width, in.height, concave);
+            Circular(in, out, *map, rows);
+        },
+        [concave](ConstPixels, ConstPixels in, Pixels out) { Plain::Circular(in, out, concave); }};
+}
+
+Kernel Tinting(int hue, int saturation, float opacity) {
+    return {"Colorize" + std::to_string(hue) + "_" + std::to_string(saturation) + "_" +
+                std::to_string(static_cast<int>(opacity * 100)),
+            [=](ConstPixels, ConstPixels in, Pixels out, Scratch&, Rows rows) {
+                Colorize(in, out, hue, saturation, opacity, rows);
+            },
+            [=](ConstPixels, ConstPixels in, Pixels out) {
+                Plain::Colorize(in, out, hue, saturation, opacity);
+            }};
+}
+
+std::vector<Kernel> PixelKernels() {
+    return {{"BW", [](auto, auto in, auto out, auto&, auto rows) { BW(in, out, rows); },
+             [](auto, auto in, auto out) { Plain::BW(in, out); }},
+            {"Sepia", [](auto, auto in, auto out, auto&, auto rows) { Sepia(in, out, rows); },
+             [](auto, auto in, auto out) { Plain::Sepia(in, out); }},
+            {"Negative", [](auto, auto in, auto out, auto&, auto rows) { Negative(in, out, rows); },
+             [](auto, auto in, auto out) { Plain::Negative(in, out); }},
+            Tinting(121, 62, 0.5F),
+            Tinting(242, 62, 0.5F)};
+}
+
+std::vector<Kernel> AllKernels() {
+    std::vector<Kernel> kernels = PixelKernels();
+    kernels.insert(
+        kernels.end(),
+        {Tinting(200, 0, 0.25F),
+         Tinting(10, 255, 1.5F),
+         Tinting(85, 128, -1.0F),
+         Vignetting(true),
+         Vignetting(false),
+         Remapping(true),
+         Remapping(false),
+         {"Edge",
+          [](auto, auto in, auto out, auto& scratch, auto rows) { Edge(in, out, scratch, rows); },
+          [](auto, auto in, auto out) { Plain::Edge(in, out); }},
+         {"Mix", [](auto first, auto in, auto out, auto&, auto rows) { Mix(first, in, out, rows); },
+          [](auto first, auto in, auto out) { Plain::Mix(first, in, out); }},
+         {"HDR",
+          [](auto, auto in, auto out, auto& scratch, auto rows) {
+              HDR(in, out, TheTables().product.Levels(), scratch, rows);
+          },
+          [](auto, auto in, auto out) { Plain::HDR(in, out, TheTables().plain); }},
+         {"TiltShift",
+          [](auto, auto in, auto out, auto& scratch, auto rows) {
+              TiltShift(in, out, TheTables().product.Levels(), scratch, rows);
+          },
+          [](auto, auto in, auto out) { Plain::TiltShift(in, out, TheTables().plain); }},
+         {"OutFocus",
+          [](auto, auto in, auto out, auto& scratch, auto rows) {
+              OutFocus(in, out, TheTables().product.Levels(), scratch, rows);
+          },
+          [](auto, auto in, auto out) { Plain::OutFocus(in, out, TheTables().plain); }}});
+    return kernels;
+}
+
+class KernelTest : public testing::TestWithParam<Kernel> {
+  protected:
+    void Compare(int width, int height, Look look) {
+        const Picture first = RandomPicture(width, height, Look::kNoise, 5);
+        const Picture in = RandomPicture(width, height, look, 7);
+        Picture expected(width, height);
+        GetParam().plain(first.View(), in.View(), expected.View());
+        AtEveryVectorLevel([&](int level) {
+            // Another fill than the plain picture's shows bytes that are not written.
+            Picture out(width, height, 0xA5);
+            GetParam().product(first.View(), in.View(), out.View(), scratch_, {});
+            ExpectSame(out, expected, GetParam().name + " at level " + std::to_string(level));
+        });
+    }
+
+    Scratch scratch_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Effects, KernelTest, testing::ValuesIn(AllKernels()),
+                         [](const auto& info) {
+                             std::string name = info.param.name;
+                             std::replace(name.begin(), name.end(), '-', 'm');
+                             return name;
+                         });
+
+TEST_P(KernelTest, GivesThePlainResultAtAwkwardSizes) {
+    for (const Size& size : kAwkwardSizes) {
+        for (const Look look : kLooks) Compare(size.width, size.height, look);
+    }
+}
+
+TEST_P(KernelTest, GivesThePlainResultAtCaptureSizes) {
+    Compare(640, 480, Look::kOutliers);
+    Compare(800, 480, Look::kNoise);
+}
+
+TEST_P(KernelTest, GivesTheSameBytesInBandsOnSeveralThreads) {
+    const int width = 130;
+    const int height = 151;
+    const Picture first = RandomPicture(width, height, Look::kOutliers, 1);
+    const Picture in = RandomPicture(width, height, Look::kNoise, 2);
+    Picture whole(width, height);
+    GetParam().product(first.View(), in.View(), whole.View(), scratch_, {});
+    Picture banded(width, height);
+    std::vector<std::thread> threads;
+    for (const Rows rows : {Rows{0, 1}, Rows{1, 40}, Rows{40, 103}, Rows{103, 1000}}) {
+        threads.emplace_back([&, rows] {
+            Scratch own;
+            GetParam().product(first.View(), in.View(), banded.View(), own, rows);
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    ExpectSame(banded, whole, GetParam().name);
+}
+
+TEST_P(KernelTest, TakesNoFreshMemoryOnceWarm) {
+    const Picture in = RandomPicture(200, 100, Look::kNoise, 3);
+    Picture out(200, 100);
+    GetParam().product(in.View(), in.View(), out.View(), scratch_, {});
+    const std::size_t warm = scratch_.CapacityBytes();
+    for (int i = 0; i < 3; ++i) GetParam().product(in.View(), in.View(), out.View(), scratch_, {});
+    EXPECT_EQ(scratch_.CapacityBytes(), warm);
+}
+
+class PixelKernelTest : public testing::TestWithParam<Kernel> {};
+INSTANTIATE_TEST_SUITE_P(Effects, PixelKernelTest, testing::ValuesIn(PixelKernels()),
+                         [](const auto& info) { return info.param.name; });
+
+TEST_P(PixelKernelTest, GivesThePlainResultForEveryColour) {
+    const Picture in = EveryColour();
+    Picture expected(in.width, in.height);
+    GetParam().plain(in.View(), in.View(), expected.View());
+    Scratch scratch;
+    AtEveryVectorLevel([&](int level) {
+        Picture out(in.width, in.height);
+        GetParam().product(in.View(), in.View(), out.View(), scratch, {});
+        ExpectSame(out, expected, GetParam().name + " at level " + std::to_string(level));
+    });
+}
+
+/// The bytes that a kernel makes of pictures of one colour.
+std::vector<int> OfColour(const Kernel& kernel, std::uint8_t value) {
+    const Picture in(24, 22, value);
+    Picture out(24, 22);
+    Scratch scratch;
+    kernel.product(in.View(), in.View(), out.View(), scratch, {});
+    EXPECT_EQ(std::vector(out.bytes.begin() + 3, out.bytes.end()),
+              std::vector(out.bytes.begin(), out.bytes.end() - 3))
+        << kernel.name << " does not keep a flat picture flat";
+    return {out.bytes[0], out.bytes[1], out.bytes[2]};
+}
+
+TEST(Kernels, GiveTheKnownColours) {
+    const std::vector<Kernel> kernels = AllKernels();
+    const auto find = [&](const std::string& name) {
+        return *std::find_if(kernels.begin(), kernels.end(),
+                             [&](const Kernel& kernel) { return kernel.name == name; });
+    };
+    EXPECT_EQ(OfColour(find("BW"), 255), (std::vector{254, 254, 254}));
+    EXPECT_EQ(OfColour(find("Sepia"), 0), (std::vector{49, 0, 0}));
+    EXPECT_EQ(OfColour(find("Sepia"), 255), (std::vector{255, 241, 199}));
+    EXPECT_EQ(OfColour(find("Edge"), 77), (std::vector{255, 255, 255}));
+    EXPECT_EQ(OfColour(find("HDR"), 128), (std::vector{127, 127, 127}));
+    EXPECT_EQ(OfColour(find("Mix"), 93), (std::vector{93, 93, 93}));
+}
+
+TEST(Circular, KeepsWhatLiesBeyondTheRadius) {
+    const Picture in = RandomPicture(96, 40, Look::kNoise, 4);
+    Picture out(96, 40);
+    Circular(in.View(), out.View(), CircularMap(96, 40, true));
+    for (int y = 0; y < 40; ++y) {
+        for (int x = 0; x < 96; ++x) {
+            if ((x - 48) * (x - 48) + (y - 20) * (y - 20) <= 400) continue;
+            for (int c = 0; c < 3; ++c) {
+                ASSERT_EQ(out.View().Row(y)[3 * x + c], in.View().Row(y)[3 * x + c]);
+            }
+        }
+    }
+}
+
+TEST(Mirror, ReflectsEitherWayAndLeavesTheMiddleOfOddSizesAlone) {
+    for (const Size& size : kAwkwardSizes) {
+        const Picture in = RandomPicture(size.width, size.height, Look::kNoise, 8);
+        for (const bool vertical : {false, true}) {
+            Picture expected(size.width, size.height, 0x3C);
+            Picture out(size.width, size.height, 0x3C);
+            Plain::Mirror(in.View(), expected.View(), vertical);
+            Mirror(in.View(), out.View(), vertical);
+            ExpectSame(out, expected, vertical ? "top to bottom" : "left to right");
+        }
+    }
+}
+
+TEST(QShrink, KeepsTheTopLeftPixelOfEachBlock) {
+    for (const Size& size : kAwkwardSizes) {
+        const Picture in = RandomPicture(size.width, size.height, Look::kNoise, 9);
+        Picture expected(size.width / 2, size.height / 2);
+        Picture out(size.width / 2, size.height / 2);
+        Plain::QShrink(in.View(), expected.View());
+        QShrink(in.View(), out.View());
+        ExpectSame(out, expected, "QShrink");
+    }
+}
+
+}  // namespace
