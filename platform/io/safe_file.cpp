@@ -1,0 +1,204 @@
+#include "io/safe_file.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/sendfile.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+#include "base/event_loop.h"
+#include "io/errno_result.h"
+#include "io/temporary_file.h"
+
+namespace Osp::Io {
+
+namespace {
+
+constexpr mode_t kKeptMode = 0666;
+constexpr int kMaxNumberedName = 10000;
+
+struct Target {
+    FileDescriptor folder;
+    std::string name;
+};
+
+result OpenTarget(const std::string& path, Target& target) {
+    const std::filesystem::path whole(path);
+    const std::string folder = whole.has_parent_path() ? whole.parent_path().string() : ".";
+    target.name = whole.filename().string();
+    target.folder = FileDescriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return target.folder.IsOpen() ? result::kSuccess : ResultOfErrno(errno);
+}
+
+bool Exists(int folder, const char* name) {
+    return faccessat(folder, name, F_OK, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
+result WriteAll(int file, std::span<const Base::byte> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(file, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return ResultOfErrno(errno);
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    return result::kSuccess;
+}
+
+/// Content and date onto the disk; that it is full may show only here.
+result Sync(int file, std::optional<long long> modifiedMs) {
+    if (modifiedMs) {
+        const timespec date = {static_cast<time_t>(*modifiedMs / 1000),
+                               static_cast<long>(*modifiedMs % 1000 * 1'000'000)};
+        const timespec dates[] = {date, date};
+        if (futimens(file, dates) != 0) return ResultOfErrno(errno);
+    }
+    return fsync(file) == 0 ? result::kSuccess : ResultOfErrno(errno);
+}
+
+result SyncFolder(int folder) {
+    // Some file systems have nothing to sync in a folder and say so with EINVAL.
+    return fsync(folder) == 0 || errno == EINVAL ? result::kSuccess : ResultOfErrno(errno);
+}
+
+/// Renames without replacing: kKeyAlreadyExists.
+result RenameNew(int folder, const char* from, const char* to) {
+    if (renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0) return result::kSuccess;
+    if (errno != EINVAL && errno != ENOSYS) return ResultOfErrno(errno);
+    // The file system cannot do both in one step.
+    if (Exists(folder, to)) return result::kKeyAlreadyExists;
+    return renameat(folder, from, folder, to) == 0 ? result::kSuccess : ResultOfErrno(errno);
+}
+
+result CopyAll(int from, int to, long long sizeBytes) {
+    while (sizeBytes > 0) {
+        const ssize_t count = sendfile(to, from, nullptr, static_cast<std::size_t>(sizeBytes));
+        if (count < 0) return ResultOfErrno(errno);
+        if (count == 0) return result::kIo;  // it became shorter
+        sizeBytes -= count;
+    }
+    return result::kSuccess;
+}
+
+/// The way to a second name on memory cards, whose file systems know no links.
+result CopyNew(int folder, const char* from, const char* to) {
+    if (Exists(folder, to)) return result::kKeyAlreadyExists;
+    const FileDescriptor source(openat(folder, from, O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+    struct stat status;
+    if (!source.IsOpen() || fstat(source.Get(), &status) != 0) return ResultOfErrno(errno);
+    FileDescriptor copy;
+    TransientName temporary(folder);
+    const long long dateMs = status.st_mtim.tv_sec * 1000LL + status.st_mtim.tv_nsec / 1'000'000;
+    result r = CreateTemporary(folder, kKeptMode, copy, temporary);
+    if (Succeeded(r)) r = CopyAll(source.Get(), copy.Get(), status.st_size);
+    if (Succeeded(r)) r = Sync(copy.Get(), dateMs);
+    if (Succeeded(r)) r = RenameNew(folder, temporary.Get().c_str(), to);
+    if (Succeeded(r)) temporary.Keep();
+    return r;
+}
+
+result LinkNew(int folder, const char* from, const char* to) {
+    if (linkat(folder, from, folder, to, 0) == 0) return result::kSuccess;
+    return errno == EPERM || errno == EOPNOTSUPP ? CopyNew(folder, from, to) : ResultOfErrno(errno);
+}
+
+bool IsSameFile(int folder, const char* a, const char* b) {
+    struct stat statusA;
+    struct stat statusB;
+    return fstatat(folder, a, &statusA, AT_SYMLINK_NOFOLLOW) == 0 &&
+           fstatat(folder, b, &statusB, AT_SYMLINK_NOFOLLOW) == 0 &&
+           statusA.st_dev == statusB.st_dev && statusA.st_ino == statusB.st_ino;
+}
+
+/// Gives what is at `name`, if anything is, a second name in `kept`.
+result KeepOld(int folder, const std::string& name, TransientName& kept) {
+    if (!Exists(folder, name.c_str())) return result::kSuccess;
+    for (int number = 1; number <= kMaxNumberedName; ++number) {
+        const std::string keptName = "old-" + std::to_string(number) + "-" + name;
+        const result r = LinkNew(folder, name.c_str(), keptName.c_str());
+        if (Succeeded(r)) {
+            kept.Set(keptName);
+            return SyncFolder(folder);
+        }
+        if (r != result::kKeyAlreadyExists) return r;
+        // A run that was killed right after this step has left the name.
+        if (IsSameFile(folder, name.c_str(), keptName.c_str())) return result::kSuccess;
+    }
+    return result::kKeyAlreadyExists;
+}
+
+result PutInPlace(const Target& target, Replace replace, TransientName& temporary) {
+    const int folder = target.folder.Get();
+    const char* from = temporary.Get().c_str();
+    const char* to = target.name.c_str();
+    TransientName kept(folder);
+    result r = result::kSuccess;
+    if (replace == Replace::kKeepOld) r = KeepOld(folder, target.name, kept);
+    if (Failed(r)) return r;
+    if (replace == Replace::kRefuse) {
+        r = RenameNew(folder, from, to);
+    } else if (renameat(folder, from, folder, to) != 0) {
+        r = ResultOfErrno(errno);
+    }
+    if (Failed(r)) return r;
+    temporary.Keep();
+    kept.Keep();
+    return SyncFolder(folder);
+}
+
+}  // namespace
+
+result WriteFileSafely(const std::string& path, std::span<const Base::byte> bytes,
+                       const SafeFileOptions& options) {
+    Target target;
+    result r = OpenTarget(path, target);
+    if (Failed(r)) return r;
+    const int folder = target.folder.Get();
+    // Asked early to save the writing; the last step asks again.
+    if (options.replace == Replace::kRefuse && Exists(folder, target.name.c_str())) {
+        return result::kKeyAlreadyExists;
+    }
+    FileDescriptor file;
+    TransientName temporary(folder);
+    r = CreateTemporary(folder, options.mode, file, temporary);
+    if (Succeeded(r)) r = WriteAll(file.Get(), bytes);
+    if (Succeeded(r)) r = Sync(file.Get(), options.modifiedMs);
+    if (Succeeded(r)) r = PutInPlace(target, options.replace, temporary);
+    return r;
+}
+
+result WriteFileSafely(const std::string& path, std::string_view text,
+                       const SafeFileOptions& options) {
+    return WriteFileSafely(
+        path, std::span(reinterpret_cast<const Base::byte*>(text.data()), text.size()), options);
+}
+
+std::optional<long long> NewFileDateMs() {
+    if (!Base::EventLoop::IsInstalled()) return std::nullopt;
+    const Base::Clock& clock = Base::EventLoop::Current().GetClock();
+    return clock.IsVirtual() ? std::optional(clock.EpochMs()) : std::nullopt;
+}
+
+void RemoveStaleTemporaries(const std::string& folder) {
+    const FileDescriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!opened.IsOpen()) return;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (IsTemporaryName(name)) RemoveIfStale(opened.Get(), name);
+    }
+}
+
+bool SetAside(const std::string& path) {
+    for (int number = 1; number <= kMaxNumberedName; ++number) {
+        const std::string aside = path + ".damaged-" + std::to_string(number);
+        const result r = RenameNew(AT_FDCWD, path.c_str(), aside.c_str());
+        if (r != result::kKeyAlreadyExists) return Succeeded(r);
+    }
+    return false;
+}
+
+}  // namespace Osp::Io

@@ -1,0 +1,80 @@
+// Storage that fails, in a process of its own.
+#pragma once
+
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <string>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace Osp::Testing {
+
+/// Runs `body`, assertions and all, in a forked process; what it breaks there stays there.
+inline void InOwnProcess(const std::function<void()>& body) {
+    const pid_t child = fork();
+    if (child == 0) {
+        body();
+        fflush(nullptr);
+        _exit(testing::Test::HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0)
+        << "in its own process, which printed why; status " << status;
+}
+
+/// Makes `folder` hold `sizeBytes` at most, for the rest of this process. Where no file system can
+/// be mounted, it is no single file that may be larger.
+inline void LimitSpace(const std::string& folder, long sizeBytes) {
+    const std::string options = "mode=0755,size=" + std::to_string(sizeBytes);
+    const int spaces = geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER;
+    if (unshare(spaces) == 0 && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+        mount("none", folder.c_str(), "tmpfs", 0, options.c_str()) == 0) {
+        return;
+    }
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit = {static_cast<rlim_t>(sizeBytes), static_cast<rlim_t>(sizeBytes)};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+}
+
+/// Gives up the superuser's way around file modes, for the rest of this process.
+inline void BecomeOrdinaryUser() {
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0) {
+        ASSERT_EQ(setresuid(kNobody, kNobody, kNobody), 0);
+    }
+}
+
+/// Runs `body`, which does not end, in a forked process and kills that after `delay`. What the body
+/// writes to its argument, a descriptor, is returned.
+inline std::string KilledAfter(std::chrono::microseconds delay,
+                               const std::function<void(int)>& body) {
+    int ends[2];
+    if (pipe(ends) != 0) return "";
+    const pid_t child = fork();
+    if (child == 0) {
+        body(ends[1]);
+        _exit(1);
+    }
+    close(ends[1]);
+    std::this_thread::sleep_for(delay);
+    kill(child, SIGKILL);
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status)) << "it ended by itself; status " << status;
+    std::string written;
+    char block[4096];
+    for (ssize_t count = 0; (count = read(ends[0], block, sizeof block)) > 0;) {
+        written.append(block, static_cast<std::size_t>(count));
+    }
+    close(ends[0]);
+    return written;
+}
+
+}  // namespace Osp::Testing
