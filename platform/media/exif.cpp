@@ -1,0 +1,188 @@
+#include "media/exif.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <glib.h>
+#include <libexif/exif-data.h>
+#include <memory>
+#include <string_view>
+
+namespace Osp::Media {
+
+namespace {
+
+constexpr ExifByteOrder kByteOrder = EXIF_BYTE_ORDER_INTEL;
+constexpr std::size_t kLongestDescription = 32 * 1024;  // half of what a segment can hold
+
+struct DataDeleter {
+    void operator()(ExifData* data) const { exif_data_unref(data); }
+};
+struct EntryDeleter {
+    void operator()(ExifEntry* entry) const { exif_entry_unref(entry); }
+};
+struct MemoryDeleter {
+    void operator()(ExifMem* memory) const { exif_mem_unref(memory); }
+};
+struct DateTimeDeleter {
+    void operator()(GDateTime* time) const { g_date_time_unref(time); }
+};
+struct GlibDeleter {
+    void operator()(void* memory) const { g_free(memory); }
+};
+using Data = std::unique_ptr<ExifData, DataDeleter>;
+using DateTime = std::unique_ptr<GDateTime, DateTimeDeleter>;
+
+/// Adds entries to EXIF data whose memory comes from libexif, which frees it.
+class Builder {
+  public:
+    Builder() : memory_(exif_mem_new_default()), data_(exif_data_new()) {
+        exif_data_set_byte_order(data_.get(), kByteOrder);
+        exif_data_set_data_type(data_.get(), EXIF_DATA_TYPE_COMPRESSED);
+    }
+
+    void Text(ExifIfd ifd, ExifTag tag, const std::string& text) {
+        const std::string_view withEnd(text.c_str(), text.size() + 1);
+        Bytes(ifd, tag, EXIF_FORMAT_ASCII, withEnd);
+    }
+    void Bytes(ExifIfd ifd, ExifTag tag, ExifFormat format, std::string_view bytes) {
+        std::memcpy(Add(ifd, tag, format, bytes.size(), bytes.size()), bytes.data(), bytes.size());
+    }
+    void Short(ExifIfd ifd, ExifTag tag, int value) {
+        exif_set_short(Add(ifd, tag, EXIF_FORMAT_SHORT, 1, 2), kByteOrder,
+                       static_cast<ExifShort>(value));
+    }
+    void Long(ExifIfd ifd, ExifTag tag, int value) {
+        exif_set_long(Add(ifd, tag, EXIF_FORMAT_LONG, 1, 4), kByteOrder,
+                      static_cast<ExifLong>(value));
+    }
+    void Rational(ExifIfd ifd, ExifTag tag, unsigned value) {
+        exif_set_rational(Add(ifd, tag, EXIF_FORMAT_RATIONAL, 1, 8), kByteOrder, {value, 1});
+    }
+
+    ExifData* Get() const { return data_.get(); }
+
+  private:
+    unsigned char* Add(ExifIfd ifd, ExifTag tag, ExifFormat format, std::size_t components,
+                       std::size_t sizeBytes) {
+        const std::unique_ptr<ExifEntry, EntryDeleter> entry(exif_entry_new_mem(memory_.get()));
+        auto* const bytes = static_cast<unsigned char*>(
+            exif_mem_alloc(memory_.get(), static_cast<ExifLong>(sizeBytes)));
+        entry->tag = tag;
+        entry->format = format;
+        entry->components = components;
+        entry->size = static_cast<unsigned>(sizeBytes);
+        entry->data = bytes;
+        exif_content_add_entry(data_->ifd[ifd], entry.get());
+        return bytes;
+    }
+
+    std::unique_ptr<ExifMem, MemoryDeleter> memory_;
+    Data data_;
+};
+
+std::string Cut(const std::string& utf8, std::size_t longest) {
+    if (utf8.size() <= longest) return utf8;
+    const char* const end = g_utf8_find_prev_char(utf8.c_str(), utf8.c_str() + longest + 1);
+    return {utf8.c_str(), end};
+}
+
+std::string Format(GDateTime* time, const char* format) {
+    const std::unique_ptr<char, GlibDeleter> text(g_date_time_format(time, format));
+    return text.get();
+}
+
+std::string ReadText(ExifData* data, ExifIfd ifd, ExifTag tag) {
+    const ExifEntry* const entry = exif_content_get_entry(data->ifd[ifd], tag);
+    if (entry == nullptr || entry->format != EXIF_FORMAT_ASCII || entry->data == nullptr) return {};
+    const auto* const text = reinterpret_cast<const char*>(entry->data);
+    return {text, std::find(text, text + entry->size, '\0')};
+}
+
+int ReadInteger(ExifData* data, ExifIfd ifd, ExifTag tag) {
+    const ExifEntry* const entry = exif_content_get_entry(data->ifd[ifd], tag);
+    if (entry == nullptr || entry->components != 1) return 0;
+    const ExifByteOrder order = exif_data_get_byte_order(data);
+    if (entry->format == EXIF_FORMAT_SHORT && entry->size >= 2) {
+        return exif_get_short(entry->data, order);
+    }
+    if (entry->format == EXIF_FORMAT_LONG && entry->size >= 4) {
+        return static_cast<int>(exif_get_long(entry->data, order));
+    }
+    return 0;
+}
+
+}  // namespace
+
+ExifInfo DescribePhotograph(const std::string& description, const Graphics::Dimension& size,
+                            const Base::Clock& clock) {
+    const gint64 seconds = clock.EpochMs() / 1000;
+    const DateTime time(clock.IsVirtual() ? g_date_time_new_from_unix_utc(seconds)
+                                          : g_date_time_new_from_unix_local(seconds));
+    return {.description = description,
+            .dateTimeOriginal = Format(time.get(), "%Y:%m:%d %H:%M:%S"),
+            .offsetTimeOriginal = Format(time.get(), "%:z"),
+            .software = "KIVO Camera",
+            .orientation = 1,
+            .size = size};
+}
+
+std::vector<std::uint8_t> BuildExifSegment(const ExifInfo& info) {
+    constexpr unsigned kDotsAnInch = 72;
+    constexpr int kInch = 2;
+    constexpr int kCentred = 1;
+    constexpr int kStandardRgb = 1;
+    using std::string_view_literals::operator""sv;
+
+    Builder builder;
+    // In ascending order of tags within a directory, as readers expect them.
+    builder.Text(EXIF_IFD_0, EXIF_TAG_IMAGE_DESCRIPTION,
+                 Cut(info.description, kLongestDescription));
+    builder.Short(EXIF_IFD_0, EXIF_TAG_ORIENTATION, info.orientation);
+    builder.Rational(EXIF_IFD_0, EXIF_TAG_X_RESOLUTION, kDotsAnInch);
+    builder.Rational(EXIF_IFD_0, EXIF_TAG_Y_RESOLUTION, kDotsAnInch);
+    builder.Short(EXIF_IFD_0, EXIF_TAG_RESOLUTION_UNIT, kInch);
+    builder.Text(EXIF_IFD_0, EXIF_TAG_SOFTWARE, info.software);
+    builder.Short(EXIF_IFD_0, EXIF_TAG_YCBCR_POSITIONING, kCentred);
+    builder.Bytes(EXIF_IFD_EXIF, EXIF_TAG_EXIF_VERSION, EXIF_FORMAT_UNDEFINED, "0231");
+    builder.Text(EXIF_IFD_EXIF, EXIF_TAG_DATE_TIME_ORIGINAL, info.dateTimeOriginal);
+    builder.Text(EXIF_IFD_EXIF, EXIF_TAG_OFFSET_TIME_ORIGINAL, info.offsetTimeOriginal);
+    builder.Bytes(EXIF_IFD_EXIF, EXIF_TAG_COMPONENTS_CONFIGURATION, EXIF_FORMAT_UNDEFINED,
+                  "\x01\x02\x03\x00"sv);
+    builder.Bytes(EXIF_IFD_EXIF, EXIF_TAG_FLASH_PIX_VERSION, EXIF_FORMAT_UNDEFINED, "0100");
+    builder.Short(EXIF_IFD_EXIF, EXIF_TAG_COLOR_SPACE, kStandardRgb);
+    builder.Long(EXIF_IFD_EXIF, EXIF_TAG_PIXEL_X_DIMENSION, info.size.width);
+    builder.Long(EXIF_IFD_EXIF, EXIF_TAG_PIXEL_Y_DIMENSION, info.size.height);
+
+    unsigned char* saved = nullptr;
+    unsigned size = 0;
+    exif_data_save_data(builder.Get(), &saved, &size);
+    const std::unique_ptr<unsigned char, decltype(&std::free)> payload(saved, std::free);
+    const unsigned length = size + 2;  // counts its own two bytes
+    const std::array<std::uint8_t, 4> head = {0xFF, 0xE1, static_cast<std::uint8_t>(length >> 8),
+                                              static_cast<std::uint8_t>(length)};
+    std::vector<std::uint8_t> segment(head.size() + size);
+    std::ranges::copy(head, segment.begin());
+    std::copy_n(payload.get(), size, segment.begin() + head.size());
+    return segment;
+}
+
+std::optional<ExifInfo> ReadExif(const std::string& realPath) {
+    const Data data(exif_data_new_from_file(realPath.c_str()));
+    if (data == nullptr) return std::nullopt;
+    const bool isEmpty = std::ranges::all_of(
+        data->ifd, [](const ExifContent* directory) { return directory->count == 0; });
+    if (isEmpty) return std::nullopt;
+    ExifInfo info;
+    info.description = ReadText(data.get(), EXIF_IFD_0, EXIF_TAG_IMAGE_DESCRIPTION);
+    info.software = ReadText(data.get(), EXIF_IFD_0, EXIF_TAG_SOFTWARE);
+    info.orientation = ReadInteger(data.get(), EXIF_IFD_0, EXIF_TAG_ORIENTATION);
+    info.dateTimeOriginal = ReadText(data.get(), EXIF_IFD_EXIF, EXIF_TAG_DATE_TIME_ORIGINAL);
+    info.offsetTimeOriginal = ReadText(data.get(), EXIF_IFD_EXIF, EXIF_TAG_OFFSET_TIME_ORIGINAL);
+    info.size = {ReadInteger(data.get(), EXIF_IFD_EXIF, EXIF_TAG_PIXEL_X_DIMENSION),
+                 ReadInteger(data.get(), EXIF_IFD_EXIF, EXIF_TAG_PIXEL_Y_DIMENSION)};
+    return info;
+}
+
+}  // namespace Osp::Media

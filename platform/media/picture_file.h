@@ -1,0 +1,33 @@
+// Pictures in files, whatever their format.
+#pragma once
+
+#include <string>
+
+#include <osp/base/result.h>
+#include <osp/graphics/dimension.h>
+
+#include "base/block_pool.h"
+#include "media/jpeg_codec.h"
+#include "media/pixel_view.h"
+
+/// Paths are real ones. kFileNotFound and kPermissionDenied mean what they say, kInvalidFormat that
+/// the file is not a whole JPEG or PNG of acceptable size, as its content tells. Any thread.
+namespace Osp::Media {
+
+enum class FileKind { kJpeg, kPng };
+
+/// From the first bytes.
+result ReadFileKind(const std::string& path, FileKind& kind);
+
+/// The whole file; `bytes` is reused when its block is large enough. kInvalidFormat for a file of
+/// more than 256 MiB.
+result ReadPictureBytes(const std::string& path, EncodedPicture& bytes);
+
+/// From the header.
+result ReadPictureSize(const std::string& path, Graphics::Dimension& size);
+
+/// Packed pixels; `pixels` is kept when it has exactly the size needed and replaced otherwise.
+result DecodePicture(const std::string& path, PixelLayout layout, Base::Block& pixels,
+                     Graphics::Dimension& size);
+
+}  // namespace Osp::Media

@@ -1,0 +1,28 @@
+// PNG files to pixels.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include <osp/base/result.h>
+#include <osp/graphics/dimension.h>
+
+#include "media/pixel_view.h"
+
+/// Any thread, several at once.
+namespace Osp::Media {
+
+bool IsPng(std::span<const std::uint8_t> data);
+
+/// Reads and checks the header. kInvalidFormat, also for a file that cannot be read and for sizes
+/// that are not acceptable.
+result ReadPngSize(const std::string& path, Graphics::Dimension& size);
+
+/// Pixels of the whole picture, not premultiplied, into PackedSize(size, layout) bytes. The fourth
+/// byte is the alpha, in kBgrx too; kRgb puts the picture on black. kInvalidFormat, with
+/// unspecified pixels, for what is not a whole PNG of `size`.
+result DecodePng(const std::string& path, const Graphics::Dimension& size, PixelLayout layout,
+                 std::uint8_t* pixels);
+
+}  // namespace Osp::Media

@@ -1,0 +1,16 @@
+// The front camera's built-in scene: somebody in a garden who smiles at the camera.
+#pragma once
+
+#include "graphics/surface.h"
+#include "media/scene_drawing.h"
+
+namespace Osp::Media::Scene {
+
+constexpr Graphics::Dimension kPortraitWorld{960, 1600};
+
+/// All that stands still, upright; fills the surface.
+void DrawPortrait(Graphics::Surface& surface, const View& view);
+/// What moves, as it is at frame `number`, over a copy of that turned as the front sensor is.
+void DrawPortraitMotion(Graphics::Surface& surface, const View& view, long long number);
+
+}  // namespace Osp::Media::Scene
