@@ -14,3 +14,12 @@ function(osp_area area)
     target_link_libraries(osp_${area} PUBLIC PkgConfig::${id})
   endforeach()
 endfunction()
+
+# A test program, whose cases CTest finds by themselves.
+function(kivo_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gtest_main Threads::Threads)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60)
+endfunction()
