@@ -159,7 +159,7 @@ void GtkScreenWindow::PresentNow() {
 
 }  // namespace Host
 
-extern "C" __attribute__((visibility("default"))) Host::Window* KivoMakeWindow(bool isFullscreen) {
+extern "C" Host::Window* KivoMakeWindow(bool isFullscreen) {
     Host::ChooseRenderer();
     // Frame buffers of the toolkit's own would otherwise be mapped afresh for every frame.
     mallopt(M_MMAP_THRESHOLD, Host::kMmapThreshold);

@@ -6,10 +6,10 @@
 namespace Osp {
 
 /// T's single instance for the process. The host owns the object and installs it for as long as it
-/// lives; everything else reaches it through Current(). Loop thread only. Visible, because modules
-/// that hide their own symbols must see the same instance.
+/// lives; everything else reaches it through Current(). Loop thread only. Code that uses it must not
+/// be built with hidden symbols, or it has an instance of its own.
 template <class T>
-class __attribute__((visibility("default"))) Service {
+class Service {
   public:
     /// Installs `instance` for the lifetime of this object and puts back what was there before.
     class Installed {
