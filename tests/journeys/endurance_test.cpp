@@ -1,0 +1,116 @@
+// The program over many photographs, and killed while it stores them.
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <map>
+#include <random>
+#include <string>
+#include <thread>
+
+#include "support/jpeg.h"
+#include "support/program.h"
+#include "support/sanitizers.h"
+#include "support/temporary_folder.h"
+
+namespace Kivo {
+namespace {
+
+namespace fs = std::filesystem;
+using Osp::Testing::ReadTree;
+using Osp::Testing::TemporaryFolder;
+using namespace Testing;
+
+struct Usage {
+    long memoryKb = 0;
+    long threads = 0;
+    long descriptors = 0;
+};
+
+Usage UsageOf(int process) {
+    const std::string folder = "/proc/" + std::to_string(process);
+    Usage usage;
+    std::ifstream status(folder + "/status");
+    for (std::string word; status >> word;) {
+        if (word == "VmRSS:") status >> usage.memoryKb;
+        if (word == "Threads:") status >> usage.threads;
+    }
+    usage.descriptors = std::distance(fs::directory_iterator(folder + "/fd"), {});
+    return usage;
+}
+
+/// Lets the program take photographs until it has `count`, and waits for that.
+void TakeUntil(CameraProgram& program, int& taken, int count) {
+    for (; taken < count; ++taken) {
+        program.Send("key camera");
+        program.Send("await photos " + std::to_string(taken + 1));
+    }
+    program.Send("print sounds");
+    EXPECT_NE(program.ReadLine(), "");
+}
+
+TEST(Endurance, TwoHundredPhotographsTakeNoMoreThanTwenty) {
+    const TemporaryFolder folder;
+    CameraProgram program({"--headless", "--script", "-", "--data", folder.Path(), "--primary",
+                           "scene", "--secondary", "scene"});
+    program.Send("await preview");
+    int taken = 0;
+    TakeUntil(program, taken, 20);
+    const Usage early = UsageOf(program.Id());
+    TakeUntil(program, taken, 200);
+    const Usage late = UsageOf(program.Id());
+    const ProgramResult result = program.Finish();
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder / "Media/Images"), {}), 200);
+    EXPECT_EQ(late.descriptors, early.descriptors);
+    // Threads of the pool come and go with the work.
+    EXPECT_LE(late.threads, early.threads + 1);
+    if (kIsSanitized) return;
+    constexpr long kSlackKb = 2048;
+    EXPECT_LE(late.memoryKb, early.memoryKb + kSlackKb);
+    EXPECT_LE(late.memoryKb, 120 * 1024);
+}
+
+TEST(Endurance, KilledWhileStoringItLeavesWholePhotographsOnly) {
+    const TemporaryFolder folder;
+    std::mt19937 random(20260101);
+    std::map<std::string, std::string> before;
+    constexpr int kKills = kIsSanitized ? 10 : 100;
+    for (int i = 0; i < kKills; ++i) {
+        CameraProgram program({"--headless", "--clock", "real", "--script", "-", "--data",
+                               folder.Path(), "--primary", "scene", "--secondary", "scene"});
+        program.Send("await preview");
+        program.Send("print sounds");
+        EXPECT_NE(program.ReadLine(), "") << "it starts again";
+        for (int press = 0; press < 20; ++press) {
+            program.Send("key camera");
+            program.Send("wait 50");
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(60 + random() % 120));
+        program.Kill();
+        const auto after = ReadTree(folder / "Media/Images");
+        for (const auto& [name, content] : before) {
+            ASSERT_TRUE(after.contains(name)) << name << " was lost";
+            ASSERT_TRUE(after.at(name) == content) << name << " was changed";
+        }
+        for (const auto& [name, content] : after) {
+            if (before.contains(name) || !name.starts_with("KIVO")) continue;
+            ASSERT_TRUE(IsWholeJpeg(folder / ("Media/Images/" + name))) << name;
+        }
+        before = after;
+        std::erase_if(before, [](const auto& file) { return !file.first.starts_with("KIVO"); });
+    }
+    EXPECT_GT(before.size(), static_cast<std::size_t>(kKills / 4));
+    const ProgramResult last =
+        RunScript({"--data", folder.Path(), "--primary", "scene", "--secondary", "scene"},
+                  {"await preview", "print photos", "key camera",
+                   ("await photos " + std::to_string(before.size() + 1)).c_str()});
+    EXPECT_EQ(last.exitCode, 0) << last.errors;
+    for (const auto& [name, content] : ReadTree(folder / "Media/Images")) {
+        EXPECT_TRUE(name.starts_with("KIVO")) << name << " was left over";
+    }
+}
+
+}  // namespace
+}  // namespace Kivo

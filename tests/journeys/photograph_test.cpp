@@ -1,0 +1,127 @@
+// From the shutter to the file.
+#include <gtest/gtest.h>
+#include <memory>
+
+#include "effects/pictures.h"
+#include "media/exif.h"
+#include "plain_composition.h"
+#include "support/jpeg.h"
+#include "support/phone.h"
+#include "support/temporary_folder.h"
+
+namespace Kivo {
+namespace {
+
+using Osp::Testing::ReadTree;
+using Osp::Testing::TemporaryFolder;
+using Osp::Testing::WriteText;
+using namespace Testing;
+
+constexpr int kShutter = 1000;
+
+/// A folder of JPEGs for a camera to deliver, and what they decode to.
+struct Subjects {
+    explicit Subjects(int count, int width = 1280, int height = 960) {
+        for (int i = 0; i < count; ++i) {
+            const Look look = i % 2 == 0 ? Look::kGradient : Look::kOutliers;
+            const std::string jpeg =
+                EncodeJpeg(RandomPicture(width, height, look, static_cast<unsigned>(i)));
+            WriteText(folder / (std::string("subject-") + std::to_string(i) + ".jpg"), jpeg);
+            frames.push_back(DecodeJpeg(jpeg));
+        }
+    }
+    std::string Source() const { return "photos:" + folder.Path(); }
+
+    TemporaryFolder folder;
+    std::vector<Picture> frames;
+};
+
+TEST(Photograph, EqualsTheDevelopedPictureOfTheCameraExactly) {
+    const Subjects subjects(2);
+    Phone phone({.primary = subjects.Source()});
+    phone.Do({"await preview", "key camera", "await photos 1", "tap 736 228", "await photos 2"});
+    const auto photos = phone.Photos();
+    ASSERT_EQ(photos.size(), 2u);
+    const Plain::Levels levels;
+    for (std::size_t i = 0; i < photos.size(); ++i) {
+        SCOPED_TRACE(photos[i]);
+        const Picture developed = ComposePlain({}, {subjects.frames[i]}, levels);
+        ExpectSame(ReadJpeg(photos[i]), DecodeJpeg(EncodeJpeg(developed)), "photograph");
+    }
+}
+
+TEST(Photograph, IsNumberedDescribedAndRegistered) {
+    Phone phone;
+    phone.Do({"await preview", "key camera", "await photos 1", "key camera", "await photos 2"});
+    const auto list = phone.PhotoList();
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_EQ(list[1]["path"], "/Media/Images/KIVO0001.jpg");
+    EXPECT_EQ(list[1]["description"], "KIVO (Normal),1X");
+    EXPECT_EQ(list[1]["width"], 1280);
+    EXPECT_EQ(list[1]["height"], 960);
+    const auto exif = Osp::Media::ReadExif(phone.Photos()[1]);
+    ASSERT_TRUE(exif);
+    EXPECT_EQ(exif->description, "KIVO (Normal),1X");
+}
+
+TEST(Photograph, TakesTheNumberAfterTheHighest) {
+    TemporaryFolder folder;
+    std::filesystem::create_directories(folder / "Media/Images");
+    WriteText(folder / "Media/Images/KIVO0041.jpg", "an older one");
+    Phone phone({.dataFolder = folder.Path()});
+    phone.Do({"await preview", "key camera", "await photos 2"});
+    EXPECT_EQ(phone.Photos().back(), folder / "Media/Images/KIVO0042.jpg");
+    EXPECT_EQ(Osp::Testing::ReadText(folder / "Media/Images/KIVO0041.jpg"), "an older one");
+}
+
+TEST(Photograph, LeavesTheScreenReadyForTheNextOne) {
+    Phone phone;
+    phone.Do("await preview");
+    EXPECT_TRUE(phone.IsEnabled(kShutter));
+    phone.Do("key camera");
+    EXPECT_FALSE(phone.IsEnabled(kShutter)) << "while it is being taken";
+    phone.Do("await photos 1");
+    phone.Wait(100);
+    EXPECT_TRUE(phone.IsEnabled(kShutter));
+    EXPECT_EQ(phone.Sounds(), std::vector<std::string>{"/Res/kivo.mp3"});
+    EXPECT_EQ(phone.End(), 0);
+}
+
+TEST(Photograph, TheSameScriptLeavesTheSameFilesAndScreens) {
+    std::map<std::string, std::string> trees[2];
+    for (auto& tree : trees) {
+        TemporaryFolder folder;
+        {
+            Phone phone({.dataFolder = folder.Path()});
+            phone.Do({"await preview", "key camera", "await photos 1", "wait 700"});
+            phone.Do("screenshot " + (folder / "screen.png"));
+            phone.Do({"drag 700 15 640 15", "wait 1000", "key camera", "await photos 2"});
+            phone.Do("screenshot " + (folder / "later.png"));
+        }
+        tree = ReadTree(folder.Path());
+    }
+    ASSERT_GE(trees[0].size(), 5u) << "two photographs, two screens, the database";
+    for (const auto& [name, content] : trees[0]) {
+        EXPECT_TRUE(content == trees[1][name]) << name << " differs";
+    }
+    EXPECT_EQ(trees[0].size(), trees[1].size());
+}
+
+TEST(Photograph, IsAbandonedByGoingToTheBackground) {
+    Phone phone;
+    phone.Do({"await preview", "key camera", "background", "wait 4000"});
+    EXPECT_TRUE(phone.Photos().empty());
+    phone.Do({"foreground", "await preview", "wait 100"});
+    EXPECT_TRUE(phone.IsEnabled(kShutter));
+    phone.Do({"key camera", "await photos 1"});
+}
+
+TEST(Photograph, OfAnUnpluggedCameraIsNone) {
+    Phone phone;
+    phone.Do({"await preview", "unplug primary", "wait 200", "key camera", "wait 4000"});
+    EXPECT_TRUE(phone.Photos().empty());
+    phone.Do({"plug primary", "wait 500", "key camera", "await photos 1"});
+}
+
+}  // namespace
+}  // namespace Kivo

@@ -1,0 +1,73 @@
+#include "support/jpeg.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <turbojpeg.h>
+#include <vector>
+
+#include "support/temporary_folder.h"
+
+namespace Kivo::Testing {
+
+namespace {
+
+using Handle = std::unique_ptr<void, int (*)(tjhandle)>;
+
+const unsigned char* Data(const std::string& bytes) {
+    return reinterpret_cast<const unsigned char*>(bytes.data());
+}
+
+}  // namespace
+
+Picture DecodeJpeg(const std::string& bytes) {
+    const Handle handle(tjInitDecompress(), tjDestroy);
+    int width = 0;
+    int height = 0;
+    int subsampling = 0;
+    int colours = 0;
+    if (tjDecompressHeader3(handle.get(), Data(bytes), bytes.size(), &width, &height, &subsampling,
+                            &colours) != 0) {
+        ADD_FAILURE() << tjGetErrorStr2(handle.get());
+        return Picture(1, 1);
+    }
+    Picture picture(width, height);
+    if (tjDecompress2(handle.get(), Data(bytes), bytes.size(), picture.bytes.data(), width, 0,
+                      height, TJPF_RGB, TJFLAG_ACCURATEDCT | TJFLAG_STOPONWARNING) != 0) {
+        ADD_FAILURE() << tjGetErrorStr2(handle.get());
+    }
+    return picture;
+}
+
+Picture ReadJpeg(const std::string& path) {
+    return DecodeJpeg(Osp::Testing::ReadText(path));
+}
+
+std::string EncodeJpeg(const Picture& picture) {
+    const Handle handle(tjInitCompress(), tjDestroy);
+    unsigned char* data = nullptr;
+    unsigned long size = 0;
+    EXPECT_EQ(tjCompress2(handle.get(), picture.bytes.data(), picture.width, 0, picture.height,
+                          TJPF_RGB, &data, &size, TJSAMP_420, 95, TJFLAG_ACCURATEDCT),
+              0);
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    tjFree(data);
+    return bytes;
+}
+
+bool IsWholeJpeg(const std::string& path) {
+    const std::string bytes = Osp::Testing::ReadText(path);
+    const Handle handle(tjInitDecompress(), tjDestroy);
+    int width = 0;
+    int height = 0;
+    int subsampling = 0;
+    int colours = 0;
+    if (tjDecompressHeader3(handle.get(), Data(bytes), bytes.size(), &width, &height, &subsampling,
+                            &colours) != 0) {
+        return false;
+    }
+    std::vector<unsigned char> pixels(static_cast<std::size_t>(width * height) * 3);
+    return tjDecompress2(handle.get(), Data(bytes), bytes.size(), pixels.data(), width, 0, height,
+                         TJPF_RGB, TJFLAG_STOPONWARNING) == 0;
+}
+
+}  // namespace Kivo::Testing

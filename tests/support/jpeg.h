@@ -1,0 +1,18 @@
+// JPEG by the library alone, to check what the program makes of pictures.
+#pragma once
+
+#include <string>
+
+#include "effects/pictures.h"
+
+namespace Kivo::Testing {
+
+/// Fails the test and returns a picture of one pixel when `bytes` is no whole JPEG.
+Picture DecodeJpeg(const std::string& bytes);
+Picture ReadJpeg(const std::string& path);
+/// Quality 95, 4:2:0, slow integer DCT.
+std::string EncodeJpeg(const Picture& picture);
+/// Whether the file is a JPEG that decodes to its end without a warning.
+bool IsWholeJpeg(const std::string& path);
+
+}  // namespace Kivo::Testing

@@ -1,0 +1,97 @@
+#include "support/program.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <gio/gio.h>
+#include <gtest/gtest.h>
+
+namespace Kivo::Testing {
+
+namespace {
+
+std::string ReadAll(GInputStream* stream) {
+    std::string text;
+    char block[4096];
+    for (gssize count = 0;
+         (count = g_input_stream_read(stream, block, sizeof block, nullptr, nullptr)) > 0;) {
+        text.append(block, static_cast<std::size_t>(count));
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string ProgramFolder() {
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+}
+
+void CameraProgram::Deleter::operator()(GSubprocess* process) const {
+    g_subprocess_force_exit(process);
+    g_subprocess_wait(process, nullptr, nullptr);
+    g_object_unref(process);
+}
+
+CameraProgram::CameraProgram(const std::vector<std::string>& arguments) {
+    const std::string program = ProgramFolder() + "/kivo-camera";
+    std::vector<const char*> words{program.c_str()};
+    for (const std::string& argument : arguments) words.push_back(argument.c_str());
+    words.push_back(nullptr);
+    GError* error = nullptr;
+    constexpr int kAllPipes = G_SUBPROCESS_FLAGS_STDIN_PIPE | G_SUBPROCESS_FLAGS_STDOUT_PIPE |
+                              G_SUBPROCESS_FLAGS_STDERR_PIPE;
+    process_.reset(
+        g_subprocess_newv(words.data(), static_cast<GSubprocessFlags>(kAllPipes), &error));
+    if (error == nullptr) return;
+    ADD_FAILURE() << error->message;
+    std::abort();  // nothing that follows makes sense
+}
+
+CameraProgram::~CameraProgram() = default;
+
+int CameraProgram::Id() const {
+    return std::atoi(g_subprocess_get_identifier(process_.get()));
+}
+
+void CameraProgram::Send(const std::string& line) {
+    const std::string text = line + "\n";
+    GOutputStream* const input = g_subprocess_get_stdin_pipe(process_.get());
+    EXPECT_TRUE(
+        g_output_stream_write_all(input, text.data(), text.size(), nullptr, nullptr, nullptr));
+}
+
+std::string CameraProgram::ReadLine() {
+    GInputStream* const output = g_subprocess_get_stdout_pipe(process_.get());
+    std::string line;
+    for (char c = 0; g_input_stream_read(output, &c, 1, nullptr, nullptr) == 1 && c != '\n';) {
+        line += c;
+    }
+    return line;
+}
+
+void CameraProgram::Kill() {
+    g_subprocess_force_exit(process_.get());
+    g_subprocess_wait(process_.get(), nullptr, nullptr);
+}
+
+ProgramResult CameraProgram::Finish() {
+    g_output_stream_close(g_subprocess_get_stdin_pipe(process_.get()), nullptr, nullptr);
+    ProgramResult result;
+    result.output = ReadAll(g_subprocess_get_stdout_pipe(process_.get()));
+    result.errors = ReadAll(g_subprocess_get_stderr_pipe(process_.get()));
+    g_subprocess_wait(process_.get(), nullptr, nullptr);
+    if (g_subprocess_get_if_exited(process_.get())) {
+        result.exitCode = g_subprocess_get_exit_status(process_.get());
+    }
+    return result;
+}
+
+ProgramResult RunScript(const std::vector<std::string>& arguments,
+                        std::initializer_list<const char*> lines) {
+    std::vector<std::string> all{"--headless", "--script", "-"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    CameraProgram program(all);
+    for (const char* line : lines) program.Send(line);
+    return program.Finish();
+}
+
+}  // namespace Kivo::Testing

@@ -1,0 +1,51 @@
+// The camera program as a process of its own.
+#pragma once
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <vector>
+
+typedef struct _GSubprocess GSubprocess;
+
+namespace Kivo::Testing {
+
+struct ProgramResult {
+    int exitCode = -1;  // -1 when a signal ended it
+    std::string output;
+    std::string errors;
+};
+
+/// Where the programs are that were built with the tests.
+std::string ProgramFolder();
+
+/// kivo-camera with `arguments`; what it prints is kept.
+class CameraProgram {
+  public:
+    explicit CameraProgram(const std::vector<std::string>& arguments);
+    /// Kills it if it still runs.
+    ~CameraProgram();
+    CameraProgram(const CameraProgram&) = delete;
+    CameraProgram& operator=(const CameraProgram&) = delete;
+
+    int Id() const;
+    /// One line of a script that is read from standard input.
+    void Send(const std::string& line);
+    /// The next line that it prints; empty at the end.
+    std::string ReadLine();
+    void Kill();
+    /// Closes its input and waits for its end.
+    ProgramResult Finish();
+
+  private:
+    struct Deleter {
+        void operator()(GSubprocess* process) const;
+    };
+    std::unique_ptr<GSubprocess, Deleter> process_;
+};
+
+/// Runs `lines` headless, with `arguments` beside, to their end.
+ProgramResult RunScript(const std::vector<std::string>& arguments,
+                        std::initializer_list<const char*> lines);
+
+}  // namespace Kivo::Testing
