@@ -31,7 +31,8 @@ void CameraProgram::Deleter::operator()(GSubprocess* process) const {
     g_object_unref(process);
 }
 
-CameraProgram::CameraProgram(const std::vector<std::string>& arguments) {
+CameraProgram::CameraProgram(const std::vector<std::string>& arguments,
+                             const std::map<std::string, std::string>& environment) {
     const std::string program = ProgramFolder() + "/kivo-camera";
     std::vector<const char*> words{program.c_str()};
     for (const std::string& argument : arguments) words.push_back(argument.c_str());
@@ -39,8 +40,13 @@ CameraProgram::CameraProgram(const std::vector<std::string>& arguments) {
     GError* error = nullptr;
     constexpr int kAllPipes = G_SUBPROCESS_FLAGS_STDIN_PIPE | G_SUBPROCESS_FLAGS_STDOUT_PIPE |
                               G_SUBPROCESS_FLAGS_STDERR_PIPE;
-    process_.reset(
-        g_subprocess_newv(words.data(), static_cast<GSubprocessFlags>(kAllPipes), &error));
+    GSubprocessLauncher* const launcher =
+        g_subprocess_launcher_new(static_cast<GSubprocessFlags>(kAllPipes));
+    for (const auto& [name, value] : environment) {
+        g_subprocess_launcher_setenv(launcher, name.c_str(), value.c_str(), TRUE);
+    }
+    process_.reset(g_subprocess_launcher_spawnv(launcher, words.data(), &error));
+    g_object_unref(launcher);
     if (error == nullptr) return;
     ADD_FAILURE() << error->message;
     std::abort();  // nothing that follows makes sense

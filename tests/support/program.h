@@ -2,6 +2,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,7 +23,9 @@ std::string ProgramFolder();
 /// kivo-camera with `arguments`; what it prints is kept.
 class CameraProgram {
   public:
-    explicit CameraProgram(const std::vector<std::string>& arguments);
+    /// `environment` comes on top of the test's own.
+    explicit CameraProgram(const std::vector<std::string>& arguments,
+                           const std::map<std::string, std::string>& environment = {});
     /// Kills it if it still runs.
     ~CameraProgram();
     CameraProgram(const CameraProgram&) = delete;

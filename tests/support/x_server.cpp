@@ -1,0 +1,111 @@
+#include "support/x_server.h"
+
+#include <chrono>
+#include <gio/gio.h>
+#include <gtest/gtest.h>
+#include <thread>
+
+// After the others: its macros collide with their names.
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+
+namespace Kivo::Testing {
+
+XServer::XServer() {
+    // The server chooses a free number itself and prints it.
+    server_ = g_subprocess_new(static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE |
+                                                             G_SUBPROCESS_FLAGS_STDERR_SILENCE),
+                               nullptr, "Xvfb", "-displayfd", "1", "-screen", "0", "1600x1200x24",
+                               nullptr);
+    if (server_ == nullptr) {
+        ADD_FAILURE() << "Xvfb cannot be started";
+        std::abort();
+    }
+    name_ = ":";
+    GInputStream* const output = g_subprocess_get_stdout_pipe(server_);
+    for (char c = 0; g_input_stream_read(output, &c, 1, nullptr, nullptr) == 1 && c != '\n';) {
+        name_ += c;
+    }
+    display_ = XOpenDisplay(name_.c_str());
+    EXPECT_NE(display_, nullptr) << name_;
+}
+
+XServer::~XServer() {
+    if (display_ != nullptr) XCloseDisplay(display_);
+    g_subprocess_send_signal(server_, SIGTERM);
+    g_subprocess_wait(server_, nullptr, nullptr);
+    g_object_unref(server_);
+}
+
+unsigned long XServer::Search(unsigned long window, const std::string& title) {
+    char* name = nullptr;
+    if (XFetchName(display_, window, &name) != 0 && name != nullptr) {
+        const bool isIt = title == name;
+        XFree(name);
+        if (isIt) return window;
+    }
+    Window root = 0;
+    Window parent = 0;
+    Window* children = nullptr;
+    unsigned count = 0;
+    unsigned long found = 0;
+    if (XQueryTree(display_, window, &root, &parent, &children, &count) == 0) return 0;
+    for (unsigned i = 0; i < count && found == 0; ++i) found = Search(children[i], title);
+    if (children != nullptr) XFree(children);
+    return found;
+}
+
+unsigned long XServer::FindWindow(const std::string& title) {
+    using namespace std::chrono_literals;
+    for (int i = 0; i < 500; ++i) {
+        const unsigned long found = Search(DefaultRootWindow(display_), title);
+        XWindowAttributes attributes;
+        if (found != 0 && XGetWindowAttributes(display_, found, &attributes) != 0 &&
+            attributes.map_state == IsViewable) {
+            return found;
+        }
+        std::this_thread::sleep_for(20ms);
+    }
+    return 0;
+}
+
+void XServer::Resize(unsigned long window, int width, int height) {
+    XMoveResizeWindow(display_, window, 0, 0, static_cast<unsigned>(width),
+                      static_cast<unsigned>(height));
+    XSync(display_, False);
+}
+
+void XServer::SetMinimised(unsigned long window, bool isMinimised) {
+    const Atom property = XInternAtom(display_, "_NET_WM_STATE", False);
+    const Atom hidden = XInternAtom(display_, "_NET_WM_STATE_HIDDEN", False);
+    XChangeProperty(display_, window, property, XA_ATOM, 32, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(&hidden), isMinimised ? 1 : 0);
+    XSync(display_, False);
+}
+
+void XServer::MoveTo(int x, int y) {
+    XTestFakeMotionEvent(display_, -1, x, y, CurrentTime);
+    XSync(display_, False);
+}
+
+void XServer::Press() {
+    XTestFakeButtonEvent(display_, 1, True, CurrentTime);
+    XSync(display_, False);
+}
+
+void XServer::Release() {
+    XTestFakeButtonEvent(display_, 1, False, CurrentTime);
+    XSync(display_, False);
+}
+
+void XServer::Key(unsigned long symbol) {
+    const KeyCode code = XKeysymToKeycode(display_, symbol);
+    EXPECT_NE(code, 0);
+    XTestFakeKeyEvent(display_, code, True, CurrentTime);
+    XTestFakeKeyEvent(display_, code, False, CurrentTime);
+    XSync(display_, False);
+}
+
+}  // namespace Kivo::Testing

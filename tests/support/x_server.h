@@ -1,0 +1,42 @@
+// A private X server, and the finger and the keyboard of a person in front of it.
+#pragma once
+
+#include <memory>
+#include <string>
+
+typedef struct _GSubprocess GSubprocess;
+typedef struct _XDisplay Display;
+
+namespace Kivo::Testing {
+
+class XServer {
+  public:
+    XServer();
+    ~XServer();
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+
+    /// As the environment variable DISPLAY wants it.
+    const std::string& Name() const { return name_; }
+
+    /// Waits for the program's window; 0 when none appears within 10 s.
+    unsigned long FindWindow(const std::string& title);
+    void Resize(unsigned long window, int width, int height);
+    /// Does what a window manager does with a window that the user minimises, or restores.
+    void SetMinimised(unsigned long window, bool isMinimised);
+
+    /// Screen positions.
+    void MoveTo(int x, int y);
+    void Press();
+    void Release();
+    void Key(unsigned long symbol);
+
+  private:
+    unsigned long Search(unsigned long window, const std::string& title);
+
+    GSubprocess* server_ = nullptr;
+    std::string name_;
+    Display* display_ = nullptr;
+};
+
+}  // namespace Kivo::Testing
