@@ -170,8 +170,7 @@ void TimeRgba(benchmark::State& state, bool turned) {
         ConvertToRgba(session.source, turned, session.rgba.data());
         benchmark::ClobberMemory();
     }
-    state.counters["ns_per_pixel"] = benchmark::Counter(
-        kPixels / 1e9, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.SetItemsProcessed(state.iterations() * kWidth * kHeight);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "base/trace.h"
 #include "content/database.h"
 #include "io/errno_result.h"
 #include "io/safe_file.h"
@@ -85,6 +86,7 @@ result ContentStore::Register(const Base::String& path, const Base::String& name
     fresh.height = embedded.height;
     r = database_->Put(key, fresh);
     if (Succeeded(r)) record = fresh;
+    Base::Trace::Mark("registered");
     return r;
 }
 
