@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -27,15 +28,11 @@ struct Stage {
     const char* mark;  // that ends it
     const char* name;
 };
-constexpr Stage kStages[] = {{"focus-done", "focus"},
-                             {"capture-delivered", "wait for the frame"},
-                             {"decode-done", "decode"},
-                             {"encode-begun", "effect"},
-                             {"encode-done", "encode"},
-                             {"file-synced", "write and sync"},
-                             {"registered", "register"},
-                             {"preview-first-frame", "restart"}};
-constexpr std::size_t kStoredStages = 7;  // those before the restart
+constexpr Stage kStages[] = {
+    {"focus-done", "focus"},    {"capture-delivered", "wait for the frame"},
+    {"decode-done", "decode"},  {"encode-begun", "effect"},
+    {"encode-done", "encode"},  {"file-synced", "write and sync"},
+    {"registered", "register"}, {"preview-first-frame", "restart"}};
 
 /// Collects how long each stage of each photograph took.
 class StageTimes : public Osp::Base::Trace {
@@ -44,6 +41,9 @@ class StageTimes : public Osp::Base::Trace {
 
     void OnMark(const char* mark) override {
         if (begin_ == SteadyClock::time_point{}) return;  // the preview at the start
+        const bool isStage = std::ranges::any_of(
+            kStages, [mark](const Stage& stage) { return std::string_view(stage.mark) == mark; });
+        if (!isStage) return;
         const auto now = SteadyClock::now();
         times_[mark].push_back(Milliseconds(now - last_));
         if (std::string(mark) == "registered") stored_.push_back(Milliseconds(now - begin_));
@@ -101,7 +101,8 @@ int Measure(const std::string& dataFolder) {
                               });
     queue.Add({"await preview", 0, nullptr});
     for (int i = 1; i <= kPhotographs; ++i) {
-        queue.Add({"wait " + std::to_string(kPauseMs), 0, [&times](const auto&) { times.Begin(); }});
+        queue.Add(
+            {"wait " + std::to_string(kPauseMs), 0, [&times](const auto&) { times.Begin(); }});
         queue.Add({"key camera", 0, nullptr});
         queue.Add({"await photos " + std::to_string(i), 0, nullptr});
     }

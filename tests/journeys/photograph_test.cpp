@@ -7,6 +7,7 @@
 #include "plain_composition.h"
 #include "support/jpeg.h"
 #include "support/phone.h"
+#include "support/subjects.h"
 #include "support/temporary_folder.h"
 
 namespace Kivo {
@@ -18,23 +19,6 @@ using Osp::Testing::WriteText;
 using namespace Testing;
 
 constexpr int kShutter = 1000;
-
-/// A folder of JPEGs for a camera to deliver, and what they decode to.
-struct Subjects {
-    explicit Subjects(int count, int width = 1280, int height = 960) {
-        for (int i = 0; i < count; ++i) {
-            const Look look = i % 2 == 0 ? Look::kGradient : Look::kOutliers;
-            const std::string jpeg =
-                EncodeJpeg(RandomPicture(width, height, look, static_cast<unsigned>(i)));
-            WriteText(folder / (std::string("subject-") + std::to_string(i) + ".jpg"), jpeg);
-            frames.push_back(DecodeJpeg(jpeg));
-        }
-    }
-    std::string Source() const { return "photos:" + folder.Path(); }
-
-    TemporaryFolder folder;
-    std::vector<Picture> frames;
-};
 
 TEST(Photograph, EqualsTheDevelopedPictureOfTheCameraExactly) {
     const Subjects subjects(2);

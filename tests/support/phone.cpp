@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "application_library.h"
+#include "base/trace.h"
 #include "machine.h"
 #include "report.h"
 #include "script_driver.h"
@@ -39,6 +40,16 @@ Host::Options MakeOptions(const std::string& dataFolder, const PhoneSetup& setup
     return options;
 }
 
+long long LoopMs() {
+    return Osp::Base::EventLoop::Current().GetClock().Now().count() / 1000;
+}
+
+class MarkLog : public Osp::Base::Trace {
+  public:
+    void OnMark(const char* stage) override { timesMs[stage].push_back(LoopMs()); }
+    std::map<std::string, std::vector<long long>> timesMs;
+};
+
 }  // namespace
 
 struct Phone::Running {
@@ -49,6 +60,7 @@ struct Phone::Running {
     bool hasEnded = false;
     int exitCode = 0;
     Osp::Base::EventLoop* loop = nullptr;  // while it runs
+    MarkLog marks;                         // of the loop thread
     std::thread thread;
 
     void Run(const Host::Options& options) {
@@ -61,6 +73,7 @@ struct Phone::Running {
             Set([this] { hasStarted = hasEnded = true; });
             return;
         }
+        const Osp::Base::Trace::Installed installedMarks(marks);
         Host::ShowRecorder recorder(nullptr);
         Host::ScriptDriver driver(
             machine->GetLoop(), machine->GetVirtualClock(), queue, Host::CommandContext{recorder},
@@ -180,7 +193,11 @@ Json Phone::PhotoList() {
 }
 
 long long Phone::NowMs() {
-    return On([] { return Osp::Base::EventLoop::Current().GetClock().Now().count() / 1000; });
+    return On(LoopMs);
+}
+
+std::vector<long long> Phone::MarksMs(const std::string& mark) {
+    return On([this, &mark] { return running_->marks.timesMs[mark]; });
 }
 
 }  // namespace Kivo::Testing

@@ -61,6 +61,8 @@ class Phone {
     std::vector<std::string> Photos() const;
     nlohmann::json PhotoList();
     long long NowMs();
+    /// The times of all marks of that name (base/trace.h) since the start.
+    std::vector<long long> MarksMs(const std::string& mark);
     const std::string& DataFolder() const { return dataFolder_; }
 
     /// Ends the application if it has not ended itself; returns the program's exit code.

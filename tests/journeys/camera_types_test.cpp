@@ -1,0 +1,260 @@
+// Every camera type on both cameras: when its frames are taken, what can be pressed meanwhile, and
+// what photograph they make.
+#include <cstring>
+#include <gtest/gtest.h>
+#include <tuple>
+
+#include <osp/ui/controls/overlay_panel.h>
+
+#include "media/running_camera.h"
+#include "plain_composition.h"
+#include "plain_preview.h"
+#include "support/jpeg.h"
+#include "support/phone.h"
+#include "support/subjects.h"
+#include "ui/ui_fixture.h"
+
+namespace Kivo {
+namespace {
+
+using namespace Testing;
+using Osp::Media::CameraSelection;
+using Osp::Media::RunningCamera;
+
+enum Type { kKivo, kDslr, kAction, kQuad, kMix, kTilt };
+constexpr const char* kTypeNames[] = {"KIVO", "DSLR", "ACTION", "QUAD", "MIX", "TILT"};
+constexpr int kFrames[] = {1, 1, 4, 4, 2, 1};
+
+constexpr int kShutter = 1000;
+constexpr int kSwap = 1002;
+constexpr int kOtherControls[] = {1001, 1002, 1003, 1007, 1008, 1012, 1023};
+
+std::map<std::string, Osp::App::RegistryValue> WithType(int type) {
+    return {{"CAM_TYPE", std::to_string(type)}};
+}
+
+void UseFrontCamera(Phone& phone) {
+    phone.Do({"wait 100", "tap 618 425", "wait 500", "await preview", "wait 100"});
+}
+
+/// Takes one photograph, with every press that its type needs.
+void TakePhotograph(Phone& phone, int type) {
+    phone.Do("key camera");
+    if (type == kMix) phone.Do({"wait 1500", "key camera"});
+    phone.Wait(6000);
+}
+
+/// What `frames` become, through file and back.
+Picture Expected(const PlainPhotograph& photograph, const std::vector<Picture>& frames) {
+    static const Plain::Levels levels;
+    const Picture composed = ComposePlain(photograph, frames, levels);
+    Picture stored(1, 1);
+    const auto rgba = PlainRgba(composed, photograph.secondary, stored.width, stored.height);
+    stored.bytes.clear();
+    for (std::size_t i = 0; i < rgba.size(); ++i) {
+        if (i % 4 != 3) stored.bytes.push_back(rgba[i]);
+    }
+    return DecodeJpeg(EncodeJpeg(stored));
+}
+
+class EveryType : public testing::TestWithParam<int> {};
+INSTANTIATE_TEST_SUITE_P(Types, EveryType, testing::Range(0, 6),
+                         [](const auto& info) { return kTypeNames[info.param]; });
+
+TEST_P(EveryType, MakesItsPhotographOfTheBackCamerasFrames) {
+    const int type = GetParam();
+    const int count = kFrames[type];
+    const Subjects subjects(count);
+    Phone phone({.primary = subjects.Source(), .registry = WithType(type)});
+    phone.Do({"await preview", "wait 100", "tap 264 425", "wait 1500"});  // HDR
+    TakePhotograph(phone, type);
+    const auto photos = phone.Photos();
+    ASSERT_EQ(photos.size(), 2u);
+    const std::string name = std::string(kTypeNames[type]) + " (Normal),1X";
+    EXPECT_EQ(phone.PhotoList()[0]["description"], name);
+    EXPECT_EQ(phone.PhotoList()[1]["description"], name + ",HDR");
+    ExpectSame(ReadJpeg(photos[0]), Expected({.type = type}, subjects.frames), "photograph");
+    ExpectSame(ReadJpeg(photos[1]), Expected({.type = type, .hdr = true}, subjects.frames),
+               "HDR version");
+}
+
+TEST_P(EveryType, MakesItsPhotographOfTheFrontCamerasPreview) {
+    const int type = GetParam();
+    const Subjects subjects(1, 1280, 960);
+    Picture frame(640, 480);
+    {
+        RunningCamera camera(subjects.Source(), CameraSelection::kSecondary);
+        camera.RestartWith({640, 480}, {640, 480});
+        const std::string preview = camera.NextFrame();
+        ASSERT_EQ(preview.size(), 640u * 480 * 3 / 2);
+        Plain::ConvertPreview(reinterpret_cast<const std::uint8_t*>(preview.data()), frame.View());
+    }
+    Phone phone({.primary = "scene", .secondary = subjects.Source(), .registry = WithType(type)});
+    phone.Do("await preview");
+    UseFrontCamera(phone);
+    TakePhotograph(phone, type);
+    const auto photos = phone.Photos();
+    ASSERT_EQ(photos.size(), 1u);
+    const Picture photograph = ReadJpeg(photos[0]);
+    EXPECT_EQ(photograph.width, 480) << "portrait";
+    const std::vector<Picture> frames(static_cast<std::size_t>(kFrames[type]), frame);
+    ExpectSame(photograph, Expected({.type = type, .secondary = true}, frames), "photograph");
+}
+
+TEST_P(EveryType, GivesTheControlsBackAfterwardsOnBothCameras) {
+    const int type = GetParam();
+    Phone phone({.registry = WithType(type)});
+    phone.Do("await preview");
+    for (const bool front : {false, true}) {
+        SCOPED_TRACE(front ? "front camera" : "back camera");
+        if (front) UseFrontCamera(phone);
+        phone.Do({"wait 100", "key camera"});
+        EXPECT_FALSE(phone.IsEnabled(kShutter));
+        for (const int id : kOtherControls) EXPECT_FALSE(phone.IsEnabled(id)) << id;
+        if (type == kMix) {
+            phone.Wait(1500);
+            EXPECT_TRUE(phone.IsEnabled(kShutter)) << "for the second press";
+            for (const int id : kOtherControls) EXPECT_FALSE(phone.IsEnabled(id)) << id;
+            phone.Do("key camera");
+        }
+        phone.Wait(6000);
+        EXPECT_TRUE(phone.IsEnabled(kShutter));
+        EXPECT_TRUE(phone.IsEnabled(kSwap));
+    }
+    EXPECT_EQ(phone.Photos().size(), 2u);
+    const std::string sound = type == kKivo   ? "/Res/kivo.mp3"
+                              : type == kDslr ? "/Res/dslr.mp3"
+                                              : "/Res/others.mp3";
+    const auto sounds = phone.Sounds();
+    EXPECT_EQ(std::ranges::count(sounds, sound), 2 * kFrames[type]);
+}
+
+/// Times between the end of one capture and the beginning of the next.
+std::vector<long long> Pauses(Phone& phone) {
+    const auto begun = phone.MarksMs("capture-begun");
+    const auto delivered = phone.MarksMs("capture-delivered");
+    std::vector<long long> pauses;
+    for (std::size_t i = 1; i < begun.size(); ++i) pauses.push_back(begun[i] - delivered[i - 1]);
+    return pauses;
+}
+
+TEST(ActionPhotograph, IsFourFramesAHundredMillisecondsApart) {
+    Phone phone({.registry = WithType(kAction)});
+    phone.Do("await preview");
+    TakePhotograph(phone, kAction);
+    EXPECT_EQ(Pauses(phone), (std::vector<long long>{100, 100, 100}));
+    EXPECT_EQ(phone.MarksMs("focus-done").size(), 1u) << "only the first is focused";
+}
+
+TEST(QuadPhotograph, IsFourFramesSixHundredMillisecondsApart) {
+    Phone phone({.registry = WithType(kQuad)});
+    phone.Do("await preview");
+    TakePhotograph(phone, kQuad);
+    EXPECT_EQ(Pauses(phone), (std::vector<long long>{600, 600, 600}));
+    EXPECT_EQ(phone.MarksMs("focus-done").size(), 1u);
+}
+
+TEST(FrontPhotograph, IsTheSixthFrameAfterThePressAndTheNextFollowsASecondLater) {
+    for (const int type : {kKivo, kQuad}) {
+        SCOPED_TRACE(kTypeNames[type]);
+        Phone phone({.registry = WithType(type)});
+        phone.Do("await preview");
+        UseFrontCamera(phone);
+        phone.Wait(17);  // between two frames
+        const long long press = phone.NowMs();
+        phone.Do({"key camera", "wait 6000"});
+        const auto encoded = phone.MarksMs("encode-begun");
+        ASSERT_EQ(encoded.size(), 1u);
+        const int waits = kFrames[type] - 1;
+        const double frameMs = 1000.0 / 30;
+        const double least = waits * 1000 + (waits + 1) * 5 * frameMs;
+        const double most = waits * (1000 + frameMs) + (waits + 1) * 6 * frameMs;
+        EXPECT_GE(static_cast<double>(encoded[0] - press), least - 1);
+        EXPECT_LE(static_cast<double>(encoded[0] - press), most + 1);
+    }
+}
+
+TEST(MixPhotograph, WaitsForItsSecondFrameThroughTheBackground) {
+    const Subjects subjects(2);
+    Phone phone({.primary = subjects.Source(), .registry = WithType(kMix)});
+    phone.Do({"await preview", "key camera", "wait 1500", "background", "wait 5000", "foreground",
+              "await preview", "wait 500"});
+    EXPECT_TRUE(phone.IsEnabled(kShutter));
+    EXPECT_FALSE(phone.IsEnabled(kSwap));
+    phone.Do({"key camera", "await photos 1"});
+    ExpectSame(ReadJpeg(phone.Photos()[0]), Expected({.type = kMix}, subjects.frames), "MIX");
+}
+
+TEST(SeriesOfFrames, IsAbandonedByTheBackground) {
+    for (const int type : {kAction, kQuad}) {
+        const Subjects subjects(8);
+        Phone phone({.primary = subjects.Source(), .registry = WithType(type)});
+        phone.Do({"await preview", "key camera"});
+        while (phone.MarksMs("capture-delivered").size() < 2) phone.Wait(20);
+        phone.Do({"background", "wait 5000", "foreground", "await preview", "wait 100"});
+        EXPECT_TRUE(phone.Photos().empty());
+        EXPECT_TRUE(phone.IsEnabled(kShutter));
+        EXPECT_TRUE(phone.IsEnabled(kSwap));
+        TakePhotograph(phone, type);
+        ASSERT_EQ(phone.Photos().size(), 1u);
+        const std::vector<Picture> frames(subjects.frames.begin() + 2, subjects.frames.begin() + 6);
+        ExpectSame(ReadJpeg(phone.Photos()[0]), Expected({.type = type}, frames),
+                   "the next series begins anew");
+    }
+}
+
+/// The screen with an overlay panel that shows `frame`.
+class BlendRig : public Osp::Ui::UiTest {
+  public:
+    std::vector<std::uint32_t> Show(const std::vector<std::uint8_t>& frame) {
+        auto* const panel = Add(new Osp::Ui::Controls::OverlayPanel);
+        EXPECT_EQ(panel->Construct({0, 0, 800, 480}), result::kSuccess);
+        Osp::Base::ByteBuffer buffer;
+        EXPECT_EQ(buffer.Construct(static_cast<int>(frame.size())), result::kSuccess);
+        std::memcpy(buffer.GetPointer(), frame.data(), frame.size());
+        EXPECT_EQ(panel->SetInputBuffer({800, 480}, buffer, {800, 480},
+                                        Osp::Ui::Controls::BufferPixelFormat::kYuv420Planar),
+                  result::kSuccess);
+        return Pixels(screen_.Compose());
+    }
+    /// Where no control lies.
+    static std::vector<std::uint32_t> Pixels(const Osp::Graphics::Surface& screen) {
+        std::vector<std::uint32_t> pixels;
+        for (int y = 110; y < 170; ++y) {
+            const auto* row = reinterpret_cast<const std::uint32_t*>(
+                screen.Data() + std::ptrdiff_t{screen.StrideBytes()} * y);
+            for (int x = 150; x < 500; ++x) pixels.push_back(row[x] & 0xFFFFFF);
+        }
+        return pixels;
+    }
+    void TestBody() override {}
+};
+
+TEST(MixPreview, BlendsTheFirstFrameWithTheLivePictureExactly) {
+    const Subjects subjects(2, 800, 480);
+    std::vector<std::uint8_t> blend(800 * 480 * 3 / 2);
+    std::vector<std::uint32_t> expected;
+    {
+        RunningCamera camera(subjects.Source(), CameraSelection::kPrimary);
+        camera.RestartWith({800, 480}, {800, 480});
+        (void)camera.Capture();
+        const std::string live = camera.NextFrame();
+        Picture converted(800, 480);
+        Plain::ConvertPreview(reinterpret_cast<const std::uint8_t*>(live.data()), converted.View());
+        Plain::EncodePreview(std::as_const(converted).View(), subjects.frames[0].View(),
+                             blend.data());
+    }
+    {
+        BlendRig rig;
+        expected = rig.Show(blend);
+    }
+    Phone phone({.primary = subjects.Source(),
+                 .registry = {{"CAM_TYPE", "4"}, {"CAPTURE_WIDTH", 800}, {"CAPTURE_HEIGHT", 480}}});
+    phone.Do({"await preview", "key camera", "wait 1500"});
+    const auto shown =
+        phone.On([] { return BlendRig::Pixels(Osp::Ui::Screen::Current().Compose()); });
+    EXPECT_TRUE(shown == expected);
+}
+
+}  // namespace
+}  // namespace Kivo

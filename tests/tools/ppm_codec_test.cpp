@@ -1,0 +1,66 @@
+// Binary pixmaps, friendly and hostile.
+#include "ppm_codec.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace Kivo::Tools {
+namespace {
+
+using Osp::Graphics::Dimension;
+
+std::span<const std::uint8_t> BytesOf(const std::string& text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+result SizeOf(const std::string& text, Dimension& size) {
+    return ReadPpmSize(BytesOf(text), size);
+}
+
+TEST(PpmCodec, ReadsHeadersInEverySpelling) {
+    for (const char* header :
+         {"P6 3 2 255\n", "P6\n3 2\n255 ", "P6\t3\r\n2\f255\n",
+          "P6\n# a comment\n3# 7 7\n2 # and one\n#\n255\n", "P6 003 02 0255 "}) {
+        const std::string pixels = "abcdefghijklmnopqr";
+        Dimension size;
+        ASSERT_EQ(SizeOf(header + pixels, size), result::kSuccess) << header;
+        EXPECT_EQ(size, (Dimension{3, 2}));
+        std::vector<std::uint8_t> decoded(18);
+        ASSERT_EQ(DecodePpm(BytesOf(header + pixels + "more"), size, decoded.data()),
+                  result::kSuccess);
+        EXPECT_EQ(std::string(decoded.begin(), decoded.end()), pixels) << header;
+    }
+}
+
+TEST(PpmCodec, RefusesWhatItCannotHoldOrDoesNotUnderstand) {
+    for (const char* text :
+         {"", "P", "P6", "P63 2 255\n", "P5 3 2 255\n", "P6 3 2 255", "P6 3 2 254\n",
+          "P6 3 2 65535\n", "P6 3 2\n", "P6 3 2x 255\n", "P6 -3 2 255\n", "P6 0 2 255\n",
+          "P6 3 0 255\n", "P6 60000 60000 255\n", "P6 4294967299 2 255\n",
+          "P6 99999999999999999999 1 255\n", "P6 32768 1 255\n", "P6 # no end"}) {
+        Dimension size{7, 7};
+        EXPECT_EQ(SizeOf(text, size), result::kInvalidFormat) << text;
+        EXPECT_EQ(size, (Dimension{7, 7}));
+    }
+}
+
+TEST(PpmCodec, RefusesPixelsThatAreCutOffOrOfAnotherSize) {
+    std::vector<std::uint8_t> decoded(64);
+    const std::string header = "P6 3 2 255\n";
+    EXPECT_EQ(DecodePpm(BytesOf(header + std::string(17, 'x')), {3, 2}, decoded.data()),
+              result::kInvalidFormat);
+    EXPECT_EQ(DecodePpm(BytesOf(header + std::string(18, 'x')), {2, 3}, decoded.data()),
+              result::kInvalidFormat);
+}
+
+TEST(PpmCodec, WritesRowsWithoutTheirGaps) {
+    const std::string rows = "abcdef..ghijkl..";
+    Osp::Media::EncodedPicture encoded;
+    EncodePpm({BytesOf(rows).data(), {2, 2}, 8, Osp::Media::PixelLayout::kRgb}, encoded);
+    EXPECT_EQ(std::string(encoded.Bytes().begin(), encoded.Bytes().end()),
+              "P6\n2 2\n255\nabcdefghijkl");
+}
+
+}  // namespace
+}  // namespace Kivo::Tools
