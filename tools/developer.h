@@ -1,0 +1,70 @@
+// From the files of a photograph's frames to the developed picture.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "composition.h"
+#include "effect_tables.h"
+#include "frame.h"
+#include "picture_format.h"
+#include "problem.h"
+#include "recipe.h"
+#include "scratch.h"
+
+namespace Kivo::Tools {
+
+/// The bytes of a file and the name to call it by when something is wrong with it.
+struct Source {
+    std::string name;
+    Bytes bytes;  // not owned
+};
+
+/// Keeps its memory from one photograph to the next. One thread at a time.
+class Developer {
+  public:
+    static constexpr std::size_t kMostFrames = 4;
+
+    /// `tables` is not owned and may serve several developers. With `inBackground`, frames are
+    /// decoded in other threads while they are developed; the result is the same.
+    Developer(Effects::EffectTables& tables, bool inBackground)
+        : tables_(tables), inBackground_(inBackground) {}
+
+    /// Takes one to four frames of one size, whose bytes outlive what is made of them.
+    Problem Load(std::span<const Source> frames);
+
+    /// Develops the loaded frames, any number of times. A type of more frames than there are takes
+    /// them in turn. The front camera's photographs come out turned, as it stores them.
+    Problem Develop(const Recipe& recipe, PictureFormat format,
+                    Osp::Media::EncodedPicture& developed);
+
+    /// The same as pixels of four bytes, which stay until the next call.
+    Problem Develop(const Recipe& recipe, Osp::Media::PixelView& developed);
+
+  private:
+    /// Calls finished(first, last) whenever these rows of `result_` are there.
+    Problem Compose(const Recipe& recipe, const std::function<void(int, int)>& finished);
+    Problem CacheFrames(const Effects::EffectJob& job);
+    Problem DevelopRowByRow(const Recipe& recipe, Bytes metadata,
+                            Osp::Media::EncodedPicture& developed);
+    std::vector<std::uint8_t> Metadata(const Recipe& recipe) const;
+    std::size_t FrameIndex(int number) const;
+    Problem DamageOf(std::size_t index) const;
+    Effects::Pixels View(Osp::Base::Block& block) const;
+
+    Effects::EffectTables& tables_;
+    bool inBackground_;
+    Effects::Scratch scratch_;
+    std::vector<Source> sources_;
+    std::array<Frame, kMostFrames> frames_;
+    Osp::Base::Block accumulation_;
+    Osp::Base::Block result_;
+    Osp::Base::Block rgba_;
+};
+
+}  // namespace Kivo::Tools

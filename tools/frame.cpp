@@ -1,0 +1,66 @@
+#include "frame.h"
+
+#include <utility>
+
+#include "media/exif.h"
+#include "upright.h"
+
+namespace Kivo::Tools {
+
+using Osp::Graphics::Dimension;
+
+Problem Frame::Load(Bytes file, bool inBackground) {
+    decoder_ = {};  // waits for the one before
+    Problem problem = ReadPictureSize(file, size_);
+    if (!problem.empty()) return problem;
+    const auto exif = Osp::Media::ReadExif(file);
+    orientation_ = exif ? exif->orientation : 1;
+    if (IsTransposed(orientation_)) std::swap(size_.width, size_.height);
+    const std::size_t sizeBytes = Osp::Media::PackedSize(size_, Osp::Media::PixelLayout::kRgb);
+    pixels_.Fit(sizeBytes);
+    if (!IsUpright(orientation_)) stored_.Fit(sizeBytes);
+    rowsDone_ = 0;
+    if (inBackground) {
+        decoder_ = std::jthread([this, file] { Decode(file); });
+    } else {
+        Decode(file);
+    }
+    return {};
+}
+
+int Frame::WaitForMore(int rows) const {
+    for (;;) {
+        const int done = rowsDone_.load(std::memory_order_acquire);
+        if (done == kDamaged || done > rows) return done;
+        rowsDone_.wait(done, std::memory_order_acquire);
+    }
+}
+
+bool Frame::WaitForAll() const {
+    return WaitForMore(size_.height - 1) != kDamaged;
+}
+
+void Frame::Decode(Bytes file) {
+    const bool isWhole =
+        IsUpright(orientation_)
+            ? DecodePicture(file, size_, pixels_.data(), [this](int rows) { Announce(rows); })
+            : DecodeTurned(file);
+    Announce(isWhole ? size_.height : kDamaged);
+}
+
+bool Frame::DecodeTurned(Bytes file) {
+    Dimension stored = size_;
+    if (IsTransposed(orientation_)) std::swap(stored.width, stored.height);
+    const auto nobodyWaits = [](int) {};
+    if (!DecodePicture(file, stored, stored_.data(), nobodyWaits)) return false;
+    TurnUpright({stored_.data(), stored.width, stored.height}, orientation_,
+                {pixels_.data(), size_.width, size_.height});
+    return true;
+}
+
+void Frame::Announce(int rows) {
+    rowsDone_.store(rows, std::memory_order_release);
+    rowsDone_.notify_all();
+}
+
+}  // namespace Kivo::Tools

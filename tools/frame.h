@@ -1,0 +1,47 @@
+// One picture of a photograph, while it is being decoded.
+#pragma once
+
+#include <atomic>
+#include <thread>
+
+#include <osp/graphics/dimension.h>
+
+#include "base/block_pool.h"
+#include "picture_format.h"
+#include "pixels.h"
+#include "problem.h"
+
+namespace Kivo::Tools {
+
+class Frame {
+  public:
+    /// Decodes a file's bytes, which outlive that, and turns the picture upright, all in the
+    /// calling thread or, with `inBackground`, in another one. Problems that show after the header
+    /// are told by WaitForMore.
+    Problem Load(Bytes file, bool inBackground);
+
+    Osp::Graphics::Dimension Size() const { return size_; }
+    /// Rows that are not there yet are unspecified.
+    Effects::ConstPixels View() const { return {pixels_.data(), size_.width, size_.height}; }
+
+    /// Returns how many rows are there, once that is more than `rows`; kDamaged when the picture is
+    /// damaged or cut off.
+    int WaitForMore(int rows) const;
+    /// Returns whether all rows are there.
+    bool WaitForAll() const;
+    static constexpr int kDamaged = -1;
+
+  private:
+    void Decode(Bytes file);
+    bool DecodeTurned(Bytes file);
+    void Announce(int rows);
+
+    Osp::Graphics::Dimension size_;
+    int orientation_ = 1;  // in the file
+    Osp::Base::Block pixels_;
+    Osp::Base::Block stored_;  // as in the file, where that is not upright
+    std::atomic<int> rowsDone_ = 0;
+    std::jthread decoder_;  // last: it uses everything else
+};
+
+}  // namespace Kivo::Tools

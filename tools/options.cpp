@@ -1,0 +1,187 @@
+#include "options.h"
+
+#include <charconv>
+#include <cstdio>
+#include <glib.h>
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "composition.h"
+#include "developer.h"
+#include "version.h"
+
+namespace Kivo::Tools {
+
+namespace {
+
+constexpr int kUsageError = 2;
+
+constexpr const char* kSummary =
+    "Develops pictures as the KIVO camera does.\n"
+    "\n"
+    "Types: KIVO, DSLR and TILT take one picture, MIX two, ACTION and QUAD four.\n"
+    "Effects: Normal, Fisheye, Concave, B&W, Beach, Fall, Sepia, Negative, Edge, Mirror.\n"
+    "Both also by number, from 0. Pictures are JPEG (.jpg, .jpeg), PNG and PPM files.";
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  kivo-develop --type TILT --effect Sepia street.jpg -o street-tilt.jpg\n"
+    "  kivo-develop --type MIX --hdr first.png second.png -o both.png\n"
+    "  kivo-develop --type QUAD --secondary 1.ppm 2.ppm 3.ppm 4.ppm -o portrait.jpg\n"
+    "  kivo-develop --type DSLR --batch holiday -o holiday-dslr\n"
+    "  kivo-develop --sheet boat.jpg -o sheet.png\n"
+    "\n"
+    "Exit status: 0 when all went well, 1 when something could not be developed, 2 for a\n"
+    "command line that makes no sense.";
+
+struct ContextDeleter {
+    void operator()(GOptionContext* context) const { g_option_context_free(context); }
+};
+struct ErrorDeleter {
+    void operator()(GError* error) const { g_error_free(error); }
+};
+
+// What GLib writes its results to.
+struct Raw {
+    gboolean hdr = FALSE;
+    gboolean secondary = FALSE;
+    gboolean sheet = FALSE;
+    gboolean version = FALSE;
+    gchar* type = nullptr;
+    gchar* effect = nullptr;
+    gchar* batch = nullptr;
+    gchar* output = nullptr;
+    gchar** inputs = nullptr;
+
+    Raw() = default;
+    ~Raw() {
+        for (gchar* text : {type, effect, batch, output}) g_free(text);
+        g_strfreev(inputs);
+    }
+    Raw(const Raw&) = delete;
+    Raw& operator=(const Raw&) = delete;
+};
+
+std::string TextOf(const gchar* text) {
+    return text == nullptr ? std::string() : text;
+}
+
+/// The value with this number or name, in capitals or not; `otherName` is another one for `other`.
+template <class Enum>
+Problem Find(std::span<const std::string_view> names, const char* what, const gchar* text,
+             Enum& value, const char* otherName = nullptr, Enum other = {}) {
+    if (text == nullptr) return {};
+    const std::string_view wanted(text);
+    std::size_t number = names.size();
+    const auto [end, error] = std::from_chars(text, text + wanted.size(), number);
+    if (error != std::errc{} || end != text + wanted.size()) {
+        for (number = 0; number < names.size(); ++number) {
+            if (g_ascii_strcasecmp(text, names[number].data()) == 0) break;
+        }
+    }
+    if (otherName != nullptr && g_ascii_strcasecmp(text, otherName) == 0) {
+        number = static_cast<std::size_t>(other);
+    }
+    if (number >= names.size()) return std::string("there is no ") + what + " '" + text + "'";
+    value = static_cast<Enum>(number);
+    return {};
+}
+
+Problem CheckPhotograph(const Options& options) {
+    const auto needed = static_cast<std::size_t>(Effects::FramesPerPhotograph(options.recipe.type));
+    if (options.inputs.size() == needed) return {};
+    return std::string(NameOf(options.recipe.type)) + " takes " + std::to_string(needed) +
+           (needed == 1 ? " picture, " : " pictures, ") + std::to_string(options.inputs.size()) +
+           (options.inputs.size() == 1 ? " is given" : " are given");
+}
+
+Problem CheckBatch(const Options& options, bool hasInputs) {
+    if (hasInputs) return "--batch takes a folder and no pictures";
+    if (Effects::FramesPerPhotograph(options.recipe.type) == 1) return {};
+    return "--batch is for types of one picture, and " + std::string(NameOf(options.recipe.type)) +
+           " takes several";
+}
+
+Problem CheckSheet(const Options& options, const Raw& raw) {
+    if (raw.type != nullptr || raw.effect != nullptr) {
+        return "--sheet shows every type and effect and takes neither";
+    }
+    if (options.inputs.empty() || options.inputs.size() > Developer::kMostFrames) {
+        return "--sheet takes one picture, or up to four for the types that take several";
+    }
+    return {};
+}
+
+Problem Interpret(const Raw& raw, Options& options) {
+    options.recipe.hdr = raw.hdr;
+    options.recipe.cameraSelection = raw.secondary ? kSecondaryCamera : kPrimaryCamera;
+    options.output = TextOf(raw.output);
+    for (gchar** input = raw.inputs; input != nullptr && *input != nullptr; ++input) {
+        options.inputs.emplace_back(*input);
+    }
+    Problem problem = Find(kCameraTypeNames, "type", raw.type, options.recipe.type);
+    if (problem.empty()) {
+        problem = Find(kPhotoEffectNames, "effect", raw.effect, options.recipe.effect, "BW",
+                       PhotoEffect::kBlackWhite);
+    }
+    if (!problem.empty()) return problem;
+    if (options.output.empty()) return "there is no output; name it after -o";
+    if (raw.batch != nullptr && raw.sheet) return "--batch and --sheet do not go together";
+    if (raw.batch != nullptr) {
+        options.mode = Mode::kBatch;
+        problem = CheckBatch(options, !options.inputs.empty());
+        options.inputs = {raw.batch};
+        return problem;
+    }
+    options.mode = raw.sheet ? Mode::kSheet : Mode::kPhotograph;
+    return raw.sheet ? CheckSheet(options, raw) : CheckPhotograph(options);
+}
+
+Parsed Fail(const std::string& problem) {
+    std::fprintf(stderr, "kivo-develop: %s (see kivo-develop --help)\n", problem.c_str());
+    return {{}, kUsageError};
+}
+
+}  // namespace
+
+Parsed ParseCommandLine(int argc, char** argv) {
+    Raw raw;
+    const GOptionEntry entries[] = {
+        {"type", 't', 0, G_OPTION_ARG_STRING, &raw.type, "Camera type (default KIVO)", "TYPE"},
+        {"effect", 'e', 0, G_OPTION_ARG_STRING, &raw.effect, "Photo effect (default Normal)",
+         "EFFECT"},
+        {"hdr", 0, 0, G_OPTION_ARG_NONE, &raw.hdr, "Make the HDR version", nullptr},
+        {"secondary", 0, 0, G_OPTION_ARG_NONE, &raw.secondary,
+         "The pictures are frames of the front camera, in its own order of bytes; its portrait "
+         "comes out",
+         nullptr},
+        {"output", 'o', 0, G_OPTION_ARG_FILENAME, &raw.output,
+         "Where to write; the extension tells the format", "OUT"},
+        {"batch", 0, 0, G_OPTION_ARG_FILENAME, &raw.batch,
+         "Develop every picture of DIR into the folder OUT", "DIR"},
+        {"sheet", 0, 0, G_OPTION_ARG_NONE, &raw.sheet,
+         "Make a contact sheet of all types and effects", nullptr},
+        {"version", 0, 0, G_OPTION_ARG_NONE, &raw.version, "Print the version and end", nullptr},
+        {G_OPTION_REMAINING, 0, 0, G_OPTION_ARG_FILENAME_ARRAY, &raw.inputs, nullptr, nullptr},
+        {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr}};
+    const std::unique_ptr<GOptionContext, ContextDeleter> context(
+        g_option_context_new("IN... -o OUT"));
+    g_option_context_set_summary(context.get(), kSummary);
+    g_option_context_set_description(context.get(), kExamples);
+    g_option_context_add_main_entries(context.get(), entries, nullptr);
+    GError* error = nullptr;
+    if (!g_option_context_parse(context.get(), &argc, &argv, &error)) {
+        const std::unique_ptr<GError, ErrorDeleter> owned(error);
+        return Fail(error->message);
+    }
+    if (raw.version) {
+        std::printf("kivo-develop %s\n", Host::kVersion);
+        return {{}, 0};
+    }
+    Parsed parsed;
+    const Problem problem = Interpret(raw, parsed.options);
+    return problem.empty() ? parsed : Fail(problem);
+}
+
+}  // namespace Kivo::Tools

@@ -1,0 +1,132 @@
+#include "picture_format.h"
+
+#include <algorithm>
+#include <array>
+#include <glib.h>
+#include <string>
+
+#include "media/jpeg_codec.h"
+#include "media/jpeg_rows.h"
+#include "media/png_codec.h"
+#include "ppm_codec.h"
+
+namespace Kivo::Tools {
+
+namespace {
+
+using Osp::Graphics::Dimension;
+using Osp::Media::EncodedPicture;
+using Osp::Media::PixelLayout;
+using Osp::Media::PixelView;
+
+struct Extension {
+    std::string_view text;
+    PictureFormat format;
+};
+constexpr std::array<Extension, 4> kExtensions{{{".jpg", PictureFormat::kJpeg},
+                                                {".jpeg", PictureFormat::kJpeg},
+                                                {".png", PictureFormat::kPng},
+                                                {".ppm", PictureFormat::kPpm}}};
+
+constexpr int kRowsAtOnce = 64;
+
+std::optional<PictureFormat> FormatOfContent(Bytes file) {
+    if (Osp::Media::IsJpeg(file)) return PictureFormat::kJpeg;
+    if (Osp::Media::IsPng(file)) return PictureFormat::kPng;
+    if (IsPpm(file)) return PictureFormat::kPpm;
+    return std::nullopt;
+}
+
+result ReadSizeAs(PictureFormat format, Bytes file, Dimension& size) {
+    switch (format) {
+        case PictureFormat::kJpeg:
+            return Osp::Media::ReadJpegSize(file, size);
+        case PictureFormat::kPng:
+            return Osp::Media::ReadPngSize(file, size);
+        case PictureFormat::kPpm:
+            return ReadPpmSize(file, size);
+    }
+    return result::kInvalidFormat;
+}
+
+result DecodeJpegRows(Bytes file, const Dimension& size, std::uint8_t* pixels,
+                      const std::function<void(int)>& rowsDone) {
+    Osp::Media::JpegReader reader(file);
+    Dimension ownSize;
+    result r = reader.ReadHeader(ownSize);
+    if (Osp::Succeeded(r)) r = reader.Start(PixelLayout::kRgb);
+    for (int y = 0; Osp::Succeeded(r) && y < size.height;) {
+        const int count = std::min(kRowsAtOnce, size.height - y);
+        r = reader.ReadRows(pixels + std::ptrdiff_t{3} * size.width * y, count);
+        y += count;
+        if (Osp::Succeeded(r)) rowsDone(y);
+    }
+    return r;
+}
+
+result DecodeAs(PictureFormat format, Bytes file, const Dimension& size, std::uint8_t* pixels,
+                const std::function<void(int)>& rowsDone) {
+    if (format == PictureFormat::kJpeg) return DecodeJpegRows(file, size, pixels, rowsDone);
+    const result r = format == PictureFormat::kPng
+                         ? Osp::Media::DecodePng(file, size, PixelLayout::kRgb, pixels)
+                         : DecodePpm(file, size, pixels);
+    if (Osp::Succeeded(r)) rowsDone(size.height);
+    return r;
+}
+
+/// The picture with three bytes a pixel, in `room` if it has more.
+PixelView WithoutAlpha(const PixelView& picture, Osp::Base::Block& room) {
+    if (picture.layout == PixelLayout::kRgb) return picture;
+    room = Osp::Base::Block(PackedSize(picture.size, PixelLayout::kRgb));
+    std::uint8_t* out = room.data();
+    for (int y = 0; y < picture.size.height; ++y) {
+        const std::uint8_t* in = picture.pixels + std::ptrdiff_t{picture.strideBytes} * y;
+        for (int x = 0; x < picture.size.width; ++x, in += 4) out = std::copy_n(in, 3, out);
+    }
+    return PackedView(room.data(), picture.size, PixelLayout::kRgb);
+}
+
+}  // namespace
+
+std::optional<PictureFormat> FormatOfName(std::string_view path) {
+    for (const auto& [text, format] : kExtensions) {
+        if (path.size() <= text.size()) continue;
+        const std::string_view end = path.substr(path.size() - text.size());
+        if (g_ascii_strncasecmp(end.data(), text.data(), text.size()) == 0) return format;
+    }
+    return std::nullopt;
+}
+
+Problem ReadPictureSize(Bytes file, Dimension& size) {
+    const std::optional<PictureFormat> format = FormatOfContent(file);
+    if (!format) return "this is not a JPEG, PNG or PPM picture";
+    if (Osp::Succeeded(ReadSizeAs(*format, file, size))) return {};
+    return "the picture's header is damaged, or it is larger than " +
+           std::to_string(Osp::Media::kMostPixels / 1'000'000) + " million pixels";
+}
+
+bool DecodePicture(Bytes file, const Dimension& size, std::uint8_t* pixels,
+                   const std::function<void(int)>& rowsDone) {
+    const std::optional<PictureFormat> format = FormatOfContent(file);
+    return format && Osp::Succeeded(DecodeAs(*format, file, size, pixels, rowsDone));
+}
+
+Problem EncodePicture(PictureFormat format, const PixelView& picture, Bytes metadata,
+                      EncodedPicture& encoded) {
+    Osp::Base::Block room;
+    result r = result::kSuccess;
+    switch (format) {
+        case PictureFormat::kJpeg:
+            r = Osp::Media::EncodeJpeg(picture, metadata, encoded);
+            break;
+        case PictureFormat::kPng:
+            r = Osp::Media::EncodePng(WithoutAlpha(picture, room), encoded);
+            break;
+        case PictureFormat::kPpm:
+            EncodePpm(WithoutAlpha(picture, room), encoded);
+            break;
+    }
+    return Osp::Succeeded(r) ? Problem() : "the picture cannot be encoded";
+}
+
+}  // namespace Kivo::Tools
