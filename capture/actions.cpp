@@ -87,6 +87,8 @@ void MainForm::ToggleFlash() {
     // The front camera's flash is the screen, which needs nobody's leave.
     const result r = IsPrimary() ? camera_->SetFlash(turnOn) : result::kSuccess;
     if (Osp::Succeeded(r)) setting_->SetFlashState(turnOn ? FlashState::kOn : FlashState::kOff);
+    // The press has shown the new state; a refusal takes that back.
+    if (Osp::Failed(r)) overlay_->UpdateOverlay();
     (void)overlay_->SetButtonEnabled(kActionFlash, true);
 }
 
@@ -94,7 +96,11 @@ void MainForm::NextWhiteBalance() {
     if (!camera_) return;
     (void)overlay_->SetButtonEnabled(kActionWhiteBalance, false);
     const CameraWhiteBalance next = Next(camera_->GetWhiteBalance());
-    if (Osp::Succeeded(camera_->SetWhiteBalance(next))) setting_->SetWhiteBalance(next);
+    if (Osp::Succeeded(camera_->SetWhiteBalance(next))) {
+        setting_->SetWhiteBalance(next);
+    } else {
+        overlay_->UpdateOverlay();
+    }
     (void)overlay_->SetButtonEnabled(kActionWhiteBalance, true);
 }
 

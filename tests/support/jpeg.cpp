@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <memory>
-#include <turbojpeg.h>
 #include <vector>
 
 #include "support/temporary_folder.h"
@@ -42,12 +41,12 @@ Picture ReadJpeg(const std::string& path) {
     return DecodeJpeg(Osp::Testing::ReadText(path));
 }
 
-std::string EncodeJpeg(const Picture& picture) {
+std::string EncodeJpeg(const Picture& picture, TJSAMP subsampling, int flags) {
     const Handle handle(tjInitCompress(), tjDestroy);
     unsigned char* data = nullptr;
     unsigned long size = 0;
     EXPECT_EQ(tjCompress2(handle.get(), picture.bytes.data(), picture.width, 0, picture.height,
-                          TJPF_RGB, &data, &size, TJSAMP_420, 95, TJFLAG_ACCURATEDCT),
+                          TJPF_RGB, &data, &size, subsampling, 95, TJFLAG_ACCURATEDCT | flags),
               0);
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     tjFree(data);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <turbojpeg.h>
 
 #include "effects/pictures.h"
 
@@ -10,8 +11,8 @@ namespace Kivo::Testing {
 /// Fails the test and returns a picture of one pixel when `bytes` is no whole JPEG.
 Picture DecodeJpeg(const std::string& bytes);
 Picture ReadJpeg(const std::string& path);
-/// Quality 95, 4:2:0, slow integer DCT.
-std::string EncodeJpeg(const Picture& picture);
+/// Quality 95, slow integer DCT; `flags` are more of the library's.
+std::string EncodeJpeg(const Picture& picture, TJSAMP subsampling = TJSAMP_420, int flags = 0);
 /// Whether the file is a JPEG that decodes to its end without a warning.
 bool IsWholeJpeg(const std::string& path);
 

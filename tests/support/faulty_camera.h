@@ -1,0 +1,80 @@
+// A camera that breaks its word.
+#pragma once
+
+#include <cstring>
+#include <memory>
+#include <utility>
+
+#include "media/camera_device.h"
+
+namespace Kivo::Testing {
+
+enum class Fault {
+    kNone,
+    kBusy,       // another program has it
+    kUnfocused,  // focusing cannot start
+    kRefuses,    // refuses to take a still
+    kSilent,     // never delivers one
+    kRubbish,    // delivers something else
+    kTruncated,  // delivers half of one
+    kTwice,      // delivers it twice
+};
+
+/// Stands before a good device. Loop thread only.
+class FaultyCamera : public Osp::Media::CameraDevice, private Osp::Media::CameraDeviceClient {
+  public:
+    FaultyCamera(std::unique_ptr<CameraDevice> device, const Fault& fault)
+        : device_(std::move(device)), fault_(fault) {}
+
+    const std::string& Id() const override { return device_->Id(); }
+    std::span<const Osp::Graphics::Dimension> PreviewSizes() const override {
+        return device_->PreviewSizes();
+    }
+    result Open(CameraDeviceClient& client) override {
+        client_ = &client;
+        return fault_ == Fault::kBusy ? result::kDeviceBusy : device_->Open(*this);
+    }
+    void Close() override { device_->Close(); }
+    result Start(const Osp::Media::StreamSettings& settings) override {
+        return device_->Start(settings);
+    }
+    void Change(const Osp::Media::StreamSettings& settings) override { device_->Change(settings); }
+    void Stop() override { device_->Stop(); }
+    result StartAutoFocus() override {
+        return fault_ == Fault::kUnfocused ? result::kUnsupported : device_->StartAutoFocus();
+    }
+    result RequestStill() override {
+        return fault_ == Fault::kRefuses ? result::kInvalidState : device_->RequestStill();
+    }
+    bool HasWhiteBalance() const override { return device_->HasWhiteBalance(); }
+    result SwitchFlashOn() override { return device_->SwitchFlashOn(); }
+    void SwitchFlashOff() override { device_->SwitchFlashOff(); }
+
+  private:
+    using ByteBuffer = Osp::Base::ByteBuffer;
+
+    bool WantsFrame() const override { return client_->WantsFrame(); }
+    void OnFrame(ByteBuffer frame) override { client_->OnFrame(std::move(frame)); }
+    void OnFocused(bool isSharp) override { client_->OnFocused(isSharp); }
+    void OnFailed(result r) override { client_->OnFailed(r); }
+    void OnStill(ByteBuffer jpeg, result r) override {
+        if (fault_ == Fault::kSilent) return;
+        if (fault_ == Fault::kTwice) client_->OnStill(FirstBytes(jpeg, jpeg.GetCapacity()), r);
+        if (fault_ == Fault::kTruncated) jpeg = FirstBytes(jpeg, jpeg.GetCapacity() / 2);
+        if (fault_ == Fault::kRubbish) std::memset(jpeg.GetPointer(), 'x', jpeg.Bytes().size());
+        client_->OnStill(std::move(jpeg), r);
+    }
+
+    static ByteBuffer FirstBytes(const ByteBuffer& from, int count) {
+        ByteBuffer copy;
+        (void)copy.Construct(count);
+        std::memcpy(copy.GetPointer(), from.GetPointer(), static_cast<std::size_t>(count));
+        return copy;
+    }
+
+    std::unique_ptr<CameraDevice> device_;
+    const Fault& fault_;                    // the test's
+    CameraDeviceClient* client_ = nullptr;  // not owned; while open
+};
+
+}  // namespace Kivo::Testing
