@@ -12,20 +12,56 @@ namespace {
 /// How far, in whole pixels, the source lies from the centre for a destination pixel that lies
 /// `dx` >= 0 and `dy` >= 0 from it; `left` for the half with negative dx, whose angle is rounded
 /// differently.
-struct Remapping {
-    double radius;
-    double norm;
-    bool concave;
-    static constexpr double kBend = 0.02F;  // the single-precision value
+struct Distances {
+    int right;
+    int down;
+    int left;
+    int downLeft;
+};
 
+class Remapping {
+  public:
     Remapping(int width, int height, bool isConcave)
-        : radius((isConcave ? std::min(width, height) : std::max(width, height)) / 2),
-          norm(radius / std::log(1 + kBend * radius)),
-          concave(isConcave) {}
+        : radius_((isConcave ? std::min(width, height) : std::max(width, height)) / 2),
+          norm_(radius_ / std::log(1 + kBend * radius_)),
+          isConcave_(isConcave) {}
+
+    Distances Map(int dx, int dy) const {
+        const double r = std::sqrt(double{1} * dx * dx + double{1} * dy * dy);
+        if (r > radius_ || r == 0) return {dx, dy, dx, dy};
+        const double mapped = Radius(r);
+        // Without angles, which are slow. The angles' results differ by less than the margin, so
+        // they are asked only where that may make another whole pixel.
+        const double x = mapped / r * dx;
+        const double y = mapped / r * dy;
+        if (IsNearWhole(x) || IsNearWhole(y)) return MapByAngle(mapped, dx, dy);
+        const auto right = static_cast<int>(x);
+        const auto down = static_cast<int>(y);
+        return {right, down, right, down};
+    }
+
+  private:
+    static constexpr double kBend = 0.02F;  // the single-precision value
+    static constexpr double kMargin = 1e-6;
 
     double Radius(double r) const {
-        return concave ? std::log(1 + kBend * r) * norm : (std::exp(r / norm) - 1) / kBend;
+        return isConcave_ ? std::log(1 + kBend * r) * norm_ : (std::exp(r / norm_) - 1) / kBend;
     }
+    static bool IsNearWhole(double value) {
+        return static_cast<int>(value - kMargin) != static_cast<int>(value + kMargin);
+    }
+    static Distances MapByAngle(double mapped, int dx, int dy) {
+        const double angle =
+            dx == 0 ? std::numbers::pi / 2 : std::atan(static_cast<double>(dy) / dx);
+        return {static_cast<int>(mapped * std::cos(angle)),
+                static_cast<int>(mapped * std::sin(angle)),
+                -static_cast<int>(mapped * std::cos(std::numbers::pi - angle)),
+                static_cast<int>(mapped * std::sin(std::numbers::pi - angle))};
+    }
+
+    double radius_;
+    double norm_;
+    bool isConcave_;
 };
 
 /// The three bytes of a pixel, and one of the next; the last pixel of the picture has no next one.
@@ -58,17 +94,7 @@ CircularMap::CircularMap(int width, int height, bool concave)
     // The signs of dx and dy only turn signs of the results, exactly, so one quarter serves all.
     for (int dy = 0; dy <= cy; ++dy) {
         for (int dx = 0; dx <= cx; ++dx) {
-            const double r = std::sqrt(double{1} * dx * dx + double{1} * dy * dy);
-            int right = dx, down = dy, left = dx, downLeft = dy;
-            if (r <= remapping.radius && r > 0) {
-                const double mapped = remapping.Radius(r);
-                const double angle =
-                    dx == 0 ? std::numbers::pi / 2 : std::atan(static_cast<double>(dy) / dx);
-                right = static_cast<int>(mapped * std::cos(angle));
-                down = static_cast<int>(mapped * std::sin(angle));
-                left = -static_cast<int>(mapped * std::cos(std::numbers::pi - angle));
-                downLeft = static_cast<int>(mapped * std::sin(std::numbers::pi - angle));
-            }
+            const auto [right, down, left, downLeft] = remapping.Map(dx, dy);
             set(cx + dx, cy + dy, cx + right, cy + down);
             set(cx + dx, cy - dy, cx + right, cy - down);
             if (dx == 0) continue;

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstring>
 
-#include "hdr.h"
 #include "qshrink.h"
 
 namespace Kivo::Effects {
@@ -74,14 +73,14 @@ void BlackenPair(Pixels picture, int x, int y) {
     Blacken(picture, index);
 }
 
+/// At a quarter, a half and three quarters.
 void DrawStripLines(Pixels picture, bool turned) {
-    for (int line = 1; line < kStrips; ++line) {
+    const int length = turned ? picture.height : picture.width;
+    for (const int at : {length / kStrips, length / 2, 3 * (length / kStrips)}) {
         if (turned) {
-            const int y = line * (picture.height / kStrips);
-            for (int x = 0; x < picture.width; ++x) BlackenPair(picture, x, y);
+            for (int x = 0; x < picture.width; ++x) BlackenPair(picture, x, at);
         } else {
-            const int x = line * (picture.width / kStrips);
-            for (int y = 0; y < picture.height; ++y) BlackenPair(picture, x, y);
+            for (int y = 0; y < picture.height; ++y) BlackenPair(picture, at, y);
         }
     }
 }
@@ -112,6 +111,17 @@ void TurnToRgba(ConstPixels picture, std::uint8_t* rgba, Rows rows) {
     }
 }
 
+/// Whether the photograph is put together from the last of four frames and the accumulation.
+bool IsOfFour(const EffectJob& job) {
+    return (job.type == CameraType::kAction || job.type == CameraType::kQuad) &&
+           job.shotCounter == kLastOfFour;
+}
+
+EffectJob WithFirstFrame(EffectJob job, ConstPixels firstFrame) {
+    job.firstFrame = firstFrame;
+    return job;
+}
+
 }  // namespace
 
 int FramesPerPhotograph(CameraType type) {
@@ -136,14 +146,6 @@ bool CacheFrame(CameraType type, std::uint8_t cameraSelection, int shotCounter, 
     return true;
 }
 
-ConstPixels PlaceLastFrame(CameraType type, std::uint8_t cameraSelection, int shotCounter,
-                           ConstPixels frame, Pixels accumulation, Scratch& scratch) {
-    const bool ofFour = type == CameraType::kAction || type == CameraType::kQuad;
-    if (!ofFour || shotCounter != kLastOfFour) return frame;
-    CacheFrame(type, cameraSelection, shotCounter, frame, accumulation, scratch);
-    return accumulation;
-}
-
 void DrawDividingLines(CameraType type, std::uint8_t cameraSelection, int shotCounter,
                        Pixels picture) {
     if (shotCounter != kLastOfFour) return;
@@ -151,23 +153,27 @@ void DrawDividingLines(CameraType type, std::uint8_t cameraSelection, int shotCo
     if (type == CameraType::kQuad) DrawCross(picture);
 }
 
+Composition::Composition(const EffectJob& job, bool hdr, ConstPixels frame, Pixels accumulation,
+                         Pixels result)
+    : job_(WithFirstFrame(job, accumulation)),
+      frame_(frame),
+      accumulation_(accumulation),
+      result_(result),
+      chain_(job_, hdr, IsOfFour(job) ? ConstPixels(accumulation) : frame, result) {}
+
+int Composition::Advance(int frameRows) {
+    if (!IsOfFour(job_)) return chain_.Advance(frameRows);
+    if (frameRows < frame_.height) return 0;
+    CacheFrame(job_.type, job_.cameraSelection, job_.shotCounter, frame_, accumulation_,
+               *job_.scratch);
+    chain_.Advance(frameRows);
+    DrawDividingLines(job_.type, job_.cameraSelection, job_.shotCounter, result_);
+    return frameRows;
+}
+
 void ComposePhotograph(const EffectJob& job, bool hdr, ConstPixels frame, Pixels accumulation,
                        Pixels result) {
-    EffectJob own = job;
-    own.firstFrame = accumulation;
-    Scratch& scratch = *job.scratch;
-    const ConstPixels source = PlaceLastFrame(job.type, job.cameraSelection, job.shotCounter, frame,
-                                              accumulation, scratch);
-    if (hdr) {
-        Scratch::Scope scope(scratch);
-        const Pixels lifted{scope.Take<std::uint8_t>(source.SizeBytes()).data(), source.width,
-                            source.height};
-        HDR(source, lifted, job.tables->Levels(), scratch);
-        ApplyEffect(own, lifted, result);
-    } else {
-        ApplyEffect(own, source, result);
-    }
-    DrawDividingLines(job.type, job.cameraSelection, job.shotCounter, result);
+    Composition(job, hdr, frame, accumulation, result).Advance(frame.height);
 }
 
 void ConvertToRgba(ConstPixels picture, bool turned, std::uint8_t* rgba, Rows rows) {

@@ -24,20 +24,35 @@ bool IsLastFrame(CameraType type, int shotCounter);
 bool CacheFrame(CameraType type, std::uint8_t cameraSelection, int shotCounter, ConstPixels frame,
                 Pixels accumulation, Scratch& scratch);
 
-/// Places the last frame of an ACTION or QUAD photograph (shot counter 3) and returns the picture
-/// that the effects start from: `accumulation` for those, `frame` for everything else.
-ConstPixels PlaceLastFrame(CameraType type, std::uint8_t cameraSelection, int shotCounter,
-                           ConstPixels frame, Pixels accumulation, Scratch& scratch);
-
 /// The black lines between the strips of ACTION and the quadrants of QUAD (shot counter 3); nothing
 /// for other types.
 void DrawDividingLines(CameraType type, std::uint8_t cameraSelection, int shotCounter,
                        Pixels picture);
 
 /// The whole way from the last frame to the finished picture: placement, HDR when `hdr`, the two
-/// stages of `job`, dividing lines. `job.firstFrame` is not looked at: the first frame of MIX is
-/// the accumulation. `accumulation` is left as PlaceLastFrame made it; types of one frame do not
-/// touch it. All pictures are of one size.
+/// stages of `job`, dividing lines. The frame may still be arriving.
+class Composition {
+  public:
+    /// `job.firstFrame` is not looked at: the first frame of MIX is the accumulation.
+    /// the last frame of ACTION and QUAD is placed in `accumulation`; types of one frame do not
+    /// touch it. All pictures are of one size and outlive this object, as what `job` points to
+    /// does.
+    Composition(const EffectJob& job, bool hdr, ConstPixels frame, Pixels accumulation,
+                Pixels result);
+
+    /// Rows [0, `frameRows`) of the frame are there; never fewer than in the call before. Returns
+    /// how many rows of the result are finished, all of them when all of the frame is there.
+    int Advance(int frameRows);
+
+  private:
+    EffectJob job_;
+    ConstPixels frame_;
+    Pixels accumulation_;
+    Pixels result_;
+    StageChain chain_;
+};
+
+/// The same with a frame that is there.
 void ComposePhotograph(const EffectJob& job, bool hdr, ConstPixels frame, Pixels accumulation,
                        Pixels result);
 

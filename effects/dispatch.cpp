@@ -1,12 +1,15 @@
 #include "dispatch.h"
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <limits>
 
+#include "blur.h"
 #include "bw.h"
 #include "colorize.h"
 #include "edge.h"
+#include "hdr.h"
 #include "mirror.h"
 #include "mix.h"
 #include "negative.h"
@@ -16,22 +19,29 @@
 
 namespace Kivo::Effects {
 
+/// A kernel with its arguments.
+struct Stage {
+    void (*run)(const EffectJob&, ConstPixels, Pixels, Rows) = nullptr;
+    int reach = 0;  // rows that it reads beyond those it produces, on either side
+};
+
 namespace {
 
-/// Null in the tables below where nothing happens to the pixels.
-using Stage = void (*)(const EffectJob&, ConstPixels, Pixels, Rows);
+constexpr int kWholePicture = std::numeric_limits<int>::max();
 
 constexpr int kBeachHue = 121;
 constexpr int kFallHue = 242;
 constexpr int kSaturation = 62;
 constexpr float kOpacity = 0.5F;
 
+/// Black and white takes the narrow border of the front camera.
+bool HasWideBorder(const EffectJob& job) {
+    return job.cameraSelection != kSecondaryCamera && job.effect != PhotoEffect::kBlackWhite;
+}
+
 void VignetStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
-    // Black and white takes the narrow border of the front camera.
-    const bool wide =
-        job.cameraSelection != kSecondaryCamera && job.effect != PhotoEffect::kBlackWhite;
-    Vignet(source, destination, *job.tables->Vignet(source.width, source.height, wide),
-           *job.scratch, rows);
+    const auto map = job.tables->Vignet(source.width, source.height, HasWideBorder(job));
+    Vignet(source, destination, *map, *job.scratch, rows);
 }
 
 void OutFocusStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
@@ -73,8 +83,7 @@ void EdgeStage(const EffectJob& job, ConstPixels source, Pixels destination, Row
     Edge(source, destination, *job.scratch, rows);
 }
 
-void MirrorStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
-    if (rows.first > 0) return;
+void MirrorStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows) {
     // The middle line of an odd size, which nothing is reflected onto, is black.
     if (source.width % 2 != 0 || source.height % 2 != 0) {
         std::memset(destination.data, 0, destination.SizeBytes());
@@ -82,86 +91,117 @@ void MirrorStage(const EffectJob& job, ConstPixels source, Pixels destination, R
     Mirror(source, destination, job.cameraSelection != kPrimaryCamera);
 }
 
-constexpr std::array<Stage, kCameraTypeNames.size()> kCameraStages{
-    VignetStage,    // KIVO
-    OutFocusStage,  // DSLR
-    nullptr,        // ACTION
-    nullptr,        // QUAD
-    MixStage,       // MIX, with one frame taken
-    TiltShiftStage  // TILT
-};
-static_assert(kCameraStages.size() == 6 && kCameraStages.back() != nullptr);
+void HdrStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
+    HDR(source, destination, job.tables->Levels(), *job.scratch, rows);
+}
 
-constexpr std::array<Stage, kPhotoEffectNames.size()> kEffectStages{
-    nullptr,                   // Normal
-    CircularStage<false>,      // Fisheye
-    CircularStage<true>,       // Concave
-    BwStage,                   // B&W
-    ColorizeStage<kBeachHue>,  // Beach
-    ColorizeStage<kFallHue>,   // Fall
-    SepiaStage,                // Sepia
-    NegativeStage,             // Negative
-    EdgeStage,                 // Edge
-    MirrorStage                // Mirror
-};
-static_assert(kEffectStages.size() == 10 && kEffectStages.back() != nullptr);
+void Copy(const EffectJob&, ConstPixels source, Pixels destination, Rows rows) {
+    std::memcpy(destination.Row(rows.first), source.Row(rows.first),
+                static_cast<std::size_t>(source.StrideBytes() * (rows.last - rows.first)));
+}
 
+constexpr std::array<Stage, kCameraTypeNames.size()> kCameraStages{{
+    {VignetStage, 0},               // KIVO
+    {OutFocusStage, kEndSamples},   // DSLR
+    {},                             // ACTION
+    {},                             // QUAD
+    {MixStage, 0},                  // MIX, with one frame taken
+    {TiltShiftStage, kEndSamples},  // TILT
+}};
+static_assert(kCameraStages.size() == 6 && kCameraStages.back().run != nullptr);
+
+constexpr std::array<Stage, kPhotoEffectNames.size()> kEffectStages{{
+    {},                                     // Normal
+    {CircularStage<false>, kWholePicture},  // Fisheye
+    {CircularStage<true>, kWholePicture},   // Concave
+    {BwStage, 0},                           // B&W
+    {ColorizeStage<kBeachHue>, 0},          // Beach
+    {ColorizeStage<kFallHue>, 0},           // Fall
+    {SepiaStage, 0},                        // Sepia
+    {NegativeStage, 0},                     // Negative
+    {EdgeStage, 1},                         // Edge
+    {MirrorStage, kWholePicture},           // Mirror
+}};
+static_assert(kEffectStages.size() == 10 && kEffectStages.back().run != nullptr);
+
+constexpr Stage kHdrStage{HdrStage, kEndSamples};
+constexpr Stage kCopyStage{Copy, 0};
+
+/// Null where nothing happens to the pixels.
 template <std::size_t size, class Enum>
-Stage StageOf(const std::array<Stage, size>& stages, Enum value) {
+const Stage* StageIn(const std::array<Stage, size>& stages, Enum value) {
     const auto index = static_cast<std::size_t>(value);
-    return index < size ? stages[index] : nullptr;
+    return index < size && stages[index].run != nullptr ? &stages[index] : nullptr;
 }
 
-Stage CameraStageOf(const EffectJob& job) {
+const Stage* CameraStageOf(const EffectJob& job) {
     if (job.type == CameraType::kMix && job.shotCounter != 1) return nullptr;
-    return StageOf(kCameraStages, job.type);
+    return StageIn(kCameraStages, job.type);
 }
 
-/// Rows that go through both stages together, so that the second finds them in the cache.
+/// Rows that go through all stages together, so that each finds them in the cache.
 constexpr int kRowsTogether = 64;
-
-/// Whether both stages need only the rows that they produce.
-bool IsRowWise(const EffectJob& job) {
-    return (job.type == CameraType::kKivo || job.type == CameraType::kMix) &&
-           job.effect >= PhotoEffect::kBlackWhite && job.effect <= PhotoEffect::kNegative;
-}
 
 }  // namespace
 
-bool HasCameraStage(const EffectJob& job) {
-    return CameraStageOf(job) != nullptr;
+StageChain::StageChain(const EffectJob& job, bool hdr, ConstPixels source, Pixels destination)
+    : job_(job), height_(source.height), scope_(*job.scratch) {
+    const auto add = [this](const Stage* stage) {
+        if (stage == nullptr) return;
+        links_[linkCount_++].stage = stage;
+        isRowWise_ = isRowWise_ && stage->reach == 0;
+    };
+    if (hdr) add(&kHdrStage);
+    add(CameraStageOf(job));
+    add(StageIn(kEffectStages, job.effect));
+    changesPixels_ = linkCount_ > 0;
+    if (!changesPixels_) add(&kCopyStage);
+    // What reads no other rows than it produces works in place, for fresh memory costs more than
+    // it.
+    for (std::size_t i = linkCount_; i-- > 0;) {
+        links_[i].destination = destination;
+        if (i > 0 && links_[i].stage->reach > 0) {
+            destination.data = scope_.Take<std::uint8_t>(source.SizeBytes()).data();
+        }
+        links_[i].source = i > 0 ? destination : source;
+    }
 }
 
-bool ApplyCameraStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
-    const Stage stage = CameraStageOf(job);
-    if (stage != nullptr) stage(job, source, destination, rows);
-    return stage != nullptr;
+int StageChain::Advance(int sourceRows) {
+    const int together = isRowWise_ ? kRowsTogether : height_;
+    for (int rows = std::min(links_[0].rowsDone + together, sourceRows); rows < sourceRows;
+         rows += together) {
+        AdvanceLinks(rows);
+    }
+    AdvanceLinks(sourceRows);
+    return links_[linkCount_ - 1].rowsDone;
 }
 
-bool ApplyEffectStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
-    const Stage stage = StageOf(kEffectStages, job.effect);
-    if (stage != nullptr) stage(job, source, destination, rows);
-    return stage != nullptr;
+void StageChain::AdvanceLinks(int sourceRows) {
+    int rows = sourceRows;
+    for (std::size_t i = 0; i < linkCount_; ++i) {
+        Link& link = links_[i];
+        if (rows < height_) rows = std::max(rows - link.stage->reach, link.rowsDone);
+        if (rows > link.rowsDone) {
+            link.stage->run(job_, link.source, link.destination, {link.rowsDone, rows});
+        }
+        link.rowsDone = rows;
+    }
+}
+
+void PrepareTables(const EffectJob& job, int width, int height) {
+    if (job.type == CameraType::kKivo) {
+        job.tables->Vignet(width, height, HasWideBorder(job));
+    }
+    if (job.effect == PhotoEffect::kFisheye || job.effect == PhotoEffect::kConcave) {
+        job.tables->Circular(width, height, job.effect == PhotoEffect::kConcave);
+    }
 }
 
 bool ApplyEffect(const EffectJob& job, ConstPixels source, Pixels destination) {
-    const Stage camera = CameraStageOf(job);
-    const Stage effect = StageOf(kEffectStages, job.effect);
-    if (effect == nullptr) {
-        if (ApplyCameraStage(job, source, destination)) return true;
-        std::memcpy(destination.data, source.data, source.SizeBytes());
-        return false;
-    }
-    if (camera == nullptr) return ApplyEffectStage(job, source, destination);
-    Scratch::Scope scope(*job.scratch);
-    const Pixels between{scope.Take<std::uint8_t>(source.SizeBytes()).data(), source.width,
-                         source.height};
-    const int together = IsRowWise(job) ? kRowsTogether : source.height;
-    for (int y = 0; y < source.height; y += together) {
-        camera(job, source, between, {y, y + together});
-        effect(job, between, destination, {y, y + together});
-    }
-    return true;
+    StageChain chain(job, false, source, destination);
+    chain.Advance(source.height);
+    return chain.ChangesPixels();
 }
 
 }  // namespace Kivo::Effects

@@ -1,6 +1,8 @@
-// The two stages of every photograph: camera type, then effect.
+// The stages of every photograph: HDR, camera type, effect.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "camera_types.h"
@@ -21,20 +23,51 @@ struct EffectJob {
     Scratch* scratch = nullptr;      // not owned; the calling thread's own
 };
 
-/// Stage 1: what the camera type does. Returns false, and leaves `destination` alone, for a type
-/// that does nothing to the pixels.
-bool ApplyCameraStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows = {});
+struct Stage;
 
-/// Whether ApplyCameraStage does something.
-bool HasCameraStage(const EffectJob& job);
+/// What makes the pixels of a photograph, stage after stage: HDR where it is wanted, then what the
+/// camera type does, then what the photo effect does. The source may still be arriving: rows of the
+/// destination are finished as soon as the rows that they are made from are there.
+class StageChain {
+  public:
+    /// `source`, `destination` and what `job` points to outlive the chain, which holds memory of
+    /// the job's scratch until it ends. The pictures do not overlap.
+    StageChain(const EffectJob& job, bool hdr, ConstPixels source, Pixels destination);
 
-/// Stage 2: what the photo effect does. Returns false, and leaves `destination` alone, for Normal
-/// and every value that is no effect. Edge reads one row beyond `rows` on either side, Fisheye,
-/// Concave and Mirror all of the source; Mirror produces everything with the band that holds row 0.
-bool ApplyEffectStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows = {});
+    /// False when the destination becomes a copy of the source.
+    bool ChangesPixels() const { return changesPixels_; }
 
-/// Both stages, from `source` to every byte of `destination`. Returns whether a kernel made the
-/// pixels: false means that `destination` is a copy of `source`.
+    /// Rows [0, `sourceRows`) of the source are there and stay as they are; never fewer than in the
+    /// call before. Returns how many rows of the destination are finished, all of them when all of
+    /// the source is there.
+    int Advance(int sourceRows);
+
+  private:
+    struct Link {
+        const Stage* stage;
+        ConstPixels source;
+        Pixels destination;
+        int rowsDone = 0;
+    };
+    static constexpr std::size_t kMostLinks = 3;
+
+    void AdvanceLinks(int sourceRows);
+
+    EffectJob job_;
+    int height_;
+    Scratch::Scope scope_;
+    std::size_t linkCount_ = 0;
+    std::array<Link, kMostLinks> links_;
+    bool changesPixels_ = true;
+    bool isRowWise_ = true;  // every link reads the rows that it produces and no others
+};
+
+/// Builds what the stages of `job` need in its tables for pictures of one size, which otherwise
+/// costs the first of them more than the effect.
+void PrepareTables(const EffectJob& job, int width, int height);
+
+/// Both stages of `job`, from `source` to every byte of `destination`. Returns whether a kernel
+/// made the pixels: false means that `destination` is a copy of `source`.
 bool ApplyEffect(const EffectJob& job, ConstPixels source, Pixels destination);
 
 }  // namespace Kivo::Effects

@@ -80,7 +80,8 @@ TEST(Blur, GradesByTheDistanceFromTheMiddle) {
     EXPECT_EQ(GradedLevel(1600, 800 + 480 + 31), 0);
     EXPECT_EQ(GradedLevel(1600, 800 + 480 + 32), 1);
     EXPECT_EQ(GradedLevel(1600, 9), 9);
-    EXPECT_EQ(GradedLevel(480, 470), 9);  // would be a tenth level
+    EXPECT_EQ(GradedLevel(480, 470), 9);
+    EXPECT_EQ(GradedLevel(486, 9), 9);  // would be a tenth level
     EXPECT_EQ(GradedLevel(19, 0), 6);     // less than one sample a level: one
 }
 

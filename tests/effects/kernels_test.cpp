@@ -1,6 +1,7 @@
 // Every kernel against its plain version.
 #include <functional>
 #include <gtest/gtest.h>
+#include <ostream>
 #include <string>
 #include <thread>
 
@@ -40,6 +41,10 @@ struct Kernel {
     std::function<void(ConstPixels first, ConstPixels, Pixels, Scratch&, Rows)> product;
     std::function<void(ConstPixels first, ConstPixels, Pixels)> plain;
 };
+
+void PrintTo(const Kernel& kernel, std::ostream* stream) {
+    *stream << kernel.name;
+}
 
 Kernel Vignetting(bool wide) {
     return {wide ? "WideVignet" : "NarrowVignet",
@@ -150,6 +155,8 @@ TEST_P(KernelTest, GivesThePlainResultAtAwkwardSizes) {
 TEST_P(KernelTest, GivesThePlainResultAtCaptureSizes) {
     Compare(640, 480, Look::kOutliers);
     Compare(800, 480, Look::kNoise);
+    Compare(1280, 960, Look::kGradient);
+    Compare(1600, 960, Look::kNoise);
 }
 
 TEST_P(KernelTest, GivesTheSameBytesInBandsOnSeveralThreads) {

@@ -65,16 +65,15 @@ void DrawLines(Picture& picture, const PlainPhotograph& photograph) {
         }
     }
     if (photograph.type != 2) return;
-    for (int line = 1; line < 4; ++line) {
+    const int length = photograph.secondary ? height : width;
+    for (const int at : {length / 4, length / 2, 3 * (length / 4)}) {
         if (photograph.secondary) {
-            const int y = line * (height / 4);
-            for (int x = 0; x < width; ++x) Set(picture, x, y, black);
-            Set(picture, width - 1, y - 1, black);
+            for (int x = 0; x < width; ++x) Set(picture, x, at, black);
+            Set(picture, width - 1, at - 1, black);
         } else {
-            const int x = line * (width / 4);
             for (int y = 0; y < height; ++y) {
-                Set(picture, x - 1, y, black);
-                Set(picture, x, y, black);
+                Set(picture, at - 1, y, black);
+                Set(picture, at, y, black);
             }
         }
     }
