@@ -1,7 +1,9 @@
 #include "options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <cstring>
 #include <glib.h>
 #include <memory>
 #include <span>
@@ -21,7 +23,8 @@ constexpr const char* kSummary =
     "Develops pictures as the KIVO camera does.\n"
     "\n"
     "Types: KIVO, DSLR and TILT take one picture, MIX two, ACTION and QUAD four.\n"
-    "Effects: Normal, Fisheye, Concave, B&W, Beach, Fall, Sepia, Negative, Edge, Mirror.\n"
+    "Effects: Normal, Fisheye, Concave, B&W (or BW), Beach, Fall, Sepia, Negative, Edge,\n"
+    "Mirror.\n"
     "Both also by number, from 0. Pictures are JPEG (.jpg, .jpeg), PNG and PPM files.";
 
 constexpr const char* kExamples =
@@ -67,25 +70,27 @@ std::string TextOf(const gchar* text) {
     return text == nullptr ? std::string() : text;
 }
 
-/// The value with this number or name, in capitals or not; `otherName` is another one for `other`.
+/// The value with this number or, in capitals or not, this name.
 template <class Enum>
-Problem Find(std::span<const std::string_view> names, const char* what, const gchar* text,
-             Enum& value, const char* otherName = nullptr, Enum other = {}) {
-    if (text == nullptr) return {};
-    const std::string_view wanted(text);
+Problem Find(std::span<const std::string_view> names, const char* what, const char* text,
+             Enum& value) {
     std::size_t number = names.size();
-    const auto [end, error] = std::from_chars(text, text + wanted.size(), number);
-    if (error != std::errc{} || end != text + wanted.size()) {
-        for (number = 0; number < names.size(); ++number) {
-            if (g_ascii_strcasecmp(text, names[number].data()) == 0) break;
-        }
-    }
-    if (otherName != nullptr && g_ascii_strcasecmp(text, otherName) == 0) {
-        number = static_cast<std::size_t>(other);
+    const char* const textEnd = text + std::strlen(text);
+    const auto [end, error] = std::from_chars(text, textEnd, number);
+    if (error != std::errc{} || end != textEnd) {
+        const auto named = std::ranges::find_if(names, [text](std::string_view name) {
+            return g_ascii_strcasecmp(name.data(), text) == 0;
+        });
+        number = static_cast<std::size_t>(named - names.begin());
     }
     if (number >= names.size()) return std::string("there is no ") + what + " '" + text + "'";
     value = static_cast<Enum>(number);
     return {};
+}
+
+/// Shells want the ampersand quoted, so there is a name without it.
+const char* WithAmpersand(const char* effect) {
+    return g_ascii_strcasecmp(effect, "BW") == 0 ? "B&W" : effect;
 }
 
 Problem CheckPhotograph(const Options& options) {
@@ -120,10 +125,12 @@ Problem Interpret(const Raw& raw, Options& options) {
     for (gchar** input = raw.inputs; input != nullptr && *input != nullptr; ++input) {
         options.inputs.emplace_back(*input);
     }
-    Problem problem = Find(kCameraTypeNames, "type", raw.type, options.recipe.type);
-    if (problem.empty()) {
-        problem = Find(kPhotoEffectNames, "effect", raw.effect, options.recipe.effect, "BW",
-                       PhotoEffect::kBlackWhite);
+    Problem problem;
+    if (raw.type != nullptr)
+        problem = Find(kCameraTypeNames, "type", raw.type, options.recipe.type);
+    if (raw.effect != nullptr && problem.empty()) {
+        problem =
+            Find(kPhotoEffectNames, "effect", WithAmpersand(raw.effect), options.recipe.effect);
     }
     if (!problem.empty()) return problem;
     if (options.output.empty()) return "there is no output; name it after -o";

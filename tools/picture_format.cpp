@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <glib.h>
 #include <string>
 
@@ -20,7 +21,7 @@ using Osp::Media::PixelLayout;
 using Osp::Media::PixelView;
 
 struct Extension {
-    std::string_view text;
+    const char* text;
     PictureFormat format;
 };
 constexpr std::array<Extension, 4> kExtensions{{{".jpg", PictureFormat::kJpeg},
@@ -89,12 +90,11 @@ PixelView WithoutAlpha(const PixelView& picture, Osp::Base::Block& room) {
 }  // namespace
 
 std::optional<PictureFormat> FormatOfName(std::string_view path) {
-    for (const auto& [text, format] : kExtensions) {
-        if (path.size() <= text.size()) continue;
-        const std::string_view end = path.substr(path.size() - text.size());
-        if (g_ascii_strncasecmp(end.data(), text.data(), text.size()) == 0) return format;
-    }
-    return std::nullopt;
+    const std::string own = std::filesystem::path(path).extension().string();
+    const auto* const found = std::ranges::find_if(kExtensions, [&own](const Extension& known) {
+        return g_ascii_strcasecmp(own.c_str(), known.text) == 0;
+    });
+    return found == kExtensions.end() ? std::nullopt : std::optional(found->format);
 }
 
 Problem ReadPictureSize(Bytes file, Dimension& size) {

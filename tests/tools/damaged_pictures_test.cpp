@@ -25,12 +25,12 @@ std::string PngChunk(const std::string& typeAndData) {
            BigEndian(Crc32(typeAndData));
 }
 
-/// A PNG of which there is nothing but the claim to be so large.
+/// A PNG of which there is little more than the claim to be so large.
 std::string LyingPng(std::uint32_t width, std::uint32_t height) {
     return "\x89PNG\r\n\x1A\n" +
            PngChunk("IHDR" + BigEndian(width) + BigEndian(height) +
                     std::string("\x08\x02\0\0\0", 5)) +
-           PngChunk("IEND");
+           PngChunk(std::string("IDAT\x78\x9C\x63\0\0", 9)) + PngChunk("IEND");
 }
 
 /// A JPEG that claims to be so large.

@@ -13,9 +13,8 @@ class MetadataTest : public DevelopTest {
   protected:
     /// A JPEG with a segment after its start marker.
     std::string WriteJpeg(const std::string& name, const Picture& picture,
-                          const std::vector<std::uint8_t>& segment) {
-        return Write(name,
-                     EncodeJpeg(picture).insert(2, std::string(segment.begin(), segment.end())));
+                          const std::string& segment) {
+        return Write(name, EncodeJpeg(picture).insert(2, segment));
     }
     ExifInfo ExifOf(const std::string& name) {
         const auto exif = Osp::Media::ReadExif(At(name));
@@ -35,9 +34,14 @@ ExifInfo SomeInfo() {
     return info;
 }
 
+std::string SegmentOf(const ExifInfo& info) {
+    const std::vector<std::uint8_t> segment = Osp::Media::BuildExifSegment(info);
+    return {segment.begin(), segment.end()};
+}
+
 TEST_F(MetadataTest, KeepsTheDateAndTellsTheDevelopment) {
-    const std::string in = WriteJpeg("in.jpg", RandomPicture(50, 30, Look::kGradient, 1),
-                                     Osp::Media::BuildExifSegment(SomeInfo()));
+    const std::string in =
+        WriteJpeg("in.jpg", RandomPicture(50, 30, Look::kGradient, 1), SegmentOf(SomeInfo()));
     Develop({"-t", "TILT", "-e", "Fall", "--hdr", in, "-o", At("out.jpg")});
     const ExifInfo exif = ExifOf("out.jpg");
     EXPECT_EQ(exif.dateTimeOriginal, "2019:07:14 18:30:05");
@@ -57,12 +61,12 @@ TEST_F(MetadataTest, InventsNoDate) {
     EXPECT_EQ(ExifOf("out.jpg").description, "DSLR (Normal),1X");
 }
 
-/// Where the text of a tag lies, in an EXIF segment written by hand in the other byte order.
-std::vector<std::uint8_t> HandWrittenSegment() {
-    std::vector<std::uint8_t> tiff;
+/// An EXIF segment written by hand, in the other byte order.
+std::string HandWrittenSegment() {
+    std::string tiff;
     const auto add = [&tiff](std::uint32_t value, int bytes) {
         for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8) {
-            tiff.push_back(static_cast<std::uint8_t>(value >> shift));
+            tiff += static_cast<char>(value >> shift);
         }
     };
     const auto entry = [&add](std::uint32_t tag, std::uint32_t type, std::uint32_t count,
@@ -76,23 +80,18 @@ std::vector<std::uint8_t> HandWrittenSegment() {
     constexpr std::uint32_t kLong = 4;
     add(0x4D4D002A, 4);
     add(8, 4);
-    add(4, 2);                        // entries of the first directory, from 8
-    entry(0x010F, kAscii, 5, 62);     // maker, at 62
-    entry(0x0132, kAscii, 20, 68);    // date of change, at 68
-    entry(0x0201, kLong, 1, 0x1234);  // a thumbnail that is not there
-    entry(0x8825, kLong, 1, 88);      // places, at 88
+    add(4, 2);                      // entries of the first directory, from 8
+    entry(0x010F, kAscii, 5, 62);   // maker, at 62
+    entry(0x0132, kAscii, 20, 68);  // date of change, at 68
+    entry(0x0201, kLong, 1, 62);    // a thumbnail without a length
+    entry(0x8825, kLong, 1, 88);    // places, at 88
     add(0, 4);
-    for (const char letter : std::string("ACME\0\0", 6)) add(static_cast<std::uint8_t>(letter), 1);
-    for (const char letter : std::string("2001:02:03 04:05:06\0", 20)) {
-        add(static_cast<std::uint8_t>(letter), 1);
-    }
+    tiff += std::string("ACME\0\0", 6) + std::string("2001:02:03 04:05:06\0", 20);
     add(1, 2);
     entry(0x0001, kAscii, 2, 0x4E000000);  // "N"
     add(0, 4);
-    std::vector<std::uint8_t> segment{
-        0xFF, 0xE1, 0, static_cast<std::uint8_t>(tiff.size() + 8), 'E', 'x', 'i', 'f', 0, 0};
-    segment.insert(segment.end(), tiff.begin(), tiff.end());
-    return segment;
+    const auto length = static_cast<char>(tiff.size() + 8);
+    return std::string("\xFF\xE1\0", 3) + length + std::string("Exif\0\0", 6) + tiff;
 }
 
 TEST_F(MetadataTest, KeepsWhatElseTheFileTells) {
@@ -108,8 +107,8 @@ TEST_F(MetadataTest, KeepsWhatElseTheFileTells) {
 }
 
 TEST_F(MetadataTest, ThatIsRubbishDoesNoHarm) {
-    std::vector<std::uint8_t> segment = HandWrittenSegment();
-    for (std::size_t i = 18; i < segment.size(); i += 3) segment[i] = 0xFF;
+    std::string segment = HandWrittenSegment();
+    for (std::size_t i = 18; i < segment.size(); i += 3) segment[i] = '\xFF';
     const std::string in = WriteJpeg("in.jpg", RandomPicture(50, 30, Look::kGradient, 4), segment);
     Develop({in, "-o", At("out.jpg")});
     EXPECT_EQ(ExifOf("out.jpg").description, "KIVO (Normal),1X");
@@ -125,7 +124,7 @@ TEST_F(MetadataTest, TurnsThePictureUpright) {
         Tools::TurnUpright(upright.View(), back, stored.View());
         ExifInfo info = SomeInfo();
         info.orientation = orientation;
-        const std::string in = WriteJpeg("in.jpg", stored, Osp::Media::BuildExifSegment(info));
+        const std::string in = WriteJpeg("in.jpg", stored, SegmentOf(info));
         Picture expected(48, 32);
         Tools::TurnUpright(ReadJpeg(in).View(), orientation, expected.View());
         Develop({"-t", "MIX", in, in, "-o", At("out.ppm")});

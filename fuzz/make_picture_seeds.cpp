@@ -1,0 +1,62 @@
+// Writes the pictures that fuzzing starts from into a folder.
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "media/exif.h"
+#include "picture_files.h"
+#include "picture_format.h"
+
+namespace {
+
+using namespace Kivo::Tools;
+using Osp::Graphics::Dimension;
+using Osp::Media::EncodedPicture;
+
+std::vector<std::uint8_t> MakePixels(const Dimension& size) {
+    std::vector<std::uint8_t> pixels(PackedSize(size, Osp::Media::PixelLayout::kRgb));
+    for (std::size_t i = 0; i < pixels.size(); ++i) pixels[i] = static_cast<std::uint8_t>(i * 7);
+    return pixels;
+}
+
+std::vector<std::uint8_t> MakeMetadata(const Dimension& size) {
+    Osp::Media::ExifInfo info;
+    info.description = "A seed";
+    info.dateTimeOriginal = "2024:05:06 07:08:09";
+    info.offsetTimeOriginal = "+01:00";
+    info.software = "KIVO Camera";
+    info.orientation = 6;
+    info.size = size;
+    return Osp::Media::BuildExifSegment(info);
+}
+
+Problem WriteSeed(const std::string& folder, const char* extension, const Dimension& size) {
+    const std::string name =
+        folder + "/" + std::to_string(size.width) + "x" + std::to_string(size.height) + extension;
+    PictureFormat format{};
+    Problem problem = FindFormat(name, format);
+    if (!problem.empty()) return problem;
+    const std::vector<std::uint8_t> pixels = MakePixels(size);
+    EncodedPicture encoded;
+    problem = EncodePicture(format, PackedView(pixels.data(), size, Osp::Media::PixelLayout::kRgb),
+                            MakeMetadata(size), encoded);
+    return problem.empty() ? WriteFile(name, encoded) : problem;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fputs("usage: make-picture-seeds FOLDER\n", stderr);
+        return 2;
+    }
+    for (const char* extension : {".jpg", ".png", ".ppm"}) {
+        for (const Dimension size : {Dimension{1, 1}, {17, 9}, {40, 33}}) {
+            const Problem problem = WriteSeed(argv[1], extension, size);
+            if (problem.empty()) continue;
+            std::fprintf(stderr, "make-picture-seeds: %s\n", problem.c_str());
+            return 1;
+        }
+    }
+    return 0;
+}
