@@ -1,7 +1,6 @@
 #include "application_library.h"
 
 #include <dlfcn.h>
-
 #include <filesystem>
 #include <system_error>
 
@@ -13,13 +12,16 @@ std::string PackageFolder() {
     return error ? "" : program.parent_path().parent_path().string();
 }
 
-EntryFunction LoadApplication(const std::string& packageFolder, std::string& error) {
-    const std::string path = packageFolder + "/lib/libkivo-camera.so";
-    // Never unloaded: it would have to outlive everything that it has registered.
+void* LoadSymbol(const std::string& path, const char* symbol, std::string& error) {
     void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    void* const entry = library == nullptr ? nullptr : dlsym(library, "OspMain");
-    if (entry == nullptr) error = dlerror();
-    return reinterpret_cast<EntryFunction>(entry);
+    void* const address = library == nullptr ? nullptr : dlsym(library, symbol);
+    if (address == nullptr) error = dlerror();
+    return address;
+}
+
+EntryFunction LoadApplication(const std::string& packageFolder, std::string& error) {
+    return reinterpret_cast<EntryFunction>(
+        LoadSymbol(packageFolder + "/lib/libkivo-camera.so", "OspMain", error));
 }
 
 }  // namespace Host

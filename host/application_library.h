@@ -11,6 +11,11 @@ namespace Host {
 /// ../lib. Empty when the program's own place cannot be told.
 std::string PackageFolder();
 
+/// What the shared library at `path` exports as `symbol`. Null, with `error` saying why, when that
+/// fails. Never unloaded: toolkits do not support that, and the application would have to outlive
+/// all that it has registered. Any thread.
+void* LoadSymbol(const std::string& path, const char* symbol, std::string& error);
+
 /// Loads the application. Null, with `error` saying why, when that fails.
 EntryFunction LoadApplication(const std::string& packageFolder, std::string& error);
 

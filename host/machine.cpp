@@ -8,6 +8,8 @@
 
 #include "app/registry_file.h"
 #include "media/exif.h"
+#include "media/mixed_sound.h"
+#include "sound_module.h"
 
 namespace Host {
 
@@ -18,6 +20,12 @@ constexpr int kNoticeMs = 5000;
 std::unique_ptr<Osp::Base::Clock> MakeClock(ClockKind kind) {
     if (kind == ClockKind::kVirtual) return std::make_unique<Osp::Base::VirtualClock>();
     return std::make_unique<Osp::Base::RealClock>();
+}
+
+/// Null where nobody listens, and under the virtual clock, which sound cannot follow.
+std::unique_ptr<Osp::Media::SoundOutput> MakeSoundOutput(const Options& options) {
+    if (options.isHeadless || options.clock == ClockKind::kVirtual) return nullptr;
+    return std::make_unique<Osp::Media::MixedSound>(LoadSoundBackend);
 }
 
 std::optional<Osp::Content::EmbeddedInfo> ReadEmbedded(const std::string& realPath) {
@@ -51,7 +59,7 @@ Machine::Machine(const Options& options, const std::string& resourceFolder,
       registry_(storage_.GetPrivateFolder() + "/registry.ini"),
       contents_(storage_, ReadEmbedded),
       cameras_(std::move(cameras)),
-      sounds_(nullptr),
+      sounds_(MakeSoundOutput(options)),
       device_([this] { return cameras_->Count(); }),
       lifecycle_(registry_) {}
 

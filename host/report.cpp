@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <ranges>
 #include <typeinfo>
 #include <utility>
 
@@ -67,8 +66,9 @@ template <class Visit>
 void Walk(const Control& control, const Visit& visit) {
     if (!control.GetShowState()) return;
     if (const auto* container = dynamic_cast<const Container*>(&control)) {
-        for (const auto& child : std::views::reverse(container->GetControls())) {
-            Walk(*child, visit);
+        const auto& children = container->GetControls();
+        for (auto child = children.rbegin(); child != children.rend(); ++child) {
+            Walk(**child, visit);
         }
     }
     visit(control);
@@ -76,9 +76,8 @@ void Walk(const Control& control, const Visit& visit) {
 
 template <class Visit>
 void WalkScreen(const Visit& visit) {
-    for (const Container* root : std::views::reverse(Osp::Ui::Screen::Current().GetRoots())) {
-        Walk(*root, visit);
-    }
+    const auto& roots = Osp::Ui::Screen::Current().GetRoots();
+    for (auto root = roots.rbegin(); root != roots.rend(); ++root) Walk(**root, visit);
 }
 
 Json Describe(const Control& control) {

@@ -1,0 +1,13 @@
+// The sound, in a module of its own that is loaded at first use.
+#pragma once
+
+#include <memory>
+
+#include "media/sound_backend.h"
+
+namespace Host {
+
+/// Null when the module is missing or cannot start. Any thread.
+std::unique_ptr<Osp::Media::SoundBackend> LoadSoundBackend();
+
+}  // namespace Host
