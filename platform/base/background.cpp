@@ -18,31 +18,44 @@ struct Work {
     std::function<void()> completion;
 };
 
-void Run(gpointer data, gpointer) {
-    std::unique_ptr<Work> work(static_cast<Work*>(data));
-    work->job();
-    work->job = nullptr;
-    EventLoop& loop = work->loop;
-    loop.Post(EventClass::kSystem, [&loop, completion = std::move(work->completion)] {
-        loop.EndWork();
-        completion();
-    });
-}
-
-GThreadPool* Workers() {
-    static GThreadPool* const pool = g_thread_pool_new(
-        Run, nullptr, static_cast<gint>(std::max(2U, std::thread::hardware_concurrency())), FALSE,
-        nullptr);
-    return pool;
+void Finish(Work& work) {
+    work.job();
+    work.job = nullptr;  // what it holds goes before the loop hears of it
+    work.loop.Post(EventClass::kSystem,
+                   [&loop = work.loop, completion = std::move(work.completion)] {
+                       loop.EndWork();
+                       completion();
+                   });
 }
 
 }  // namespace
 
+Workers::Workers() {
+    const auto run = [](gpointer data, gpointer workers) {
+        const std::unique_ptr<Work> work(static_cast<Work*>(data));
+        if (!static_cast<Workers*>(workers)->isEnding_) Finish(*work);
+    };
+    const auto threads = static_cast<gint>(std::max(2U, std::thread::hardware_concurrency()));
+    pool_ = g_thread_pool_new(run, this, threads, FALSE, nullptr);
+}
+
+Workers::~Workers() {
+    // Not left to the pool, which would lose the jobs that wait.
+    isEnding_ = true;
+    constexpr gboolean kDropWaiting = FALSE;
+    constexpr gboolean kAwaitRunning = TRUE;
+    g_thread_pool_free(pool_, kDropWaiting, kAwaitRunning);
+}
+
+void Workers::Run(EventLoop& loop, std::function<void()> job, std::function<void()> completion) {
+    loop.BeginWork();
+    std::unique_ptr<Work> work(new Work{loop, std::move(job), std::move(completion)});
+    g_thread_pool_push(pool_, work.release(), nullptr);
+}
+
 void RunInBackground(std::function<void()> job, std::function<void()> completion) {
     EventLoop& loop = EventLoop::Current();
-    loop.BeginWork();
-    auto work = std::make_unique<Work>(loop, std::move(job), std::move(completion));
-    g_thread_pool_push(Workers(), work.release(), nullptr);
+    loop.GetWorkers().Run(loop, std::move(job), std::move(completion));
 }
 
 }  // namespace Osp::Base

@@ -1,5 +1,7 @@
 #include "base/block_pool.h"
 
+#include <algorithm>
+#include <bit>
 #include <map>
 #include <mutex>
 #include <new>
@@ -25,8 +27,10 @@ Pool& ThePool() {
     return *pool;
 }
 
+// No two JPEGs have the same size; with up to an eighth of slack they share blocks.
 std::size_t RoundUp(std::size_t size) {
-    return (size + 4095) & ~std::size_t{4095};
+    const std::size_t step = std::max<std::size_t>(4096, std::bit_floor(size) / 8);
+    return (size + step - 1) / step * step;
 }
 
 std::uint8_t* Allocate(std::size_t size) {
@@ -84,6 +88,12 @@ Block& Block::operator=(Block&& other) noexcept {
     std::swap(data_, other.data_);
     std::swap(size_, other.size_);
     return *this;
+}
+
+void Block::Fit(std::size_t size) {
+    if (size_ == size) return;
+    *this = Block();  // goes back before its successor is taken
+    *this = Block(size);
 }
 
 }  // namespace Osp::Base

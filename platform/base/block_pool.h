@@ -28,6 +28,10 @@ class Block {
     Block& operator=(Block&& other) noexcept;
     ~Block() { BlockPool::Give(data_, size_); }
 
+    /// Makes it a block of exactly this size, another one unless it is that already; what it held
+    /// is lost.
+    void Fit(std::size_t size);
+
     std::uint8_t* data() { return data_; }
     const std::uint8_t* data() const { return data_; }
     std::size_t size() const { return size_; }

@@ -57,6 +57,7 @@ EventLoop::EventLoop(Clock& clock)
 }
 
 EventLoop::~EventLoop() {
+    workers_ = nullptr;  // which post here until they end
     DisposeNow();
     g_source_destroy(&source_->base);
     g_source_unref(&source_->base);

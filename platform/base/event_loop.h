@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/background.h"
 #include "base/clock.h"
 #include "base/object_disposal.h"
 #include "base/service.h"
@@ -75,6 +76,7 @@ class EventLoop : public Service<EventLoop> {
     /// Background work of which the loop waits for the end before it asks the driver.
     void BeginWork() { ++pendingWork_; }
     void EndWork() { --pendingWork_; }
+    Workers& GetWorkers() { return *workers_; }
 
   private:
     struct Event {
@@ -113,6 +115,7 @@ class EventLoop : public Service<EventLoop> {
     int holdDepth_ = 0;
     int dispatchDepth_ = 0;
     int pendingWork_ = 0;
+    std::unique_ptr<Workers> workers_ = std::make_unique<Workers>();
     std::vector<std::unique_ptr<Disposable>> disposals_;
 };
 

@@ -23,8 +23,8 @@ struct StreamSettings {
 
 constexpr int kMostZoomSteps = 6;
 
-/// Takes what a device delivers. Loop thread only; may be called from inside any call on the
-/// device, and does not call back into it.
+/// Takes what a device delivers. Loop thread only. Nothing is delivered from inside a call on the
+/// device, and no delivery calls the device.
 class CameraDeviceClient {
   public:
     virtual ~CameraDeviceClient() = default;
@@ -36,7 +36,7 @@ class CameraDeviceClient {
     virtual void OnFocused(bool isSharp) = 0;
     /// One JPEG of the still size; empty when `r` is a failure.
     virtual void OnStill(Base::ByteBuffer jpeg, result r) = 0;
-    /// The stream has ended by itself.
+    /// The stream has ended by itself; Stop is not called for it.
     virtual void OnFailed(result r) = 0;
 };
 
@@ -57,6 +57,7 @@ class CameraDevice {
     /// `client` is not owned and stays until Close. kDeviceBusy when another program has the
     /// device.
     virtual result Open(CameraDeviceClient& client) = 0;
+    /// Switches the flash off too. Also called after an Open that failed.
     virtual void Close() = 0;
 
     /// Begins to deliver frames, the first as soon as it can be made. A failure, also of a device

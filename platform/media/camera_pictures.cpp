@@ -67,10 +67,8 @@ result WriteStill(Surface& picture, const ColorGains& gains, Base::ByteBuffer& j
     const auto [width, height] = picture.GetDimension();
     if (!gains.IsNeutral()) ApplyGains(gains, picture.Data(), picture.Data(), width * height);
     EncodedPicture encoded;
-    result r = EncodeJpeg(ViewOf(picture), {}, encoded);
-    if (Succeeded(r)) r = jpeg.Construct(static_cast<int>(encoded.sizeBytes));
-    if (Succeeded(r)) std::ranges::copy(encoded.Bytes(), jpeg.GetPointer());
-    return r;
+    const result r = EncodeJpeg(ViewOf(picture), {}, encoded);
+    return Failed(r) ? r : encoded.CopyTo(jpeg);
 }
 
 }  // namespace Osp::Media

@@ -57,8 +57,8 @@ result CameraSession::PowerOn() {
 
 result CameraSession::PowerOff() {
     if (state_ == SessionState::kOff) return result::kSuccess;
-    if (IsPreviewing(state_)) EndStream(SessionEvent::kStopPreview);
-    events_.Drop();
+    if (IsPreviewing(state_)) (void)StopPreview();
+    DropEvents();
     Device().Close();
     slot_.user = nullptr;
     if (!keepsZoom_) settings_.zoomStep = 0;
@@ -101,16 +101,20 @@ result CameraSession::StartPreview(bool callbacks) {
 
 result CameraSession::StopPreview() {
     if (!Allows(SessionEvent::kStopPreview)) return result::kInvalidState;
-    EndStream(SessionEvent::kStopPreview);
-    events_.Drop();
+    Device().Stop();
+    CancelDeadline();
+    DropEvents();
+    Take(SessionEvent::kStopPreview);
     return result::kSuccess;
 }
 
-void CameraSession::EndStream(SessionEvent event) {
-    Device().Stop();
-    Base::EventLoop::Current().CancelTimer(std::exchange(captureDeadline_, 0));
+void CameraSession::DropEvents() {
+    events_.Drop();
     undeliveredFrames_ = 0;
-    Take(event);
+}
+
+void CameraSession::CancelDeadline() {
+    Base::EventLoop::Current().CancelTimer(std::exchange(captureDeadline_, 0));
 }
 
 result CameraSession::StartAutoFocus() {
@@ -124,6 +128,7 @@ result CameraSession::Capture() {
     if (!Allows(SessionEvent::kStartCapture)) return result::kInvalidState;
     const result r = Device().RequestStill();
     if (Failed(r)) return r;
+    Base::Trace::Mark("capture-begun");
     Take(SessionEvent::kStartCapture);
     captureDeadline_ =
         Base::EventLoop::Current().StartTimer(Base::EventClass::kSystem, kLongestCapture, [this] {
@@ -148,9 +153,11 @@ result CameraSession::Zoom(int steps) {
 }
 
 result CameraSession::SetFlash(bool on) {
-    if (on) return Device().SwitchFlashOn();
-    Device().SwitchFlashOff();
-    return result::kSuccess;
+    if (!on) {
+        Device().SwitchFlashOff();
+        return result::kSuccess;
+    }
+    return state_ == SessionState::kOff ? result::kInvalidState : Device().SwitchFlashOn();
 }
 
 result CameraSession::SetWhiteBalance(CameraWhiteBalance whiteBalance) {
@@ -184,7 +191,7 @@ void CameraSession::OnFocused(bool isSharp) {
 
 void CameraSession::OnStill(ByteBuffer jpeg, result r) {
     if (state_ != SessionState::kCapturing) return;
-    Base::EventLoop::Current().CancelTimer(std::exchange(captureDeadline_, 0));
+    CancelDeadline();
     Take(SessionEvent::kCaptureDone);
     PostCaptured(std::move(jpeg), r);
 }
@@ -192,7 +199,8 @@ void CameraSession::OnStill(ByteBuffer jpeg, result r) {
 void CameraSession::OnFailed(result r) {
     if (!IsPreviewing(state_)) return;
     const SessionState before = state_;
-    EndStream(SessionEvent::kFail);
+    CancelDeadline();
+    Take(SessionEvent::kFail);
     AnswerUnfinished(before);
     PostError(CameraErrorReason::kDeviceFailure);
     events_.Post([this, r] {
@@ -204,7 +212,7 @@ void CameraSession::OnFailed(result r) {
 void CameraSession::OnConnectionChanged() {
     const SessionState before = state_;
     if (IsPreviewing(before)) {
-        Base::EventLoop::Current().CancelTimer(std::exchange(captureDeadline_, 0));
+        CancelDeadline();
         Take(slot_.isConnected ? SessionEvent::kPlug : SessionEvent::kUnplug);
     }
     SwapDevice();

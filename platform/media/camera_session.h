@@ -50,7 +50,8 @@ class CameraSession : private CameraDeviceClient, private CameraSlot::User {
     bool Allows(SessionEvent event) const { return NextState(state_, event).has_value(); }
     void Take(SessionEvent event);
     CameraDevice& Device() { return slot_.Current(); }
-    void EndStream(SessionEvent event);
+    void DropEvents();
+    void CancelDeadline();
     void SwapDevice();
     void AnswerUnfinished(SessionState state);
     void PostError(CameraErrorReason reason);

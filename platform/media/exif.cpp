@@ -8,12 +8,14 @@
 #include <libexif/exif-data.h>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace Osp::Media {
 
 namespace {
 
 constexpr ExifByteOrder kByteOrder = EXIF_BYTE_ORDER_INTEL;
+constexpr unsigned kLongestSegment = 0xFFFF;
 constexpr std::size_t kLongestDescription = 32 * 1024;  // half of what a segment can hold
 
 struct DataDeleter {
@@ -34,15 +36,33 @@ struct GlibDeleter {
 using Data = std::unique_ptr<ExifData, DataDeleter>;
 using DateTime = std::unique_ptr<GDateTime, DateTimeDeleter>;
 
+std::string Cut(const std::string& utf8, std::size_t longest) {
+    if (utf8.size() <= longest) return utf8;
+    const char* const end = g_utf8_find_prev_char(utf8.c_str(), utf8.c_str() + longest + 1);
+    return {utf8.c_str(), end};
+}
+
 /// Adds entries to EXIF data whose memory comes from libexif, which frees it.
 class Builder {
   public:
-    Builder() : memory_(exif_mem_new_default()), data_(exif_data_new()) {
+    explicit Builder(Data data) : memory_(exif_mem_new_default()), data_(std::move(data)) {
         exif_data_set_byte_order(data_.get(), kByteOrder);
         exif_data_set_data_type(data_.get(), EXIF_DATA_TYPE_COMPRESSED);
     }
 
+    /// What `info` says, in place of what was said before.
+    void Describe(const ExifInfo& info) {
+        Text(EXIF_IFD_0, EXIF_TAG_IMAGE_DESCRIPTION, Cut(info.description, kLongestDescription));
+        Short(EXIF_IFD_0, EXIF_TAG_ORIENTATION, info.orientation);
+        Text(EXIF_IFD_0, EXIF_TAG_SOFTWARE, info.software);
+        Text(EXIF_IFD_EXIF, EXIF_TAG_DATE_TIME_ORIGINAL, info.dateTimeOriginal);
+        Text(EXIF_IFD_EXIF, EXIF_TAG_OFFSET_TIME_ORIGINAL, info.offsetTimeOriginal);
+        Long(EXIF_IFD_EXIF, EXIF_TAG_PIXEL_X_DIMENSION, info.size.width);
+        Long(EXIF_IFD_EXIF, EXIF_TAG_PIXEL_Y_DIMENSION, info.size.height);
+    }
+
     void Text(ExifIfd ifd, ExifTag tag, const std::string& text) {
+        if (text.empty()) return;
         const std::string_view withEnd(text.c_str(), text.size() + 1);
         Bytes(ifd, tag, EXIF_FORMAT_ASCII, withEnd);
     }
@@ -61,7 +81,33 @@ class Builder {
         exif_set_rational(Add(ifd, tag, EXIF_FORMAT_RATIONAL, 1, 8), kByteOrder, {value, 1});
     }
 
-    ExifData* Get() const { return data_.get(); }
+    void Remove(ExifIfd ifd, ExifTag tag) {
+        ExifContent* const directory = data_->ifd[ifd];
+        exif_content_remove_entry(directory, exif_content_get_entry(directory, tag));
+    }
+    void RemoveThumbnail() {
+        std::free(data_->data);
+        data_->data = nullptr;
+        data_->size = 0;
+        ExifContent* const directory = data_->ifd[EXIF_IFD_1];
+        while (directory->count > 0) exif_content_remove_entry(directory, directory->entries[0]);
+    }
+
+    /// A whole APP1 segment; empty when it would be longer than a segment can be.
+    std::vector<std::uint8_t> Segment() const {
+        unsigned char* saved = nullptr;
+        unsigned size = 0;
+        exif_data_save_data(data_.get(), &saved, &size);
+        const std::unique_ptr<unsigned char, decltype(&std::free)> payload(saved, std::free);
+        const unsigned length = size + 2;  // counts its own two bytes
+        if (length > kLongestSegment) return {};
+        const std::array<std::uint8_t, 4> head = {
+            0xFF, 0xE1, static_cast<std::uint8_t>(length >> 8), static_cast<std::uint8_t>(length)};
+        std::vector<std::uint8_t> segment(head.size() + size);
+        std::ranges::copy(head, segment.begin());
+        std::copy_n(payload.get(), size, segment.begin() + head.size());
+        return segment;
+    }
 
   private:
     unsigned char* Add(ExifIfd ifd, ExifTag tag, ExifFormat format, std::size_t components,
@@ -74,6 +120,7 @@ class Builder {
         entry->components = components;
         entry->size = static_cast<unsigned>(sizeBytes);
         entry->data = bytes;
+        Remove(ifd, tag);
         exif_content_add_entry(data_->ifd[ifd], entry.get());
         return bytes;
     }
@@ -81,12 +128,6 @@ class Builder {
     std::unique_ptr<ExifMem, MemoryDeleter> memory_;
     Data data_;
 };
-
-std::string Cut(const std::string& utf8, std::size_t longest) {
-    if (utf8.size() <= longest) return utf8;
-    const char* const end = g_utf8_find_prev_char(utf8.c_str(), utf8.c_str() + longest + 1);
-    return {utf8.c_str(), end};
-}
 
 std::string Format(GDateTime* time, const char* format) {
     const std::unique_ptr<char, GlibDeleter> text(g_date_time_format(time, format));
@@ -113,6 +154,29 @@ int ReadInteger(ExifData* data, ExifIfd ifd, ExifTag tag) {
     return 0;
 }
 
+Data Load(std::span<const std::uint8_t> file) {
+    return Data(exif_data_new_from_data(file.data(), static_cast<unsigned>(file.size())));
+}
+
+bool IsEmpty(const ExifData* data) {
+    return data == nullptr || std::ranges::all_of(data->ifd, [](const ExifContent* directory) {
+               return directory->count == 0;
+           });
+}
+
+std::optional<ExifInfo> Interpret(const Data& data) {
+    if (IsEmpty(data.get())) return std::nullopt;
+    ExifInfo info;
+    info.description = ReadText(data.get(), EXIF_IFD_0, EXIF_TAG_IMAGE_DESCRIPTION);
+    info.software = ReadText(data.get(), EXIF_IFD_0, EXIF_TAG_SOFTWARE);
+    info.orientation = ReadInteger(data.get(), EXIF_IFD_0, EXIF_TAG_ORIENTATION);
+    info.dateTimeOriginal = ReadText(data.get(), EXIF_IFD_EXIF, EXIF_TAG_DATE_TIME_ORIGINAL);
+    info.offsetTimeOriginal = ReadText(data.get(), EXIF_IFD_EXIF, EXIF_TAG_OFFSET_TIME_ORIGINAL);
+    info.size = {ReadInteger(data.get(), EXIF_IFD_EXIF, EXIF_TAG_PIXEL_X_DIMENSION),
+                 ReadInteger(data.get(), EXIF_IFD_EXIF, EXIF_TAG_PIXEL_Y_DIMENSION)};
+    return info;
+}
+
 }  // namespace
 
 ExifInfo DescribePhotograph(const std::string& description, const Graphics::Dimension& size,
@@ -135,54 +199,37 @@ std::vector<std::uint8_t> BuildExifSegment(const ExifInfo& info) {
     constexpr int kStandardRgb = 1;
     using std::string_view_literals::operator""sv;
 
-    Builder builder;
-    // In ascending order of tags within a directory, as readers expect them.
-    builder.Text(EXIF_IFD_0, EXIF_TAG_IMAGE_DESCRIPTION,
-                 Cut(info.description, kLongestDescription));
-    builder.Short(EXIF_IFD_0, EXIF_TAG_ORIENTATION, info.orientation);
+    Builder builder{Data(exif_data_new())};
     builder.Rational(EXIF_IFD_0, EXIF_TAG_X_RESOLUTION, kDotsAnInch);
     builder.Rational(EXIF_IFD_0, EXIF_TAG_Y_RESOLUTION, kDotsAnInch);
     builder.Short(EXIF_IFD_0, EXIF_TAG_RESOLUTION_UNIT, kInch);
-    builder.Text(EXIF_IFD_0, EXIF_TAG_SOFTWARE, info.software);
     builder.Short(EXIF_IFD_0, EXIF_TAG_YCBCR_POSITIONING, kCentred);
     builder.Bytes(EXIF_IFD_EXIF, EXIF_TAG_EXIF_VERSION, EXIF_FORMAT_UNDEFINED, "0231");
-    builder.Text(EXIF_IFD_EXIF, EXIF_TAG_DATE_TIME_ORIGINAL, info.dateTimeOriginal);
-    builder.Text(EXIF_IFD_EXIF, EXIF_TAG_OFFSET_TIME_ORIGINAL, info.offsetTimeOriginal);
     builder.Bytes(EXIF_IFD_EXIF, EXIF_TAG_COMPONENTS_CONFIGURATION, EXIF_FORMAT_UNDEFINED,
                   "\x01\x02\x03\x00"sv);
     builder.Bytes(EXIF_IFD_EXIF, EXIF_TAG_FLASH_PIX_VERSION, EXIF_FORMAT_UNDEFINED, "0100");
     builder.Short(EXIF_IFD_EXIF, EXIF_TAG_COLOR_SPACE, kStandardRgb);
-    builder.Long(EXIF_IFD_EXIF, EXIF_TAG_PIXEL_X_DIMENSION, info.size.width);
-    builder.Long(EXIF_IFD_EXIF, EXIF_TAG_PIXEL_Y_DIMENSION, info.size.height);
+    builder.Describe(info);
+    return builder.Segment();
+}
 
-    unsigned char* saved = nullptr;
-    unsigned size = 0;
-    exif_data_save_data(builder.Get(), &saved, &size);
-    const std::unique_ptr<unsigned char, decltype(&std::free)> payload(saved, std::free);
-    const unsigned length = size + 2;  // counts its own two bytes
-    const std::array<std::uint8_t, 4> head = {0xFF, 0xE1, static_cast<std::uint8_t>(length >> 8),
-                                              static_cast<std::uint8_t>(length)};
-    std::vector<std::uint8_t> segment(head.size() + size);
-    std::ranges::copy(head, segment.begin());
-    std::copy_n(payload.get(), size, segment.begin() + head.size());
-    return segment;
+std::vector<std::uint8_t> RebuildExifSegment(std::span<const std::uint8_t> original,
+                                             const ExifInfo& info) {
+    Data data = Load(original);
+    if (IsEmpty(data.get())) return BuildExifSegment(info);
+    Builder builder(std::move(data));
+    builder.RemoveThumbnail();
+    builder.Remove(EXIF_IFD_EXIF, EXIF_TAG_MAKER_NOTE);
+    builder.Describe(info);
+    return builder.Segment();
 }
 
 std::optional<ExifInfo> ReadExif(const std::string& realPath) {
-    const Data data(exif_data_new_from_file(realPath.c_str()));
-    if (data == nullptr) return std::nullopt;
-    const bool isEmpty = std::ranges::all_of(
-        data->ifd, [](const ExifContent* directory) { return directory->count == 0; });
-    if (isEmpty) return std::nullopt;
-    ExifInfo info;
-    info.description = ReadText(data.get(), EXIF_IFD_0, EXIF_TAG_IMAGE_DESCRIPTION);
-    info.software = ReadText(data.get(), EXIF_IFD_0, EXIF_TAG_SOFTWARE);
-    info.orientation = ReadInteger(data.get(), EXIF_IFD_0, EXIF_TAG_ORIENTATION);
-    info.dateTimeOriginal = ReadText(data.get(), EXIF_IFD_EXIF, EXIF_TAG_DATE_TIME_ORIGINAL);
-    info.offsetTimeOriginal = ReadText(data.get(), EXIF_IFD_EXIF, EXIF_TAG_OFFSET_TIME_ORIGINAL);
-    info.size = {ReadInteger(data.get(), EXIF_IFD_EXIF, EXIF_TAG_PIXEL_X_DIMENSION),
-                 ReadInteger(data.get(), EXIF_IFD_EXIF, EXIF_TAG_PIXEL_Y_DIMENSION)};
-    return info;
+    return Interpret(Data(exif_data_new_from_file(realPath.c_str())));
+}
+
+std::optional<ExifInfo> ReadExif(std::span<const std::uint8_t> file) {
+    return Interpret(Load(file));
 }
 
 }  // namespace Osp::Media

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -31,7 +32,15 @@ ExifInfo DescribePhotograph(const std::string& description, const Graphics::Dime
 /// can be is cut between characters. Any thread.
 std::vector<std::uint8_t> BuildExifSegment(const ExifInfo& info);
 
+/// Of a photograph made from the one in the file `original`: all that its EXIF says, dates and
+/// places among it, with what `info` says in its stead. Leaves out what tells about its pixels (the
+/// thumbnail) or cannot be moved (makers' notes). Empty when it would be too long. Any thread.
+std::vector<std::uint8_t> RebuildExifSegment(std::span<const std::uint8_t> original,
+                                             const ExifInfo& info);
+
 /// What the JPEG file says; nothing when it cannot be read or carries no EXIF. Any thread.
 std::optional<ExifInfo> ReadExif(const std::string& realPath);
+/// The same with the file's bytes.
+std::optional<ExifInfo> ReadExif(std::span<const std::uint8_t> file);
 
 }  // namespace Osp::Media

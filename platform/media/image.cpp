@@ -74,10 +74,8 @@ result EncodeToBuffer(const Bitmap& bitmap, ImageFormat format, ByteBuffer& buff
     }
     if (format != ImageFormat::kJpeg) return result::kUnsupported;
     EncodedPicture encoded;
-    result r = EncodeJpeg(ViewOf(bitmap), {}, encoded);
-    if (Succeeded(r)) r = buffer.Construct(static_cast<int>(encoded.sizeBytes));
-    if (Succeeded(r)) std::ranges::copy(encoded.Bytes(), buffer.GetPointer());
-    return r;
+    const result r = EncodeJpeg(ViewOf(bitmap), {}, encoded);
+    return Failed(r) ? r : encoded.CopyTo(buffer);
 }
 
 }  // namespace
@@ -119,6 +117,7 @@ ByteBuffer* Image::EncodeToBufferN(const Bitmap& bitmap, ImageFormat format) {
 
 result Image::EncodeToFile(const Bitmap& bitmap, ImageFormat format, const Base::String& path,
                            bool overwrite) {
+    Base::Trace::Mark("encode-begun");
     const Base::String description = std::exchange(description_, {});
     if (bitmap.Pixels() == nullptr) return result::kInvalidArgument;
     if (format != ImageFormat::kJpeg) return result::kUnsupported;

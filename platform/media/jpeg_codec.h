@@ -1,4 +1,4 @@
-// JPEG to pixels and back.
+// Whole pictures from JPEG to pixels and back.
 #pragma once
 
 #include <cstdint>
@@ -8,12 +8,11 @@
 #include <osp/graphics/dimension.h>
 
 #include "base/block_pool.h"
+#include "media/encoded_picture.h"
 #include "media/pixel_view.h"
 
 /// Any thread, several at once.
 namespace Osp::Media {
-
-constexpr int kJpegQuality = 95;
 
 bool IsJpeg(std::span<const std::uint8_t> data);
 
@@ -25,14 +24,6 @@ result ReadJpegSize(std::span<const std::uint8_t> data, Graphics::Dimension& siz
 /// a whole and undamaged JPEG.
 result DecodeJpeg(std::span<const std::uint8_t> data, PixelLayout layout, Base::Block& pixels,
                   Graphics::Dimension& size);
-
-/// Recycled memory for an encoded picture.
-struct EncodedPicture {
-    Base::Block block;          // may be larger than the picture
-    std::size_t sizeBytes = 0;  // of the picture
-
-    std::span<const std::uint8_t> Bytes() const { return {block.data(), sizeBytes}; }
-};
 
 /// Quality 95, 4:2:0, slow integer DCT. `metadata` is a whole APP1 segment, or empty, and goes
 /// before everything else. `encoded` is reused when its block is large enough. kInvalidArgument for

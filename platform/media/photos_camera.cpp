@@ -22,10 +22,14 @@ bool IsUnchanged(const StreamSettings& settings) {
     return settings.zoomStep == 0 && GainsOf(settings.whiteBalance).IsNeutral();
 }
 
-result Copy(const EncodedPicture& picture, ByteBuffer& buffer) {
-    const result r = buffer.Construct(static_cast<int>(picture.sizeBytes));
-    if (Succeeded(r)) std::ranges::copy(picture.Bytes(), buffer.GetPointer());
-    return r;
+/// The bytes of the file at `path`; kUnsupported unless it is a JPEG of `size`.
+result ReadJpegOfSize(const std::string& path, const Dimension& size, ByteBuffer& jpeg) {
+    EncodedPicture file;
+    result r = ReadPictureBytes(path, file);
+    Dimension fileSize;
+    if (Succeeded(r)) r = ReadJpegSize(file.Bytes(), fileSize);
+    if (Failed(r) || fileSize != size) return result::kUnsupported;
+    return file.CopyTo(jpeg);
 }
 
 }  // namespace
@@ -88,13 +92,10 @@ result PhotosCamera::Pictures::Take(std::size_t& index, const StreamSettings& se
     const std::lock_guard lock(mutex);
     // Decoded even where the file's own bytes will do: a damaged file must not get through.
     if (!DecodeFrom(index)) return result::kInvalidFormat;
-    FileKind kind{};
     if (selection == CameraSelection::kPrimary && IsUnchanged(settings) &&
-        decodedSize == settings.stillSize && Succeeded(ReadFileKind(paths[index], kind)) &&
-        kind == FileKind::kJpeg) {
-        EncodedPicture file;
-        const result r = ReadPictureBytes(paths[index], file);
-        return Failed(r) ? r : Copy(file, jpeg);
+        decodedSize == settings.stillSize &&
+        Succeeded(ReadJpegOfSize(paths[index], settings.stillSize, jpeg))) {
+        return result::kSuccess;
     }
     Surface surface(settings.stillSize, Surface::Kind::kOpaque);
     DrawToFill(View(), settings.zoomStep, selection, surface);

@@ -54,10 +54,7 @@ result ReadPictureBytes(const std::string& path, EncodedPicture& bytes) {
     if (size < 0) return result::kIo;
     if (size > kMostFileBytes) return result::kInvalidFormat;
     bytes.sizeBytes = static_cast<std::size_t>(size);
-    if (bytes.block.size() < bytes.sizeBytes) {
-        bytes.block = {};
-        bytes.block = Base::Block(bytes.sizeBytes);
-    }
+    bytes.Reserve(bytes.sizeBytes);
     const std::size_t count = std::fread(bytes.block.data(), 1, bytes.sizeBytes, file.get());
     return count == bytes.sizeBytes ? result::kSuccess : result::kIo;
 }
@@ -84,11 +81,7 @@ result DecodePicture(const std::string& path, PixelLayout layout, Base::Block& p
     }
     r = ReadPngSize(path, size);
     if (Failed(r)) return r;
-    const std::size_t needed = PackedSize(size, layout);
-    if (pixels.size() != needed) {
-        pixels = {};
-        pixels = Base::Block(needed);
-    }
+    pixels.Fit(PackedSize(size, layout));
     return DecodePng(path, size, layout, pixels.data());
 }
 

@@ -12,10 +12,7 @@ namespace Osp::Media {
 class PlayerVoice {
   public:
     explicit PlayerVoice(IPlayerEventListener& listener) : listener_(listener) {}
-    ~PlayerVoice() {
-        // A shutter sound outlives the session that played it.
-        if (SoundOutput* output = SoundService::Current().GetOutput()) output->Forget(voice_);
-    }
+    ~PlayerVoice();
 
     result Open(const Base::String& path);
     result Play();
@@ -25,7 +22,7 @@ class PlayerVoice {
     bool looping_ = false;
 
   private:
-    void Ended();
+    void PostEnd();
 
     IPlayerEventListener& listener_;
     Base::EventSource events_;
@@ -33,6 +30,13 @@ class PlayerVoice {
     std::string realPath_;
     SoundOutput::VoiceId voice_ = 0;
 };
+
+PlayerVoice::~PlayerVoice() {
+    SoundOutput* const output = SoundService::Current().GetOutput();
+    if (output == nullptr || state_ == PlayerState::kInitial) return;
+    output->Forget(voice_);  // a shutter sound outlives the session that played it
+    output->Release();
+}
 
 result PlayerVoice::Open(const Base::String& path) {
     if (state_ != PlayerState::kInitial) return result::kInvalidState;
@@ -54,9 +58,9 @@ result PlayerVoice::Play() {
     SoundService& service = SoundService::Current();
     service.RecordStart(virtualPath_);
     if (SoundOutput* output = service.GetOutput()) {
-        voice_ = output->Start(realPath_, looping_, [this] { Ended(); });
-    } else {
-        events_.Post([this] { Ended(); });
+        voice_ = output->Start(realPath_, looping_, [this] { PostEnd(); });
+    } else if (!looping_) {
+        PostEnd();
     }
     return result::kSuccess;
 }
@@ -72,9 +76,11 @@ result PlayerVoice::Stop() {
     return result::kSuccess;
 }
 
-void PlayerVoice::Ended() {
-    state_ = PlayerState::kStopped;
-    listener_.OnPlayerEndOfClip();
+void PlayerVoice::PostEnd() {
+    events_.Post([this] {
+        state_ = PlayerState::kStopped;
+        listener_.OnPlayerEndOfClip();
+    });
 }
 
 Player::Player() = default;

@@ -1,4 +1,4 @@
-// PNG files to pixels.
+// PNG to pixels and back.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,7 @@
 #include <osp/base/result.h>
 #include <osp/graphics/dimension.h>
 
+#include "media/encoded_picture.h"
 #include "media/pixel_view.h"
 
 /// Any thread, several at once.
@@ -24,5 +25,14 @@ result ReadPngSize(const std::string& path, Graphics::Dimension& size);
 /// unspecified pixels, for what is not a whole PNG of `size`.
 result DecodePng(const std::string& path, const Graphics::Dimension& size, PixelLayout layout,
                  std::uint8_t* pixels);
+
+/// The same with a file's bytes.
+result ReadPngSize(std::span<const std::uint8_t> data, Graphics::Dimension& size);
+result DecodePng(std::span<const std::uint8_t> data, const Graphics::Dimension& size,
+                 PixelLayout layout, std::uint8_t* pixels);
+
+/// Three bytes a pixel in the file as in `picture`, which is kRgb. kInvalidArgument for sizes that
+/// are not acceptable.
+result EncodePng(const PixelView& picture, EncodedPicture& encoded);
 
 }  // namespace Osp::Media

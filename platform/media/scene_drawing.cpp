@@ -134,6 +134,14 @@ void AddPolygon(cairo_t* cr, std::initializer_list<Place> corners) {
     cairo_close_path(cr);
 }
 
+void AddOutline(cairo_t* cr, Place start, std::initializer_list<Curve> curves) {
+    cairo_move_to(cr, start.x, start.y);
+    for (const auto& [leaving, arriving, end] : curves) {
+        cairo_curve_to(cr, leaving.x, leaving.y, arriving.x, arriving.y, end.x, end.y);
+    }
+    cairo_close_path(cr);
+}
+
 void AddEllipse(cairo_t* cr, Place centre, double radiusX, double radiusY) {
     // Four Bezier curves; the constant makes them a circle to a fiftieth of a percent.
     constexpr double kCircle = 0.5522847498;

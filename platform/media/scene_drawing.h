@@ -44,6 +44,13 @@ struct Place {
     double y;
 };
 void AddPolygon(cairo_t* cr, std::initializer_list<Place> corners);
+/// A Bezier curve from where the one before it ends.
+struct Curve {
+    Place leaving;  // handles
+    Place arriving;
+    Place end;
+};
+void AddOutline(cairo_t* cr, Place start, std::initializer_list<Curve> curves);
 void AddEllipse(cairo_t* cr, Place centre, double radiusX, double radiusY);
 /// A blade of grass, a strand or a ray: widest at the root, pointed at the tip, bent on the way.
 void AddBlade(cairo_t* cr, Place root, Place tip, double bend, double width);

@@ -1,12 +1,16 @@
 // The front camera's built-in scene: somebody in a garden who smiles at the camera.
 #pragma once
 
+#include <array>
+
 #include "graphics/surface.h"
 #include "media/scene_drawing.h"
 
 namespace Osp::Media::Scene {
 
 constexpr Graphics::Dimension kPortraitWorld{960, 1600};
+/// Their middles; they move, unlike the face.
+inline constexpr std::array kPortraitEyes = {Place{396, 716}, Place{564, 716}};
 
 /// All that stands still, upright; fills the surface.
 void DrawPortrait(Graphics::Surface& surface, const View& view);

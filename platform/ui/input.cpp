@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <ranges>
 
 #include <osp/ui/controls/button.h>
 
@@ -30,8 +29,9 @@ Control* Find(Control& control, Graphics::Point position) {
     const Graphics::Rectangle& bounds = control.GetBounds();
     if (const auto* container = dynamic_cast<Container*>(&control)) {
         const Graphics::Point inside{position.x - bounds.x, position.y - bounds.y};
-        for (const auto& child : std::views::reverse(container->GetControls())) {
-            if (Control* found = Find(*child, inside)) return found;
+        const auto& children = container->GetControls();
+        for (auto child = children.rbegin(); child != children.rend(); ++child) {
+            if (Control* found = Find(**child, inside)) return found;
         }
     }
     return bounds.Contains(position) && IsTouchable(control) ? &control : nullptr;

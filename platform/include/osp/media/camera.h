@@ -73,7 +73,8 @@ class Camera {
     result ZoomIn();
     result ZoomOut();
 
-    /// Switching off always succeeds; switching on is kUnsupported without a flash.
+    /// Switching off always succeeds; switching on is kInvalidState while powered off and
+    /// kUnsupported without a flash. PowerOff switches it off.
     result SetFlash(bool on);
 
     /// Lives as long as the Camera. kUnsupported where the device cannot change it.

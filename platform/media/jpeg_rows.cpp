@@ -1,0 +1,221 @@
+#include "media/jpeg_rows.h"
+
+#include <algorithm>
+#include <array>
+#include <csetjmp>
+#include <cstddef>
+#include <cstdio>  // jpeglib.h needs it
+#include <jpeglib.h>
+
+namespace Osp::Media {
+
+namespace {
+
+constexpr std::size_t kStartMarkerBytes = 2;
+constexpr int kMostScans = 500;  // more only serve to keep a decoder busy
+constexpr int kRowsAtOnce = 16;
+
+constexpr J_COLOR_SPACE ColorSpaceOf(PixelLayout layout) {
+    switch (layout) {
+        case PixelLayout::kRgb:
+            return JCS_EXT_RGB;
+        case PixelLayout::kRgba:
+            return JCS_EXT_RGBA;
+        case PixelLayout::kBgrx:
+            return JCS_EXT_BGRX;
+    }
+    return JCS_EXT_RGB;
+}
+
+/// The library reports failure by a call that must not return.
+struct ErrorManager {
+    jpeg_error_mgr base;  // first: the library hands out a pointer to it
+    std::jmp_buf jump;
+
+    ErrorManager() {
+        jpeg_std_error(&base);
+        base.error_exit = Fail;
+        // Warnings are what a truncated or damaged file causes; without them it would decode to a
+        // half grey picture.
+        base.emit_message = [](j_common_ptr common, int level) {
+            if (level < 0) Fail(common);
+        };
+        base.output_message = [](j_common_ptr) {};
+    }
+
+    [[noreturn]] static void Fail(j_common_ptr common) {
+        std::longjmp(reinterpret_cast<ErrorManager*>(common->err)->jump, 1);
+    }
+};
+
+/// Runs `step`, which owns nothing, and returns whether it came to its end.
+template <class Step>
+bool Runs(ErrorManager& errors, const Step& step) {
+    if (setjmp(errors.jump) != 0) return false;
+    step();
+    return true;
+}
+
+void LimitScans(j_common_ptr common) {
+    if (reinterpret_cast<j_decompress_ptr>(common)->input_scan_number > kMostScans) {
+        ErrorManager::Fail(common);
+    }
+}
+
+/// What the library's authors promise not to exceed: three bytes for each pixel of the blocks, and
+/// the tables.
+std::size_t MostJpegBytes(const Graphics::Dimension& size) {
+    constexpr std::size_t kTableBytes = 2048;
+    const auto padded = [](int side) { return (static_cast<std::size_t>(side) + 15) / 16 * 16; };
+    return 3 * padded(size.width) * padded(size.height) + kTableBytes;
+}
+
+/// Calls step(pointers, count) until `count` rows have been dealt with; it returns how many it did.
+template <class Step>
+void EveryRow(std::uint8_t* rows, std::ptrdiff_t strideBytes, int count, const Step& step) {
+    for (int done = 0; done < count;) {
+        std::array<JSAMPROW, kRowsAtOnce> pointers;
+        const int wanted = std::min(count - done, kRowsAtOnce);
+        for (int i = 0; i < wanted; ++i) {
+            pointers[static_cast<std::size_t>(i)] = rows + strideBytes * (done + i);
+        }
+        done += static_cast<int>(step(pointers.data(), static_cast<JDIMENSION>(wanted)));
+    }
+}
+
+}  // namespace
+
+struct JpegReader::State {
+    std::span<const std::uint8_t> data;
+    ErrorManager errors;
+    jpeg_progress_mgr progress{};
+    jpeg_decompress_struct jpeg{};
+
+    explicit State(std::span<const std::uint8_t> bytes) : data(bytes) {
+        jpeg.err = &errors.base;
+        progress.progress_monitor = LimitScans;
+    }
+    ~State() { jpeg_destroy_decompress(&jpeg); }
+
+    result Try(const auto& step) {
+        return Runs(errors, step) ? result::kSuccess : result::kInvalidFormat;
+    }
+};
+
+JpegReader::JpegReader(std::span<const std::uint8_t> data)
+    : state_(std::make_unique<State>(data)) {}
+
+JpegReader::~JpegReader() = default;
+
+result JpegReader::ReadHeader(Graphics::Dimension& size) {
+    State& state = *state_;
+    const result r = state.Try([&state] {
+        jpeg_create_decompress(&state.jpeg);
+        state.jpeg.progress = &state.progress;
+        jpeg_mem_src(&state.jpeg, state.data.data(), state.data.size());
+        jpeg_read_header(&state.jpeg, TRUE);
+    });
+    if (Failed(r)) return r;
+    if (!IsAcceptableSize(state.jpeg.image_width, state.jpeg.image_height)) {
+        return result::kInvalidFormat;
+    }
+    size = {static_cast<int>(state.jpeg.image_width), static_cast<int>(state.jpeg.image_height)};
+    return result::kSuccess;
+}
+
+result JpegReader::Start(PixelLayout layout) {
+    State& state = *state_;
+    return state.Try([&state, layout] {
+        state.jpeg.out_color_space = ColorSpaceOf(layout);
+        state.jpeg.dct_method = JDCT_ISLOW;
+        jpeg_start_decompress(&state.jpeg);
+    });
+}
+
+result JpegReader::ReadRows(std::uint8_t* rows, int count) {
+    State& state = *state_;
+    const std::ptrdiff_t strideBytes =
+        std::ptrdiff_t{state.jpeg.output_components} * state.jpeg.output_width;
+    return state.Try([&] {
+        EveryRow(rows, strideBytes, count, [&](JSAMPARRAY pointers, JDIMENSION wanted) {
+            return jpeg_read_scanlines(&state.jpeg, pointers, wanted);
+        });
+        if (state.jpeg.output_scanline == state.jpeg.output_height) {
+            jpeg_finish_decompress(&state.jpeg);
+        }
+    });
+}
+
+struct JpegWriter::State {
+    EncodedPicture& encoded;
+    ErrorManager errors;
+    jpeg_destination_mgr destination{};
+    jpeg_compress_struct jpeg{};
+
+    explicit State(EncodedPicture& picture) : encoded(picture) {
+        jpeg.err = &errors.base;
+        destination.init_destination = [](j_compress_ptr) {};
+        destination.empty_output_buffer = [](j_compress_ptr compress) -> boolean {
+            ErrorManager::Fail(reinterpret_cast<j_common_ptr>(compress));
+        };
+        destination.term_destination = [](j_compress_ptr) {};
+    }
+    ~State() { jpeg_destroy_compress(&jpeg); }
+
+    result Try(const auto& step) {
+        return Runs(errors, step) ? result::kSuccess : result::kFailure;
+    }
+
+    void SetUp(const Graphics::Dimension& size, PixelLayout layout) {
+        jpeg_create_compress(&jpeg);
+        jpeg.dest = &destination;
+        jpeg.image_width = static_cast<JDIMENSION>(size.width);
+        jpeg.image_height = static_cast<JDIMENSION>(size.height);
+        jpeg.input_components = BytesPerPixel(layout);
+        jpeg.in_color_space = ColorSpaceOf(layout);
+        jpeg_set_defaults(&jpeg);  // 4:2:0 among them
+        jpeg_set_quality(&jpeg, kJpegQuality, TRUE);
+        jpeg.dct_method = JDCT_ISLOW;
+        jpeg_start_compress(&jpeg, TRUE);
+    }
+};
+
+JpegWriter::JpegWriter(EncodedPicture& encoded) : state_(std::make_unique<State>(encoded)) {}
+
+JpegWriter::~JpegWriter() = default;
+
+result JpegWriter::Start(const Graphics::Dimension& size, PixelLayout layout,
+                         std::span<const std::uint8_t> metadata) {
+    if (!IsAcceptableSize(size.width, size.height)) return result::kInvalidArgument;
+    State& state = *state_;
+    state.encoded.Reserve(MostJpegBytes(size) + metadata.size());
+    state.encoded.sizeBytes = 0;
+    // The metadata lies between the start marker and the rest. So the picture is encoded that much
+    // further back, and its start marker is overwritten by the end of the metadata.
+    std::uint8_t* const start = state.encoded.block.data();
+    std::uint8_t* const shifted = start + metadata.size();
+    state.destination.next_output_byte = shifted;
+    state.destination.free_in_buffer = state.encoded.block.size() - metadata.size();
+    const result r = state.Try([&] { state.SetUp(size, layout); });
+    if (Failed(r)) return r;
+    std::copy_n(shifted, kStartMarkerBytes, start);
+    std::ranges::copy(metadata, start + kStartMarkerBytes);
+    return result::kSuccess;
+}
+
+result JpegWriter::WriteRows(const std::uint8_t* rows, int strideBytes, int count) {
+    State& state = *state_;
+    return state.Try([&] {
+        // The library's rows are not const, but it only reads them.
+        EveryRow(const_cast<std::uint8_t*>(rows), strideBytes, count,
+                 [&](JSAMPARRAY pointers, JDIMENSION wanted) {
+                     return jpeg_write_scanlines(&state.jpeg, pointers, wanted);
+                 });
+        if (state.jpeg.next_scanline < state.jpeg.image_height) return;
+        jpeg_finish_compress(&state.jpeg);
+        state.encoded.sizeBytes = static_cast<std::size_t>(state.destination.next_output_byte -
+                                                           state.encoded.block.data());
+    });
+}
+
+}  // namespace Osp::Media

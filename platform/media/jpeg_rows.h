@@ -1,0 +1,58 @@
+// JPEG a few rows at a time, so that decoding, processing and encoding can overlap.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+
+#include <osp/base/result.h>
+#include <osp/graphics/dimension.h>
+
+#include "media/encoded_picture.h"
+#include "media/pixel_view.h"
+
+namespace Osp::Media {
+
+constexpr int kJpegQuality = 95;
+
+/// One thread at a time. After a failure nothing more is to be had.
+class JpegReader {
+  public:
+    /// `data` is not owned and outlives the reader.
+    explicit JpegReader(std::span<const std::uint8_t> data);
+    ~JpegReader();
+
+    /// First. kInvalidFormat, also for sizes that are not acceptable.
+    result ReadHeader(Graphics::Dimension& size);
+    /// Second. Takes all the time of decoding for a file of several scans.
+    result Start(PixelLayout layout);
+    /// The next `count` rows, packed, alpha 255. kInvalidFormat, with unspecified pixels, for what
+    /// is not undamaged; the last row brings to light what is wrong with the end of the file.
+    result ReadRows(std::uint8_t* rows, int count);
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+/// One thread at a time. After a failure nothing more is to be written.
+class JpegWriter {
+  public:
+    /// `encoded` outlives the writer, its block is reused when it is large enough, and it holds the
+    /// picture once the last row has been written.
+    explicit JpegWriter(EncodedPicture& encoded);
+    ~JpegWriter();
+
+    /// Quality 95, 4:2:0, slow integer DCT. `metadata` is a whole APP1 segment, or empty, and goes
+    /// before everything else. kInvalidArgument for sizes that are not acceptable.
+    result Start(const Graphics::Dimension& size, PixelLayout layout,
+                 std::span<const std::uint8_t> metadata);
+    /// The next rows.
+    result WriteRows(const std::uint8_t* rows, int strideBytes, int count);
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace Osp::Media

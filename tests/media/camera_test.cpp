@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+#include <memory>
+
+#include <osp/media/camera.h>
+
+#include "camera_fixture.h"
+#include "media/camera_service.h"
+#include "support/temporary_folder.h"
+#include "support/test_loop.h"
+
+namespace Osp::Media {
+namespace {
+
+using Graphics::Dimension;
+using Sizes = std::vector<Dimension>;
+
+Sizes Taken(std::vector<Dimension>* list) {
+    const std::unique_ptr<std::vector<Dimension>> owned(list);
+    return owned ? *owned : Sizes{};
+}
+
+/// A phone with these cameras.
+struct Cameras {
+    explicit Cameras(const std::string& primary, const std::string& secondary)
+        : service(CameraService::Make(primary, secondary, error)), installed(*service) {}
+
+    std::string error;
+    std::unique_ptr<CameraService> service;
+    CameraService::Installed installed;
+};
+
+TEST(CameraService, MakesWhatItsSourcesNameAndSaysWhatItCannot) {
+    const Testing::TestLoop test;
+    const Testing::TemporaryFolder folder;
+    Cameras both("auto", "scene");
+    EXPECT_EQ(both.service->Count(), 2);
+    EXPECT_EQ(both.service->Id(CameraSelection::kPrimary), "scene");
+    Cameras one("scene", "none");
+    EXPECT_EQ(one.service->Count(), 1);
+    EXPECT_EQ(one.service->Id(CameraSelection::kSecondary), "");
+    EXPECT_EQ(one.service->Unplug(CameraSelection::kSecondary), result::kObjectNotFound);
+    EXPECT_EQ(one.service->Plug(CameraSelection::kPrimary), result::kInvalidState);
+    EXPECT_EQ(one.service->Unplug(CameraSelection::kPrimary), result::kSuccess);
+    EXPECT_EQ(one.service->Unplug(CameraSelection::kPrimary), result::kInvalidState);
+    EXPECT_EQ(one.service->Count(), 1) << "an unplugged camera is a known one";
+
+    for (const std::string& source : {std::string("sceen"), std::string(),
+                                      "photos:" + folder.Path(), std::string("photos:/nowhere")}) {
+        std::string error;
+        EXPECT_EQ(CameraService::Make("scene", source, error), nullptr) << source;
+        EXPECT_NE(error.find(source.starts_with("photos:") ? source.substr(7) : source),
+                  std::string::npos)
+            << error;
+        EXPECT_EQ(error.find('\n'), std::string::npos);
+    }
+}
+
+TEST(Camera, OffersTheSizesOfItsPlaceAndTwoFormats) {
+    Testing::TestLoop test;
+    const Cameras cameras("scene", "scene");
+    NotingListener listener(test);
+    Camera primary;
+    ASSERT_EQ(primary.Construct(listener, CameraSelection::kPrimary), result::kSuccess);
+    EXPECT_EQ(primary.Construct(listener, CameraSelection::kPrimary), result::kInvalidState);
+    const Sizes stills = {{640, 480}, {800, 480}, {1280, 960}, {1600, 960}};
+    EXPECT_EQ(Taken(primary.GetSupportedCaptureResolutionListN()), stills);
+    EXPECT_EQ(Taken(primary.GetSupportedPreviewResolutionListN()).back(), (Dimension{800, 480}));
+    EXPECT_EQ(primary.SetPreviewFormat(PixelFormat::kYuv420Planar), result::kInvalidState);
+
+    ASSERT_EQ(primary.PowerOn(), result::kSuccess);
+    EXPECT_TRUE(primary.IsPoweredOn());
+    EXPECT_EQ(primary.SetPreviewFormat(PixelFormat::kYuv420Planar), result::kSuccess);
+    EXPECT_EQ(primary.SetPreviewFormat(PixelFormat::kJpeg), result::kUnsupported);
+    EXPECT_EQ(primary.SetCaptureFormat(PixelFormat::kJpeg), result::kSuccess);
+    EXPECT_EQ(primary.SetCaptureFormat(PixelFormat::kYuv420Planar), result::kUnsupported);
+    Base::ByteBuffer buffer;
+    EXPECT_EQ(primary.StartPreview(&buffer, true), result::kUnsupported);
+    EXPECT_EQ(primary.GetState(), CameraState::kInitial);
+    ASSERT_EQ(primary.StartPreview(nullptr, true), result::kSuccess);
+    EXPECT_EQ(primary.GetState(), CameraState::kPreviewing) << "inside StartPreview";
+    EXPECT_EQ(primary.SetCaptureFormat(PixelFormat::kJpeg), result::kInvalidState);
+
+    Camera secondary;
+    ASSERT_EQ(secondary.Construct(listener, CameraSelection::kSecondary), result::kSuccess);
+    EXPECT_EQ(Taken(secondary.GetSupportedPreviewResolutionListN()).back(), (Dimension{640, 480}));
+    EXPECT_EQ(Taken(secondary.GetSupportedCaptureResolutionListN()), stills);
+    EXPECT_EQ(secondary.GetPreviewResolution(), (Dimension{640, 480}));
+    EXPECT_EQ(secondary.PowerOn(), result::kSuccess)
+        << "the cameras have nothing to do with another";
+}
+
+TEST(Camera, RefusesEverythingWithoutADevice) {
+    Testing::TestLoop test;
+    const Cameras cameras("scene", "none");
+    NotingListener listener(test);
+    Camera camera;
+    EXPECT_EQ(camera.Construct(listener, CameraSelection::kSecondary), result::kObjectNotFound);
+    result (*const requests[])(Camera&) = {
+        [](Camera& c) { return c.PowerOn(); },
+        [](Camera& c) { return c.PowerOff(); },
+        [](Camera& c) {
+            return c.SetPreviewResolution({640, 480});
+        },
+        [](Camera& c) { return c.SetPreviewFormat(PixelFormat::kYuv420Planar); },
+        [](Camera& c) {
+            return c.SetCaptureResolution({640, 480});
+        },
+        [](Camera& c) { return c.SetCaptureFormat(PixelFormat::kJpeg); },
+        [](Camera& c) { return c.StartPreview(nullptr, true); },
+        [](Camera& c) { return c.StopPreview(); },
+        [](Camera& c) { return c.StartAutoFocus(); },
+        [](Camera& c) { return c.Capture(); },
+        [](Camera& c) { return c.ZoomIn(); },
+        [](Camera& c) { return c.ZoomOut(); },
+        [](Camera& c) { return c.SetFlash(false); },
+        [](Camera& c) { return c.SetWhiteBalance(CameraWhiteBalance::kAuto); },
+    };
+    for (const auto request : requests) EXPECT_EQ(request(camera), result::kInvalidState);
+    EXPECT_FALSE(camera.IsPoweredOn());
+    EXPECT_EQ(camera.GetState(), CameraState::kInitial);
+    EXPECT_EQ(camera.GetSupportedPreviewResolutionListN(), nullptr);
+    EXPECT_EQ(camera.GetSupportedCaptureResolutionListN(), nullptr);
+}
+
+}  // namespace
+}  // namespace Osp::Media

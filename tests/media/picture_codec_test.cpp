@@ -1,0 +1,330 @@
+#include <array>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <memory>
+#include <png.h>
+#include <random>
+#include <zlib.h>
+
+#include "effects/pictures.h"
+#include "media/bmp_codec.h"
+#include "media/jpeg_codec.h"
+#include "media/picture_file.h"
+#include "media/png_codec.h"
+#include "support/jpeg.h"
+#include "support/temporary_folder.h"
+
+namespace Osp::Media {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+using Graphics::Dimension;
+using Kivo::Testing::EncodeJpeg;
+using Testing::TemporaryFolder;
+using Testing::WriteText;
+
+constexpr Size kSizes[] = {{1, 1}, {7, 5}, {16, 16}, {33, 77}, {515, 38}, {640, 480}};
+constexpr PixelLayout kLayouts[] = {PixelLayout::kRgb, PixelLayout::kRgba, PixelLayout::kBgrx};
+
+/// The picture's pixels in another layout; the fourth byte is `fourth`.
+Bytes InLayout(const Picture& picture, PixelLayout layout, std::uint8_t fourth) {
+    if (layout == PixelLayout::kRgb) return picture.bytes;
+    Bytes bytes;
+    for (std::size_t i = 0; i < picture.bytes.size(); i += 3) {
+        const std::uint8_t* const p = &picture.bytes[i];
+        const bool isRgba = layout == PixelLayout::kRgba;
+        bytes.insert(bytes.end(), {p[isRgba ? 0 : 2], p[1], p[isRgba ? 2 : 0], fourth});
+    }
+    return bytes;
+}
+
+Dimension SizeOf(const Picture& picture) {
+    return {picture.width, picture.height};
+}
+
+std::span<const std::uint8_t> AsBytes(const std::string& text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+Bytes Copy(const Base::Block& block, std::size_t size) {
+    return {block.data(), block.data() + size};
+}
+
+result Decode(std::span<const std::uint8_t> jpeg, Base::Block& pixels) {
+    Dimension size;
+    return DecodeJpeg(jpeg, PixelLayout::kRgb, pixels, size);
+}
+
+TEST(JpegCodec, EncodesByteForByteAsTheLibraryDoes) {
+    const Bytes metadata = {0xFF, 0xE1, 0, 6, 'K', 'I', 'V', 'O'};
+    EncodedPicture encoded;  // reused, as a camera does
+    for (const Look look : kLooks) {
+        for (const Size& size : kSizes) {
+            const Picture picture = RandomPicture(size.width, size.height, look, 1);
+            std::string expected = EncodeJpeg(picture);
+            for (const PixelLayout layout : kLayouts) {
+                const Bytes pixels = InLayout(picture, layout, 12);
+                const PixelView view = PackedView(pixels.data(), SizeOf(picture), layout);
+                ASSERT_EQ(EncodeJpeg(view, {}, encoded), result::kSuccess);
+                EXPECT_TRUE(std::ranges::equal(encoded.Bytes(), AsBytes(expected)))
+                    << size.width << " x " << size.height;
+                std::string described = expected;
+                described.insert(2, reinterpret_cast<const char*>(metadata.data()),
+                                 metadata.size());
+                ASSERT_EQ(EncodeJpeg(view, metadata, encoded), result::kSuccess);
+                EXPECT_TRUE(std::ranges::equal(encoded.Bytes(), AsBytes(described)));
+            }
+        }
+    }
+    for (const Dimension& size : {Dimension{0, 4}, {4, 0}, {-1, 4}, {40000, 1}, {9000, 9000}}) {
+        EXPECT_EQ(EncodeJpeg({encoded.block.data(), size, 4, PixelLayout::kRgb}, {}, encoded),
+                  result::kInvalidArgument);
+    }
+}
+
+TEST(JpegCodec, DecodesPixelForPixelAsTheLibraryDoes) {
+    Base::Block pixels;
+    for (const TJSAMP subsampling : {TJSAMP_420, TJSAMP_422, TJSAMP_444, TJSAMP_GRAY}) {
+        for (const int flags : {0, TJFLAG_PROGRESSIVE}) {
+            for (const Size& size : kSizes) {
+                const std::string jpeg = EncodeJpeg(
+                    RandomPicture(size.width, size.height, Look::kGradient, 3), subsampling, flags);
+                const Picture expected = Kivo::Testing::DecodeJpeg(jpeg);
+                for (const PixelLayout layout : kLayouts) {
+                    Dimension decodedSize;
+                    ASSERT_EQ(DecodeJpeg(AsBytes(jpeg), layout, pixels, decodedSize),
+                              result::kSuccess);
+                    EXPECT_EQ(decodedSize, SizeOf(expected));
+                    EXPECT_TRUE(Copy(pixels, pixels.size()) == InLayout(expected, layout, 255))
+                        << size.width << " x " << size.height << ", subsampling " << subsampling;
+                }
+            }
+        }
+    }
+}
+
+TEST(JpegCodec, RefusesEveryBeginningOfAPicture) {
+    for (const int flags : {0, TJFLAG_PROGRESSIVE}) {
+        const std::string jpeg =
+            EncodeJpeg(RandomPicture(160, 120, Look::kNoise, 4), TJSAMP_420, flags);
+        Base::Block pixels;
+        ASSERT_EQ(Decode(AsBytes(jpeg), pixels), result::kSuccess);
+        for (std::size_t length = 0; length < jpeg.size(); length += length < 700 ? 1 : 61) {
+            EXPECT_EQ(Decode(AsBytes(jpeg).first(length), pixels), result::kInvalidFormat)
+                << length;
+        }
+        EXPECT_EQ(Decode(AsBytes(jpeg).first(jpeg.size() - 2), pixels), result::kInvalidFormat);
+        EXPECT_EQ(Decode(AsBytes(jpeg + "rubbish behind it"), pixels), result::kSuccess);
+    }
+}
+
+TEST(JpegCodec, SurvivesDamageAnywhere) {
+    std::minstd_rand random(7);
+    const std::string jpeg = EncodeJpeg(RandomPicture(64, 48, Look::kGradient, 5));
+    Base::Block pixels;
+    int refused = 0;
+    for (int i = 0; i < 3000; ++i) {
+        std::string damaged = jpeg;
+        for (unsigned flips = 1 + random() % 4; flips > 0; --flips) {
+            damaged[random() % damaged.size()] = static_cast<char>(random());
+        }
+        const result r = Decode(AsBytes(damaged), pixels);
+        EXPECT_TRUE(r == result::kSuccess || r == result::kInvalidFormat);
+        refused += Failed(r);
+    }
+    EXPECT_GT(refused, 300);
+}
+
+/// The JPEG with another size in its header.
+std::string Claiming(std::string jpeg, int width, int height) {
+    const std::size_t frame = jpeg.find("\xFF\xC0");
+    EXPECT_NE(frame, std::string::npos);
+    const auto put = [&](std::size_t at, int value) {
+        jpeg[at] = static_cast<char>(value >> 8);
+        jpeg[at + 1] = static_cast<char>(value);
+    };
+    put(frame + 5, height);
+    put(frame + 7, width);
+    return jpeg;
+}
+
+TEST(JpegCodec, BelievesNoHeaderThatClaimsTooMuch) {
+    const std::string jpeg = EncodeJpeg(RandomPicture(64, 48, Look::kGradient, 5));
+    Base::Block pixels;
+    Dimension size;
+    EXPECT_EQ(ReadJpegSize(AsBytes(jpeg), size), result::kSuccess);
+    EXPECT_EQ(size, (Dimension{64, 48}));
+    for (const Dimension& claim :
+         {Dimension{65500, 1}, {1, 65500}, {32767, 32767}, {8001, 8000}, {0, 48}, {64, 0}}) {
+        const std::string lie = Claiming(jpeg, claim.width, claim.height);
+        EXPECT_EQ(ReadJpegSize(AsBytes(lie), size), result::kInvalidFormat) << claim.width;
+        EXPECT_EQ(Decode(AsBytes(lie), pixels), result::kInvalidFormat) << claim.width;
+    }
+    EXPECT_EQ(pixels.size(), 0u) << "memory for a lie";
+    for (const Dimension& claim : {Dimension{65, 49}, {64, 4800}, {8000, 8000}}) {
+        EXPECT_EQ(Decode(AsBytes(Claiming(jpeg, claim.width, claim.height)), pixels),
+                  result::kInvalidFormat)
+            << claim.width;
+    }
+}
+
+/// A PNG of the library's own making; `format` is one of its PNG_FORMAT_ values.
+std::string EncodePngAs(const Bytes& pixels, const Size& size, png_uint_32 format) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(size.width);
+    image.height = static_cast<png_uint_32>(size.height);
+    image.format = format;
+    std::string file(PNG_IMAGE_PNG_SIZE_MAX(image), '\0');
+    png_alloc_size_t length = file.size();
+    EXPECT_NE(png_image_write_to_memory(&image, file.data(), &length, 0, pixels.data(), 0, nullptr),
+              0);
+    file.resize(length);
+    return file;
+}
+
+class PngCodecTest : public testing::Test {
+  protected:
+    std::string Put(const std::string& bytes) {
+        WriteText(path_, bytes);
+        return path_;
+    }
+    TemporaryFolder folder_;
+    std::string path_ = folder_ / "picture.png";
+};
+
+TEST_F(PngCodecTest, DecodesEveryLayoutWithItsAlpha) {
+    const Picture picture = RandomPicture(37, 23, Look::kNoise, 6);
+    Bytes rgba = InLayout(picture, PixelLayout::kRgba, 0);
+    for (std::size_t i = 3; i < rgba.size(); i += 4) rgba[i] = static_cast<std::uint8_t>(i * 7);
+    const std::string path = Put(EncodePngAs(rgba, {37, 23}, PNG_FORMAT_RGBA));
+    Dimension size;
+    ASSERT_EQ(ReadPngSize(path, size), result::kSuccess);
+    EXPECT_EQ(size, (Dimension{37, 23}));
+    Bytes pixels(rgba.size());
+    ASSERT_EQ(DecodePng(path, size, PixelLayout::kRgba, pixels.data()), result::kSuccess);
+    EXPECT_TRUE(pixels == rgba);
+    ASSERT_EQ(DecodePng(path, size, PixelLayout::kBgrx, pixels.data()), result::kSuccess);
+    for (std::size_t i = 0; i < rgba.size(); i += 4) {
+        const std::array expected = {rgba[i + 2], rgba[i + 1], rgba[i], rgba[i + 3]};
+        ASSERT_TRUE(std::equal(expected.begin(), expected.end(), &pixels[i])) << i;
+    }
+    pixels.resize(picture.bytes.size());
+    ASSERT_EQ(DecodePng(path, size, PixelLayout::kRgb, pixels.data()), result::kSuccess);
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        const int alpha = rgba[i / 3 * 4 + 3];
+        if (alpha != 0 && alpha != 255) continue;
+        ASSERT_EQ(pixels[i], alpha == 0 ? 0 : picture.bytes[i]) << "on black";
+    }
+
+    Put(EncodePngAs(picture.bytes, {37, 23}, PNG_FORMAT_RGB));
+    pixels.resize(rgba.size());
+    ASSERT_EQ(DecodePng(path, size, PixelLayout::kRgba, pixels.data()), result::kSuccess);
+    EXPECT_TRUE(pixels == InLayout(picture, PixelLayout::kRgba, 255));
+    const Bytes grey(37 * 23, 99);
+    Put(EncodePngAs(grey, {37, 23}, PNG_FORMAT_GRAY));
+    ASSERT_EQ(DecodePng(path, size, PixelLayout::kRgba, pixels.data()), result::kSuccess);
+    EXPECT_EQ(pixels[400], 99);
+    EXPECT_EQ(DecodePng(path, {23, 37}, PixelLayout::kRgba, pixels.data()), result::kInvalidFormat)
+        << "of another size than when it was asked";
+}
+
+TEST_F(PngCodecTest, RefusesWhatIsDamagedOrLies) {
+    const Picture picture = RandomPicture(37, 23, Look::kNoise, 6);
+    const std::string png = EncodePngAs(picture.bytes, {37, 23}, PNG_FORMAT_RGB);
+    Bytes pixels(picture.bytes.size());
+    Dimension size{37, 23};
+    for (std::size_t length = 0; length + 12 < png.size(); length += 5) {
+        EXPECT_EQ(DecodePng(Put(png.substr(0, length)), size, PixelLayout::kRgb, pixels.data()),
+                  result::kInvalidFormat)
+            << length;
+    }
+    std::string damaged = png;
+    damaged[png.size() / 2] ^= 1;
+    EXPECT_EQ(DecodePng(Put(damaged), size, PixelLayout::kRgb, pixels.data()),
+              result::kInvalidFormat);
+    for (const Dimension& claim : {Dimension{40000, 1}, {1, 40000}, {30000, 30000}, {0, 23}}) {
+        std::string lie = png;
+        const auto put = [&lie](std::size_t at, std::uint32_t value) {
+            for (int i = 0; i < 4; ++i)
+                lie[at + static_cast<std::size_t>(i)] = static_cast<char>(value >> (24 - 8 * i));
+        };
+        put(16, static_cast<std::uint32_t>(claim.width));
+        put(20, static_cast<std::uint32_t>(claim.height));
+        put(29, static_cast<std::uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(&lie[12]), 17)));
+        EXPECT_EQ(ReadPngSize(Put(lie), size), result::kInvalidFormat) << claim.width;
+    }
+    EXPECT_EQ(ReadPngSize(folder_ / "missing", size), result::kInvalidFormat);
+    EXPECT_EQ(ReadPngSize(folder_.Path(), size), result::kInvalidFormat);
+}
+
+TEST(PictureFile, TellsKindAndSizeByTheContent) {
+    const TemporaryFolder folder;
+    const Picture picture = RandomPicture(64, 48, Look::kGradient, 8);
+    WriteText(folder / "a.png", EncodeJpeg(picture));
+    WriteText(folder / "b.jpg", EncodePngAs(picture.bytes, {64, 48}, PNG_FORMAT_RGB));
+    WriteText(folder / "c.jpg", "BM, but not for us");
+    WriteText(folder / "d.jpg", "");
+    const std::pair<const char*, FileKind> kinds[] = {{"a.png", FileKind::kJpeg},
+                                                      {"b.jpg", FileKind::kPng}};
+    Base::Block pixels;
+    for (const auto& [name, expected] : kinds) {
+        FileKind kind{};
+        Dimension size;
+        EXPECT_EQ(ReadFileKind(folder / name, kind), result::kSuccess);
+        EXPECT_EQ(kind, expected);
+        EXPECT_EQ(ReadPictureSize(folder / name, size), result::kSuccess);
+        EXPECT_EQ(size, (Dimension{64, 48}));
+        size = {};
+        EXPECT_EQ(DecodePicture(folder / name, PixelLayout::kRgb, pixels, size), result::kSuccess);
+        EXPECT_EQ(size, (Dimension{64, 48}));
+    }
+    EXPECT_TRUE(Copy(pixels, pixels.size()) == picture.bytes) << "PNG loses nothing";
+    const std::pair<const char*, result> failures[] = {{"c.jpg", result::kInvalidFormat},
+                                                       {"d.jpg", result::kInvalidFormat},
+                                                       {"missing", result::kFileNotFound}};
+    for (const auto& [name, expected] : failures) {
+        FileKind kind{};
+        Dimension size;
+        EXPECT_EQ(ReadFileKind(folder / name, kind), expected);
+        EXPECT_EQ(ReadPictureSize(folder / name, size), expected);
+        EXPECT_EQ(DecodePicture(folder / name, PixelLayout::kRgb, pixels, size), expected);
+    }
+}
+
+TEST(BmpCodec, WritesRowsBottomToTopBlueFirst) {
+    for (const Size& size : {Size{1, 1}, {5, 3}, {4, 7}, {64, 48}}) {
+        const Picture picture = RandomPicture(size.width, size.height, Look::kNoise, 2);
+        const int rowBytes = (3 * size.width + 3) / 4 * 4;
+        ASSERT_EQ(BmpFileBytes(SizeOf(picture)), 54 + rowBytes * size.height);
+        Bytes expected = {'B', 'M'};
+        const auto put = [&expected](std::uint32_t value, int bytes) {
+            for (; bytes > 0; --bytes, value >>= 8)
+                expected.push_back(static_cast<std::uint8_t>(value));
+        };
+        const auto imageBytes = static_cast<std::uint32_t>(rowBytes * size.height);
+        for (const std::uint32_t value :
+             {54 + imageBytes, 0U, 54U, 40U, static_cast<std::uint32_t>(size.width),
+              static_cast<std::uint32_t>(size.height), 1U | 24U << 16, 0U, imageBytes, 2835U, 2835U,
+              0U, 0U}) {
+            put(value, 4);
+        }
+        for (int y = size.height - 1; y >= 0; --y) {
+            for (int x = 0; x < size.width; ++x) {
+                const std::uint8_t* const p = picture.View().Row(y) + 3 * x;
+                expected.insert(expected.end(), {p[2], p[1], p[0]});
+            }
+            expected.resize((expected.size() - 54 + 3) / 4 * 4 + 54);
+        }
+        for (const PixelLayout layout : kLayouts) {
+            const Bytes pixels = InLayout(picture, layout, 200);
+            Bytes file(expected.size(), 0xCC);
+            EncodeBmp(PackedView(pixels.data(), SizeOf(picture), layout), file.data());
+            EXPECT_TRUE(file == expected) << size.width << " x " << size.height;
+        }
+    }
+    EXPECT_EQ(BmpFileBytes({32767, 32767}), 0) << "does not fit";
+}
+
+}  // namespace
+}  // namespace Osp::Media
