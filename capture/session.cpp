@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstdlib>
-#include <ranges>
 #include <vector>
 
 #include <osp/app/application.h>
@@ -112,7 +111,7 @@ result MainForm::ChoosePreviewSize() {
     const std::unique_ptr<std::vector<Dimension>> sizes(
         camera_->GetSupportedPreviewResolutionListN());
     if (!sizes || sizes->empty()) return result::kFailure;
-    const auto found = std::ranges::find_if(*sizes | std::views::reverse, IsPreviewSize);
+    const auto found = std::find_if(sizes->rbegin(), sizes->rend(), IsPreviewSize);
     const Dimension size = found == sizes->rend() ? sizes->front() : *found;
     if (!IsPrimary()) setting_->SetCaptureDimension(size.width, size.height);
     return camera_->SetPreviewResolution(size);
@@ -124,10 +123,10 @@ result MainForm::ChooseCaptureSize() {
     if (!sizes) return result::kFailure;
     setting_->ResetSupportResolution();
     Dimension largest;
-    for (const Dimension& size : *sizes | std::views::reverse) {
-        if (!std::ranges::count(kOfferedSizes, size)) continue;
-        setting_->AddSupportResolution(size);
-        largest = {std::max(largest.width, size.width), std::max(largest.height, size.height)};
+    for (auto size = sizes->rbegin(); size != sizes->rend(); ++size) {
+        if (!std::ranges::count(kOfferedSizes, *size)) continue;
+        setting_->AddSupportResolution(*size);
+        largest = {std::max(largest.width, size->width), std::max(largest.height, size->height)};
     }
 
     auto& registry = *Osp::App::Application::GetInstance()->GetAppRegistry();
