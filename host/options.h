@@ -14,8 +14,8 @@ struct Options {
     bool listCameras = false;
     bool diagnose = false;
     ClockKind clock = ClockKind::kReal;
-    std::string dataFolder;         // empty: the user's own folders
-    std::string primary = "auto";   // camera sources
+    std::string dataFolder;        // empty: the user's own folders
+    std::string primary = "auto";  // camera sources
     std::string secondary = "auto";
     std::optional<std::string> script;  // a file, or "-" for standard input
 };

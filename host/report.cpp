@@ -1,8 +1,7 @@
 #include "report.h"
 
-#include <cxxabi.h>
-
 #include <cstdlib>
+#include <cxxabi.h>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <typeinfo>
@@ -23,11 +22,11 @@
 #include "ui/access.h"
 #include "ui/modal_layer.h"
 #include "ui/screen.h"
+#include "visible_controls.h"
 
 namespace Host {
 
 using Json = nlohmann::ordered_json;
-using Osp::Ui::Container;
 using Osp::Ui::Control;
 
 namespace {
@@ -54,32 +53,6 @@ const char* KindOf(const Control& control) {
     return "control";
 }
 
-std::string TextOf(const Control& control) {
-    if (const auto* label = dynamic_cast<const Osp::Ui::Controls::Label*>(&control)) {
-        if (!label->GetText().IsEmpty()) return label->GetText().ToUtf8();
-    }
-    return control.GetName().ToUtf8();
-}
-
-/// Calls `visit` with every shown control of the tree, topmost first.
-template <class Visit>
-void Walk(const Control& control, const Visit& visit) {
-    if (!control.GetShowState()) return;
-    if (const auto* container = dynamic_cast<const Container*>(&control)) {
-        const auto& children = container->GetControls();
-        for (auto child = children.rbegin(); child != children.rend(); ++child) {
-            Walk(**child, visit);
-        }
-    }
-    visit(control);
-}
-
-template <class Visit>
-void WalkScreen(const Visit& visit) {
-    const auto& roots = Osp::Ui::Screen::Current().GetRoots();
-    for (auto root = roots.rbegin(); root != roots.rend(); ++root) Walk(**root, visit);
-}
-
 Json Describe(const Control& control) {
     const Osp::Graphics::Rectangle bounds = control.GetScreenBounds();
     Json json;
@@ -93,7 +66,9 @@ Json Describe(const Control& control) {
     return json;
 }
 
-bool IsSecret(const std::string& key) { return key.find("TOKEN") != std::string::npos; }
+bool IsSecret(const std::string& key) {
+    return key.find("TOKEN") != std::string::npos;
+}
 
 }  // namespace
 
@@ -146,8 +121,8 @@ std::string PhotosReport() {
     json["photos"] = Json::array();
     for (const std::string& path : PhotoPaths()) {
         Osp::Content::ContentRecord record;
-        const result r = Osp::Content::ContentStore::Current().Register(
-            Osp::Base::String(path), "", "", record);
+        const result r =
+            Osp::Content::ContentStore::Current().Register(Osp::Base::String(path), "", "", record);
         if (Osp::Failed(r)) continue;
         json["photos"].push_back({{"path", path},
                                   {"width", record.width},

@@ -1,14 +1,16 @@
 // The window: one texture of the composed screen, letterboxed.
+#include <filesystem>
 #include <gtk/gtk.h>
 #include <malloc.h>
-
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <system_error>
 
+#include "accessible_names.h"
 #include "app/lifecycle.h"
 #include "base/event_loop.h"
+#include "screen_saver.h"
+#include "system/device.h"
 #include "texture.h"
 #include "ui/screen.h"
 #include "window_input.h"
@@ -53,6 +55,8 @@ class GtkScreenWindow : public Window, public Osp::Ui::Presenter {
     GtkWindow* window_;
     GtkWidget* picture_;
     std::unique_ptr<WindowInput> input_;
+    std::unique_ptr<AccessibleNames> names_;
+    ScreenSaver screenSaver_;
     guint tick_ = 0;
     unsigned paintedFrames_ = 0;
     bool isMinimised_ = false;
@@ -66,16 +70,17 @@ GtkScreenWindow::GtkScreenWindow(bool isFullscreen)
     gtk_picture_set_content_fit(GTK_PICTURE(picture_), GTK_CONTENT_FIT_CONTAIN);
     GtkCssProvider* const style = gtk_css_provider_new();
     gtk_css_provider_load_from_data(style, "window { background: black; }", -1);
-    gtk_style_context_add_provider_for_display(gdk_display_get_default(),
-                                               GTK_STYLE_PROVIDER(style),
+    gtk_style_context_add_provider_for_display(gdk_display_get_default(), GTK_STYLE_PROVIDER(style),
                                                GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
     g_object_unref(style);
     gtk_window_set_child(window_, picture_);
     input_ = std::make_unique<WindowInput>(window_, picture_);
+    names_ = std::make_unique<AccessibleNames>(picture_);
+    Osp::System::Device::Current().SetKeepScreenOnFunction(
+        [this](bool keepOn) { screenSaver_.Inhibit(keepOn); });
     g_signal_connect(window_, "close-request", G_CALLBACK(+[](GtkWindow*, gpointer) -> gboolean {
-                         EventLoop::Current().Post(EventClass::kSystem, [] {
-                             Lifecycle::Current().Terminate(false);
-                         });
+                         EventLoop::Current().Post(EventClass::kSystem,
+                                                   [] { Lifecycle::Current().Terminate(false); });
                          return TRUE;
                      }),
                      nullptr);
@@ -87,6 +92,7 @@ GtkScreenWindow::GtkScreenWindow(bool isFullscreen)
 }
 
 GtkScreenWindow::~GtkScreenWindow() {
+    Osp::System::Device::Current().SetKeepScreenOnFunction(nullptr);
     if (tick_ != 0) gtk_widget_remove_tick_callback(picture_, tick_);
     GdkSurface* const surface = gtk_native_get_surface(GTK_NATIVE(window_));
     g_signal_handlers_disconnect_by_data(surface, this);
@@ -141,6 +147,7 @@ void GtkScreenWindow::UpdatePicture() {
     GdkTexture* const texture = MakeTexture(Screen::Current().Compose());
     gtk_picture_set_paintable(GTK_PICTURE(picture_), GDK_PAINTABLE(texture));
     g_object_unref(texture);
+    names_->ScreenChanged();
 }
 
 void GtkScreenWindow::PresentNow() {
@@ -150,8 +157,7 @@ void GtkScreenWindow::PresentNow() {
     bool isLate = false;
     const guint timeout = g_timeout_add_once(
         kPresentLimitMs, [](gpointer late) { *static_cast<bool*>(late) = true; }, &isLate);
-    EventLoop::Current().RunHoldingApplication(
-        [&] { return isLate || paintedFrames_ != before; });
+    EventLoop::Current().RunHoldingApplication([&] { return isLate || paintedFrames_ != before; });
     if (!isLate) g_source_remove(timeout);
 }
 

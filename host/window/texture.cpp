@@ -22,9 +22,8 @@ GdkTexture* MakeTexture(const Osp::Graphics::Surface& picture) {
     GBytes* const bytes = g_bytes_new_with_free_func(
         data, size, [](gpointer owned) { delete static_cast<Osp::Base::Block*>(owned); },
         block.release());
-    GdkTexture* const texture =
-        gdk_memory_texture_new(width, height, GDK_MEMORY_DEFAULT, bytes,
-                               static_cast<gsize>(picture.StrideBytes()));
+    GdkTexture* const texture = gdk_memory_texture_new(width, height, GDK_MEMORY_DEFAULT, bytes,
+                                                       static_cast<gsize>(picture.StrideBytes()));
     g_bytes_unref(bytes);
     return texture;
 }

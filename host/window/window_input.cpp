@@ -19,11 +19,16 @@ namespace {
 constexpr guint kXf86Camera = 0x100810d4;  // newer than the toolkit's own list
 
 constexpr std::pair<guint, KeyCode> kKeys[] = {
-    {kXf86Camera, KeyCode::kCamera},    {GDK_KEY_WebCam, KeyCode::kCamera},
-    {GDK_KEY_AudioRaiseVolume, KeyCode::kCamera}, {GDK_KEY_space, KeyCode::kCamera},
-    {GDK_KEY_Return, KeyCode::kCamera}, {GDK_KEY_KP_Enter, KeyCode::kCamera},
-    {GDK_KEY_F1, KeyCode::kSoftKey0},   {GDK_KEY_F2, KeyCode::kSoftKey1},
-    {GDK_KEY_Escape, KeyCode::kBack},   {GDK_KEY_Back, KeyCode::kBack},
+    {kXf86Camera, KeyCode::kCamera},
+    {GDK_KEY_WebCam, KeyCode::kCamera},
+    {GDK_KEY_AudioRaiseVolume, KeyCode::kCamera},
+    {GDK_KEY_space, KeyCode::kCamera},
+    {GDK_KEY_Return, KeyCode::kCamera},
+    {GDK_KEY_KP_Enter, KeyCode::kCamera},
+    {GDK_KEY_F1, KeyCode::kSoftKey0},
+    {GDK_KEY_F2, KeyCode::kSoftKey1},
+    {GDK_KEY_Escape, KeyCode::kBack},
+    {GDK_KEY_Back, KeyCode::kBack},
 };
 
 KeyCode CodeOf(guint keyval) {
@@ -58,12 +63,11 @@ WindowInput::WindowInput(GtkWindow* window, GtkWidget* picture)
                          return static_cast<WindowInput*>(self)->OnKey(keyval, true);
                      }),
                      this);
-    g_signal_connect(keys, "key-released",
-                     G_CALLBACK(+[](GtkEventControllerKey*, guint keyval, guint, GdkModifierType,
-                                    gpointer self) {
-                         static_cast<WindowInput*>(self)->OnKey(keyval, false);
-                     }),
-                     this);
+    g_signal_connect(
+        keys, "key-released",
+        G_CALLBACK(+[](GtkEventControllerKey*, guint keyval, guint, GdkModifierType,
+                       gpointer self) { static_cast<WindowInput*>(self)->OnKey(keyval, false); }),
+        this);
     gtk_widget_add_controller(GTK_WIDGET(window_), keys);
 }
 

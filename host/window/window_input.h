@@ -1,9 +1,8 @@
 // Mouse, touch and keys of the window, as one finger and the phone's keys.
 #pragma once
 
-#include <gtk/gtk.h>
-
 #include <functional>
+#include <gtk/gtk.h>
 
 #include <osp/graphics/point.h>
 #include <osp/ui/key_code.h>

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "support/fake_screen_saver.h"
 #include "support/program.h"
 #include "support/temporary_folder.h"
 #include "support/x_server.h"
@@ -15,12 +16,12 @@ using namespace Testing;
 
 class WindowTest : public testing::Test {
   protected:
-    WindowTest()
+    explicit WindowTest(const std::string& sessionBus = "disabled:")
         : camera_({"--script", "-", "--data", folder_.Path(), "--primary", "scene", "--secondary",
                    "scene"},
                   {{"DISPLAY", x_.Name()},
                    {"GDK_BACKEND", "x11"},
-                   {"DBUS_SESSION_BUS_ADDRESS", "disabled:"},
+                   {"DBUS_SESSION_BUS_ADDRESS", sessionBus},
                    {"GTK_A11Y", "none"}}) {
         camera_.Send("await preview 20000");
         window_ = x_.FindWindow("KIVO Camera");
@@ -117,6 +118,35 @@ TEST_F(WindowTest, MinimisingStopsTheCameraAndRestoringWakesIt) {
     Sync();
     x_.Key(XK_space);
     AwaitPhotos(1);
+    EndWell();
+}
+
+struct SessionBus {
+    FakeScreenSaver screenSaver;
+};
+
+class DesktopTest : protected SessionBus, public WindowTest {
+  protected:
+    DesktopTest() : WindowTest(screenSaver.address) {}
+};
+
+TEST_F(DesktopTest, TheScreenIsKeptOnOnlyWhileTheCameraPreviews) {
+    camera_.Send("wait 1000");
+    Sync();
+    EXPECT_EQ(screenSaver.inhibited, 1);
+    camera_.Send("key camera");
+    AwaitPhotos(1);
+    camera_.Send("wait 1000");
+    Sync();
+    EXPECT_EQ(screenSaver.calls, 1) << "the pause of a photograph is not worth a call";
+    x_.SetMinimised(window_, true);
+    camera_.Send("wait 1000");
+    Sync();
+    EXPECT_EQ(screenSaver.inhibited, 0);
+    x_.SetMinimised(window_, false);
+    camera_.Send("wait 1500");
+    Sync();
+    EXPECT_EQ(screenSaver.inhibited, 1);
     EndWell();
 }
 
