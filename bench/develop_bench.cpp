@@ -110,7 +110,7 @@ EncodedPicture DevelopStepByStep(const Recipe& recipe) {
     Osp::Media::ExifInfo info;
     info.description =
         ComposePhotoDescription(recipe.type, recipe.effect, ZoomLevel::k1X, recipe.hdr);
-    info.software = "KIVO Camera";
+    info.software = Osp::Media::kSoftware;
     info.orientation = 1;
     info.size = size;
     EncodedPicture encoded;

@@ -3,19 +3,13 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
-#include "application_library.h"
 #include "base/trace.h"
-#include "machine.h"
-#include "script_driver.h"
-#include "script_queue.h"
-#include "show_recorder.h"
+#include "camera_run.h"
 
 namespace {
 
@@ -74,31 +68,12 @@ class StageTimes : public Osp::Base::Trace {
     Times stored_;
 };
 
-int Measure(const std::string& dataFolder) {
-    Host::Options options;
-    options.isHeadless = true;
-    options.dataFolder = dataFolder;
-    options.primary = "scene";
-    options.secondary = "none";
-    const std::string package = Host::PackageFolder();
-    std::string error;
-    const auto machine = Host::Machine::Make(options, package + "/share/kivo-camera/Res", error);
-    const Host::EntryFunction entry = Host::LoadApplication(package, error);
-    if (!machine || entry == nullptr) {
-        std::fprintf(stderr, "photo-bench: %s\n", error.c_str());
-        return 1;
-    }
+}  // namespace
+
+int main() {
     StageTimes times;
     const Osp::Base::Trace::Installed installed(times);
     Host::ScriptQueue queue;
-    Host::ShowRecorder recorder(nullptr);
-    bool hasFailed = false;
-    Host::ScriptDriver driver(machine->GetLoop(), nullptr, queue, Host::CommandContext{recorder},
-                              [&hasFailed](const auto& failure) {
-                                  if (failure) std::fprintf(stderr, "%s\n", failure->c_str());
-                                  hasFailed = failure.has_value();
-                                  Osp::App::Lifecycle::Current().Terminate(false);
-                              });
     queue.Add({"await preview", 0, nullptr});
     for (int i = 1; i <= kPhotographs; ++i) {
         queue.Add(
@@ -108,18 +83,8 @@ int Measure(const std::string& dataFolder) {
     }
     queue.Add({"wait 500", 0, nullptr});
     queue.Close();
-    if (machine->Run(entry) != 0 || hasFailed) return 1;
+    if (Bench::RunCamera(Host::ClockKind::kReal, queue) != 0) return 1;
     std::printf("KIVO Normal, 1280 x 960, scene, real clock, %d photographs\n", kPhotographs);
     times.Print();
     return 0;
-}
-
-}  // namespace
-
-int main() {
-    char folder[] = "photo-bench-XXXXXX";
-    if (mkdtemp(folder) == nullptr) return 1;
-    const int exitCode = Measure(std::filesystem::absolute(folder));
-    std::filesystem::remove_all(folder);
-    return exitCode;
 }

@@ -108,4 +108,13 @@ void XServer::Key(unsigned long symbol) {
     XSync(display_, False);
 }
 
+unsigned long XServer::PixelAt(int x, int y) {
+    XImage* const image =
+        XGetImage(display_, DefaultRootWindow(display_), x, y, 1, 1, AllPlanes, ZPixmap);
+    if (image == nullptr) return 0;
+    const unsigned long pixel = XGetPixel(image, 0, 0);
+    XDestroyImage(image);
+    return pixel;
+}
+
 }  // namespace Kivo::Testing

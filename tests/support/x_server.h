@@ -30,6 +30,8 @@ class XServer {
     void Press();
     void Release();
     void Key(unsigned long symbol);
+    /// The colour that is shown there.
+    unsigned long PixelAt(int x, int y);
 
   private:
     unsigned long Search(unsigned long window, const std::string& title);

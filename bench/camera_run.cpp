@@ -1,0 +1,56 @@
+#include "camera_run.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "application_library.h"
+#include "machine.h"
+#include "script_driver.h"
+#include "show_recorder.h"
+
+namespace Bench {
+
+namespace {
+
+int Fail(const std::string& error) {
+    std::fprintf(stderr, "benchmark: %s\n", error.c_str());
+    return 1;
+}
+
+int RunIn(const std::string& folder, Host::ClockKind clock, Host::ScriptQueue& queue) {
+    Host::Options options;
+    options.isHeadless = true;
+    options.clock = clock;
+    options.dataFolder = folder;
+    options.primary = "scene";
+    options.secondary = "none";
+    const std::string package = Host::PackageFolder();
+    std::string error;
+    const auto machine = Host::Machine::Make(options, package + "/share/kivo-camera/Res", error);
+    if (!machine) return Fail(error);
+    const Host::EntryFunction entry = Host::LoadApplication(package, error);
+    if (entry == nullptr) return Fail(error);
+    Host::ShowRecorder recorder(nullptr);
+    int failure = 0;
+    Host::ScriptDriver driver(machine->GetLoop(), machine->GetVirtualClock(), queue,
+                              Host::CommandContext{recorder}, [&failure](const auto& error) {
+                                  if (error) failure = Fail(*error);
+                                  Osp::App::Lifecycle::Current().Terminate(false);
+                              });
+    const int exitCode = machine->Run(entry);
+    return failure != 0 ? failure : exitCode;
+}
+
+}  // namespace
+
+int RunCamera(Host::ClockKind clock, Host::ScriptQueue& queue) {
+    char folder[] = "camera-bench-XXXXXX";
+    if (mkdtemp(folder) == nullptr) return Fail("no temporary folder can be made here");
+    const int exitCode = RunIn(std::filesystem::absolute(folder), clock, queue);
+    std::filesystem::remove_all(folder);
+    return exitCode;
+}
+
+}  // namespace Bench
