@@ -9,6 +9,7 @@
 #include <string>
 #include <thread>
 
+#include "app/registry_file.h"
 #include "support/jpeg.h"
 #include "support/program.h"
 #include "support/sanitizers.h"
@@ -21,6 +22,7 @@ namespace fs = std::filesystem;
 using Osp::Testing::ReadTree;
 using Osp::Testing::TemporaryFolder;
 using namespace Testing;
+using namespace std::chrono_literals;
 
 struct Usage {
     long memoryKb = 0;
@@ -72,12 +74,29 @@ TEST(Endurance, TwoHundredPhotographsTakeNoMoreThanTwenty) {
     EXPECT_LE(late.memoryKb, 120 * 1024);
 }
 
+// Camera types, and how long each needs until it stores something.
+struct Turn {
+    int type;
+    std::chrono::milliseconds leastDelay;
+};
+constexpr Turn kTurns[] = {{0, 60ms}, {1, 60ms},  {2, 400ms}, {4, 100ms}, {5, 60ms},  {0, 60ms},
+                           {1, 60ms}, {4, 100ms}, {5, 60ms},  {2, 400ms}, {3, 2000ms}};
+
+void UseCameraType(const std::string& dataFolder, int type) {
+    fs::create_directories(dataFolder + "/kivo-camera");
+    Osp::App::RegistryFile registry(dataFolder + "/kivo-camera/registry.ini");
+    registry.Put("CAM_TYPE", std::to_string(type));
+    ASSERT_EQ(registry.Save(), result::kSuccess);
+}
+
 TEST(Endurance, KilledWhileStoringItLeavesWholePhotographsOnly) {
     const TemporaryFolder folder;
     std::mt19937 random(20260101);
     std::map<std::string, std::string> before;
     constexpr int kKills = kIsSanitized ? 10 : 100;
     for (int i = 0; i < kKills; ++i) {
+        const Turn& turn = kTurns[static_cast<std::size_t>(i) % std::size(kTurns)];
+        UseCameraType(folder.Path(), turn.type);
         CameraProgram program({"--headless", "--clock", "real", "--script", "-", "--data",
                                folder.Path(), "--primary", "scene", "--secondary", "scene"});
         program.Send("await preview");
@@ -87,7 +106,7 @@ TEST(Endurance, KilledWhileStoringItLeavesWholePhotographsOnly) {
             program.Send("key camera");
             program.Send("wait 50");
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(60 + random() % 120));
+        std::this_thread::sleep_for(turn.leastDelay + std::chrono::milliseconds(random() % 150));
         program.Kill();
         const auto after = ReadTree(folder / "Media/Images");
         for (const auto& [name, content] : before) {
