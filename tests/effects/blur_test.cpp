@@ -82,7 +82,7 @@ TEST(Blur, GradesByTheDistanceFromTheMiddle) {
     EXPECT_EQ(GradedLevel(1600, 9), 9);
     EXPECT_EQ(GradedLevel(480, 470), 9);
     EXPECT_EQ(GradedLevel(486, 9), 9);  // would be a tenth level
-    EXPECT_EQ(GradedLevel(19, 0), 6);     // less than one sample a level: one
+    EXPECT_EQ(GradedLevel(19, 0), 6);   // less than one sample a level: one
 }
 
 TEST(Limit, ClampsWithoutChangingTheType) {

@@ -44,7 +44,7 @@ class CameraTrouble : public testing::Test {
 };
 
 TEST_F(CameraTrouble, BadPicturesAreNoPhotographs) {
-    for (const Fault fault : {Fault::kSilent, Fault::kRubbish, Fault::kTruncated}) {
+    for (const Fault fault : {Fault::kSilent, Fault::kRubbish, Fault::kTruncated, Fault::kLate}) {
         SCOPED_TRACE(static_cast<int>(fault));
         SetFault(fault);
         const std::size_t before = phone_.Photos().size();

@@ -1,4 +1,5 @@
 // Hundreds of photographs of all types and effects on both cameras.
+#include <fstream>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -14,6 +15,15 @@ using namespace Testing;
 
 constexpr int kPhotographs = kIsSanitized ? 100 : 500;
 
+long ResidentKb() {
+    std::ifstream status("/proc/self/status");
+    long kilobytes = 0;
+    for (std::string word; status >> word;) {
+        if (word == "VmRSS:") status >> kilobytes;
+    }
+    return kilobytes;
+}
+
 TEST(Mixture, FilesAndListAgreeAndNumbersHaveNoGap) {
     std::mt19937 random(7);
     const auto below = [&random](unsigned n) { return static_cast<int>(random() % n); };
@@ -21,7 +31,9 @@ TEST(Mixture, FilesAndListAgreeAndNumbersHaveNoGap) {
     phone.Do({"await preview", "wait 200"});
     std::vector<std::string> descriptions;
     bool isHdr = false;
+    long earlyKb = 0;
     while (static_cast<int>(descriptions.size()) < kPhotographs) {
+        if (earlyKb == 0 && descriptions.size() > kPhotographs / 3) earlyKb = ResidentKb();
         const auto type = static_cast<CameraType>(below(6));
         const auto effect = static_cast<PhotoEffect>(below(10));
         phone.On([type, effect] { Choose(type, effect); });
@@ -40,6 +52,10 @@ TEST(Mixture, FilesAndListAgreeAndNumbersHaveNoGap) {
         const auto error = phone.Try("await photos " + std::to_string(descriptions.size()));
         ASSERT_FALSE(error) << *error << " after " << description;
         phone.Wait(200);
+    }
+    constexpr long kSlackKb = 8192;
+    if (!kIsSanitized) {
+        EXPECT_LE(ResidentKb(), earlyKb + kSlackKb);
     }
     const auto files = phone.Photos();
     const auto list = phone.PhotoList();

@@ -109,5 +109,30 @@ TEST(StorageTrouble, ADamagedPhotoListIsBuiltAnewFromThePhotographs) {
     });
 }
 
+TEST(MemoryCard, TakesThePhotographsUntilItIsPulled) {
+    InOwnProcess([] {
+        TemporaryFolder folder;
+        fs::create_directories(folder / "Storagecard");
+        Phone phone({.registry = {{"EXT_MEMORY", 1}}, .dataFolder = folder.Path()});
+        phone.Do({"await preview", "key camera", "await photos 1"});
+        EXPECT_TRUE(IsWholeJpeg(folder / "Storagecard/Media/Images/KIVO0000.jpg"));
+        EXPECT_EQ(phone.PhotoList()[0]["path"], "/Storagecard/Media/Images/KIVO0000.jpg");
+        fs::rename(folder / "Storagecard", folder / "pulled");
+        phone.Do({"wait 300", "key camera"});
+        ExpectWarning(phone);
+        fs::rename(folder / "pulled", folder / "Storagecard");
+        phone.Do({"key camera", "await photos 2"});
+        EXPECT_TRUE(phone.Photos().empty()) << "none in the phone's own memory";
+    });
+}
+
+TEST(MemoryCard, ThatIsMissingAtTheStartIsForgotten) {
+    InOwnProcess([] {
+        Phone phone({.registry = {{"EXT_MEMORY", 1}}});
+        phone.Do({"await preview", "key camera", "await photos 1"});
+        EXPECT_EQ(phone.Photos().size(), 1u);
+    });
+}
+
 }  // namespace
 }  // namespace Kivo

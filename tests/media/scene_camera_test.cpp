@@ -95,6 +95,33 @@ TEST(SceneCamera, ZoomAndWhiteBalanceChangePreviewAndStillsAlike) {
     }
 }
 
+/// The middle of a still, at its own scale.
+Picture MiddleOf(const Picture& still, int width, int height) {
+    Picture middle(width, height);
+    for (int y = 0; y < height; ++y) {
+        const int row = y + (still.height - height) / 2;
+        std::copy_n(still.View().Row(row) + 3 * ((still.width - width) / 2), 3 * width,
+                    middle.View().Row(y));
+    }
+    return middle;
+}
+
+Picture FirstStill(CameraSelection selection, const Graphics::Dimension& size, int zoomSteps) {
+    RunningCamera phone(kScene, selection);
+    phone.RestartWith({640, 480}, size);
+    for (int i = 0; i < zoomSteps; ++i) EXPECT_EQ(phone.camera.ZoomIn(), result::kSuccess);
+    return DecodeJpeg(phone.Capture());
+}
+
+// At 2x a picture of half the size shows the middle of the whole at the whole's scale.
+TEST(SceneCamera, ZoomMagnifiesTheMiddle) {
+    for (const auto selection : {CameraSelection::kPrimary, CameraSelection::kSecondary}) {
+        const Picture whole = FirstStill(selection, {1280, 960}, 0);
+        const Picture zoomed = FirstStill(selection, {640, 480}, 2);
+        EXPECT_LT(MeanDifference(zoomed, MiddleOf(whole, 640, 480)), 0.5);
+    }
+}
+
 TEST(SceneCamera, FocusesWithinTwoMilliseconds) {
     RunningCamera phone(kScene, CameraSelection::kPrimary);
     phone.test.Pass(10ms);
@@ -115,6 +142,11 @@ TEST(SceneCamera, ACameraMayGoWhileItsPicturesAreMade) {
         if (i % 2 == 0) phone.NextFrame();
         const bool takesOne = i % 4 == 0;
         EXPECT_EQ(takesOne ? phone.camera.Capture() : result::kSuccess, result::kSuccess);
+        if (i % 3 == 0) continue;  // the phone goes as well
+        EXPECT_EQ(phone.camera.PowerOff(), result::kSuccess);
+        phone.listener.TakeNotes();
+        phone.test.Pass(100ms);
+        EXPECT_TRUE(phone.listener.TakeNotes().empty());
     }
 }
 
@@ -149,6 +181,8 @@ TEST(DisconnectedCamera, ShowsADarkPictureWithAMessageAcrossItsMiddle) {
         const auto& across = isTurned ? columns : rows;
         EXPECT_GT(along.size(), 200u);
         EXPECT_LT(across.size(), 60u);
+        EXPECT_GT(*along.begin(), 60) << "too large";
+        EXPECT_LT(*along.rbegin(), (isTurned ? 480 : 640) - 60) << "too large";
         const int middle = isTurned ? 320 : 240;
         EXPECT_TRUE(*across.begin() < middle && *across.rbegin() > middle);
 

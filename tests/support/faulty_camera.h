@@ -1,10 +1,12 @@
 // A camera that breaks its word.
 #pragma once
 
+#include <chrono>
 #include <cstring>
 #include <memory>
 #include <utility>
 
+#include "base/event_loop.h"
 #include "media/camera_device.h"
 
 namespace Kivo::Testing {
@@ -18,6 +20,7 @@ enum class Fault {
     kRubbish,    // delivers something else
     kTruncated,  // delivers half of one
     kTwice,      // delivers it twice
+    kLate,       // delivers it when nobody waits any more
 };
 
 /// Stands before a good device. Loop thread only.
@@ -59,10 +62,20 @@ class FaultyCamera : public Osp::Media::CameraDevice, private Osp::Media::Camera
     void OnFailed(result r) override { client_->OnFailed(r); }
     void OnStill(ByteBuffer jpeg, result r) override {
         if (fault_ == Fault::kSilent) return;
+        if (fault_ == Fault::kLate) return DeliverLate(std::move(jpeg), r);
         if (fault_ == Fault::kTwice) client_->OnStill(FirstBytes(jpeg, jpeg.GetCapacity()), r);
         if (fault_ == Fault::kTruncated) jpeg = FirstBytes(jpeg, jpeg.GetCapacity() / 2);
         if (fault_ == Fault::kRubbish) std::memset(jpeg.GetPointer(), 'x', jpeg.Bytes().size());
         client_->OnStill(std::move(jpeg), r);
+    }
+
+    void DeliverLate(ByteBuffer jpeg, result r) {
+        constexpr auto kDelay = std::chrono::seconds(4);
+        Osp::Base::EventLoop::Current().StartTimer(
+            Osp::Base::EventClass::kSystem, kDelay,
+            [this, r, late = std::make_shared<ByteBuffer>(std::move(jpeg))] {
+                client_->OnStill(std::move(*late), r);
+            });
     }
 
     static ByteBuffer FirstBytes(const ByteBuffer& from, int count) {
