@@ -1,8 +1,7 @@
 #include "options.h"
 
-#include <glib.h>
-
 #include <cstdio>
+#include <glib.h>
 #include <memory>
 
 #include "version.h"
@@ -18,8 +17,15 @@ struct ErrorDeleter {
     void operator()(GError* error) const { g_error_free(error); }
 };
 
-// What GLib writes its results to; strings are freed by Take.
+// What GLib writes its results to.
 struct Raw {
+    Raw() = default;
+    ~Raw() {
+        for (gchar* text : {clock, data, primary, secondary, script}) g_free(text);
+    }
+    Raw(const Raw&) = delete;
+    Raw& operator=(const Raw&) = delete;
+
     gboolean headless = FALSE;
     gboolean fullscreen = FALSE;
     gboolean listCameras = FALSE;
@@ -32,12 +38,9 @@ struct Raw {
     gchar* script = nullptr;
 };
 
-std::optional<std::string> Take(gchar*& text) {
+std::optional<std::string> Text(const gchar* text) {
     if (text == nullptr) return std::nullopt;
-    std::string taken(text);
-    g_free(text);
-    text = nullptr;
-    return taken;
+    return text;
 }
 
 Parsed Fail(const std::string& message) {
@@ -45,23 +48,24 @@ Parsed Fail(const std::string& message) {
     return {{}, 2};
 }
 
-Parsed Interpret(Raw& raw) {
+Parsed Interpret(const Raw& raw) {
     Parsed parsed;
     Options& options = parsed.options;
     options.isHeadless = raw.headless;
     options.isFullscreen = raw.fullscreen;
     options.listCameras = raw.listCameras;
     options.diagnose = raw.diagnose;
-    options.dataFolder = Take(raw.data).value_or("");
-    options.primary = Take(raw.primary).value_or("auto");
-    options.secondary = Take(raw.secondary).value_or("auto");
-    options.script = Take(raw.script);
-    const std::string clock = Take(raw.clock).value_or(raw.headless ? "virtual" : "real");
+    options.dataFolder = Text(raw.data).value_or("");
+    options.primary = Text(raw.primary).value_or("auto");
+    options.secondary = Text(raw.secondary).value_or("auto");
+    options.script = Text(raw.script);
+    const std::string clock = Text(raw.clock).value_or(raw.headless ? "virtual" : "real");
     if (clock != "real" && clock != "virtual") return Fail("--clock is 'real' or 'virtual'");
     options.clock = clock == "real" ? ClockKind::kReal : ClockKind::kVirtual;
     if (options.clock == ClockKind::kVirtual && !options.script) {
         const bool runs = !options.listCameras && !options.diagnose;
-        if (runs) return Fail("nothing would move the virtual clock: give a --script, or --clock real");
+        if (runs)
+            return Fail("nothing would move the virtual clock: give a --script, or --clock real");
     }
     return parsed;
 }
@@ -74,8 +78,8 @@ Parsed ParseCommandLine(int argc, char** argv) {
         {"headless", 0, 0, G_OPTION_ARG_NONE, &raw.headless,
          "Run without a window; time is virtual unless --clock real is given", nullptr},
         {"fullscreen", 0, 0, G_OPTION_ARG_NONE, &raw.fullscreen, "Fill the whole screen", nullptr},
-        {"data", 0, 0, G_OPTION_ARG_FILENAME, &raw.data,
-         "Keep photographs and settings under DIR", "DIR"},
+        {"data", 0, 0, G_OPTION_ARG_FILENAME, &raw.data, "Keep photographs and settings under DIR",
+         "DIR"},
         {"primary", 0, 0, G_OPTION_ARG_STRING, &raw.primary,
          "Back camera: auto, scene, photos:DIR or none", "SOURCE"},
         {"secondary", 0, 0, G_OPTION_ARG_STRING, &raw.secondary, "Front camera, likewise",

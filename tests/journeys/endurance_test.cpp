@@ -74,6 +74,8 @@ TEST(Endurance, TwoHundredPhotographsTakeNoMoreThanTwenty) {
     EXPECT_LE(late.memoryKb, 120 * 1024);
 }
 
+constexpr int kSlowness = kIsSanitized ? 5 : 1;
+
 // Camera types, and how long each needs until it stores something.
 struct Turn {
     int type;
@@ -106,7 +108,8 @@ TEST(Endurance, KilledWhileStoringItLeavesWholePhotographsOnly) {
             program.Send("key camera");
             program.Send("wait 50");
         }
-        std::this_thread::sleep_for(turn.leastDelay + std::chrono::milliseconds(random() % 150));
+        std::this_thread::sleep_for(kSlowness * turn.leastDelay +
+                                    std::chrono::milliseconds(random() % 150));
         program.Kill();
         const auto after = ReadTree(folder / "Media/Images");
         for (const auto& [name, content] : before) {

@@ -71,6 +71,7 @@ class UiTest : public testing::Test {
         return reinterpret_cast<const std::uint32_t*>(row)[x] & 0xFFFFFF;
     }
 
+    std::vector<std::string> log_;  // outlives the forms, which write to it
     Testing::TestLoop loop_;
     Screen screen_;
     Screen::Installed installedScreen_{screen_};
@@ -78,7 +79,6 @@ class UiTest : public testing::Test {
     Input::Installed installedInput_{input_};
     Controls::Frame frame_;
     Controls::Form* form_;  // the frame's
-    std::vector<std::string> log_;
 };
 
 }  // namespace Osp::Ui
