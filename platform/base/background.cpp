@@ -1,9 +1,6 @@
 #include "base/background.h"
 
 #include <algorithm>
-#include <glib.h>
-#include <memory>
-#include <thread>
 #include <utility>
 
 #include "base/event_loop.h"
@@ -12,50 +9,61 @@ namespace Osp::Base {
 
 namespace {
 
-struct Work {
-    EventLoop& loop;
-    std::function<void()> job;
-    std::function<void()> completion;
-};
-
-void Finish(Work& work) {
-    work.job();
-    work.job = nullptr;  // what it holds goes before the loop hears of it
-    work.loop.Post(EventClass::kSystem,
-                   [&loop = work.loop, completion = std::move(work.completion)] {
-                       loop.EndWork();
-                       completion();
-                   });
+std::size_t MostThreads() {
+    return std::max(2U, std::thread::hardware_concurrency());
 }
 
 }  // namespace
 
-Workers::Workers() {
-    const auto run = [](gpointer data, gpointer workers) {
-        const std::unique_ptr<Work> work(static_cast<Work*>(data));
-        if (!static_cast<Workers*>(workers)->isEnding_) Finish(*work);
-    };
-    const auto threads = static_cast<gint>(std::max(2U, std::thread::hardware_concurrency()));
-    pool_ = g_thread_pool_new(run, this, threads, FALSE, nullptr);
-}
-
 Workers::~Workers() {
-    // Not left to the pool, which would lose the jobs that wait.
-    isEnding_ = true;
-    constexpr gboolean kDropWaiting = FALSE;
-    constexpr gboolean kAwaitRunning = TRUE;
-    g_thread_pool_free(pool_, kDropWaiting, kAwaitRunning);
+    {
+        const std::lock_guard lock(mutex_);
+        isEnding_ = true;
+    }
+    wake_.notify_all();
+    for (std::thread& thread : threads_) thread.join();
 }
 
-void Workers::Run(EventLoop& loop, std::function<void()> job, std::function<void()> completion) {
-    loop.BeginWork();
-    std::unique_ptr<Work> work(new Work{loop, std::move(job), std::move(completion)});
-    g_thread_pool_push(pool_, work.release(), nullptr);
+void Workers::Run(std::function<void()> job, std::function<void()> completion) {
+    loop_.BeginWork();
+    bool isShortOfThreads = false;
+    {
+        const std::lock_guard lock(mutex_);
+        waiting_.push_back({std::move(job), std::move(completion)});
+        isShortOfThreads = waiting_.size() > idleThreads_;
+    }
+    if (isShortOfThreads && threads_.size() < MostThreads()) {
+        threads_.emplace_back([this] { Serve(); });
+    }
+    wake_.notify_one();
+}
+
+void Workers::Serve() {
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        ++idleThreads_;
+        wake_.wait(lock, [this] { return isEnding_ || !waiting_.empty(); });
+        --idleThreads_;
+        if (isEnding_) return;
+        Work work = std::move(waiting_.front());
+        waiting_.pop_front();
+        lock.unlock();
+        Do(std::move(work));
+        lock.lock();
+    }
+}
+
+void Workers::Do(Work work) {
+    work.job();
+    work.job = nullptr;  // what it holds goes before the loop hears of it
+    loop_.Post(EventClass::kSystem, [&loop = loop_, completion = std::move(work.completion)] {
+        loop.EndWork();
+        completion();
+    });
 }
 
 void RunInBackground(std::function<void()> job, std::function<void()> completion) {
-    EventLoop& loop = EventLoop::Current();
-    loop.GetWorkers().Run(loop, std::move(job), std::move(completion));
+    EventLoop::Current().GetWorkers().Run(std::move(job), std::move(completion));
 }
 
 }  // namespace Osp::Base

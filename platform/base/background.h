@@ -1,10 +1,12 @@
 // Work off the loop thread.
 #pragma once
 
-#include <atomic>
+#include <condition_variable>
+#include <deque>
 #include <functional>
-
-typedef struct _GThreadPool GThreadPool;
+#include <mutex>
+#include <thread>
+#include <vector>
 
 namespace Osp::Base {
 
@@ -16,19 +18,34 @@ class EventLoop;
 /// and drops the others. Loop thread only.
 void RunInBackground(std::function<void()> job, std::function<void()> completion);
 
-/// The threads of one loop.
+/// The threads of one loop, started when there is work for them. The standard library's own, so
+/// that the thread sanitizer sees what they share.
 class Workers {
   public:
-    Workers();
+    explicit Workers(EventLoop& loop) : loop_(loop) {}
     ~Workers();
     Workers(const Workers&) = delete;
     Workers& operator=(const Workers&) = delete;
 
-    void Run(EventLoop& loop, std::function<void()> job, std::function<void()> completion);
+    void Run(std::function<void()> job, std::function<void()> completion);
 
   private:
-    std::atomic<bool> isEnding_ = false;
-    GThreadPool* pool_;
+    struct Work {
+        std::function<void()> job;
+        std::function<void()> completion;
+    };
+
+    void Serve();
+    void Do(Work work);
+
+    EventLoop& loop_;
+    std::vector<std::thread> threads_;  // the loop thread's
+
+    std::mutex mutex_;  // guards what follows
+    std::condition_variable wake_;
+    std::deque<Work> waiting_;
+    std::size_t idleThreads_ = 0;
+    bool isEnding_ = false;
 };
 
 }  // namespace Osp::Base

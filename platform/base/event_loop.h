@@ -115,7 +115,7 @@ class EventLoop : public Service<EventLoop> {
     int holdDepth_ = 0;
     int dispatchDepth_ = 0;
     int pendingWork_ = 0;
-    std::unique_ptr<Workers> workers_ = std::make_unique<Workers>();
+    std::unique_ptr<Workers> workers_ = std::make_unique<Workers>(*this);
     std::vector<std::unique_ptr<Disposable>> disposals_;
 };
 

@@ -187,7 +187,7 @@ ExifInfo DescribePhotograph(const std::string& description, const Graphics::Dime
     return {.description = description,
             .dateTimeOriginal = Format(time.get(), "%Y:%m:%d %H:%M:%S"),
             .offsetTimeOriginal = Format(time.get(), "%:z"),
-            .software = "KIVO Camera",
+            .software = kSoftware,
             .orientation = 1,
             .size = size};
 }

@@ -13,6 +13,9 @@
 
 namespace Osp::Media {
 
+/// As which this program signs photographs.
+inline constexpr const char* kSoftware = "KIVO Camera";
+
 /// Texts are UTF-8; what a file does not say is empty or 0.
 struct ExifInfo {
     std::string description;

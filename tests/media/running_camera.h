@@ -16,11 +16,10 @@
 
 namespace Osp::Media {
 
-class RunningCamera {
-  public:
+struct RunningCamera {
     RunningCamera(const std::string& source, CameraSelection selection,
                   Base::Duration startAfter = {})
-        : service_(CameraService::Make(source, source, error_)), installed_(*service_) {
+        : service(CameraService::Make(source, source, error)), installed(*service) {
         test.Pass(startAfter);
         EXPECT_EQ(camera.Construct(listener, selection), result::kSuccess);
         EXPECT_EQ(camera.PowerOn(), result::kSuccess);
@@ -47,17 +46,12 @@ class RunningCamera {
         EXPECT_EQ(camera.SetCaptureResolution(captureSize), result::kSuccess);
         EXPECT_EQ(camera.StartPreview(nullptr, true), result::kSuccess);
     }
-    CameraService& Service() { return *service_; }
 
     Testing::TestLoop test;
     NotingListener listener{test};
-
-  private:
-    std::string error_;
-    std::unique_ptr<CameraService> service_;
-    CameraService::Installed installed_;
-
-  public:
+    std::string error;
+    std::unique_ptr<CameraService> service;
+    CameraService::Installed installed;
     Camera camera;
 };
 

@@ -162,7 +162,7 @@ TEST(DisconnectedCamera, ShowsADarkPictureWithAMessageAcrossItsMiddle) {
         RunningCamera phone(kScene, selection);
         phone.RestartWith({640, 480}, {640, 480});
         const std::string before = phone.NextFrame();
-        ASSERT_EQ(phone.Service().Unplug(selection), result::kSuccess);
+        ASSERT_EQ(phone.service->Unplug(selection), result::kSuccess);
         phone.test.Pass(100ms);
         EXPECT_EQ(phone.listener.TakeAnswers(), (Notes{"disconnected"}));
         EXPECT_EQ(phone.camera.Capture(), result::kInvalidState);
@@ -186,7 +186,7 @@ TEST(DisconnectedCamera, ShowsADarkPictureWithAMessageAcrossItsMiddle) {
         const int middle = isTurned ? 320 : 240;
         EXPECT_TRUE(*across.begin() < middle && *across.rbegin() > middle);
 
-        ASSERT_EQ(phone.Service().Plug(selection), result::kSuccess);
+        ASSERT_EQ(phone.service->Plug(selection), result::kSuccess);
         phone.test.Pass(100ms);
         EXPECT_GT(MeanLuma(phone.listener.frame, 640 * 480), 80);
         EXPECT_FALSE(phone.Capture().empty());
