@@ -64,16 +64,31 @@ class Remapping {
     bool isConcave_;
 };
 
-/// The three bytes of a pixel, and one of the next; the last pixel of the picture has no next one.
-inline std::uint32_t ColourAt(const std::uint8_t* bytes, std::int32_t offset,
-                              std::int32_t lastReadable) {
-    std::uint32_t colour = 0;
-    if (offset >= 0 && offset <= lastReadable) [[likely]] {
-        std::memcpy(&colour, bytes + offset, 4);
-    } else if (offset != CircularMap::kOutside) {
-        std::memcpy(&colour, bytes + offset, 3);
+/// Pixels that are copied between two requests for memory that a later row wants.
+constexpr int kPixelsAtOnce = 8;
+/// How much later that row is.
+constexpr int kRowsAhead = 4;
+
+/// Four bytes a pixel, the fourth being overwritten by the next one; three for the last ones.
+/// Processors do not foresee which memory such a row reads, but the row `ahead` tells.
+void CopySafely(const std::uint8_t* source, const CircularMap::RowPlan& row,
+                const CircularMap::RowPlan& ahead, std::uint8_t* out) {
+    int x = row.first;
+    for (; x + kPixelsAtOnce < row.last; x += kPixelsAtOnce) {
+        __builtin_prefetch(source + ahead.offsets[x]);
+        for (int i = x; i < x + kPixelsAtOnce; ++i) {
+            std::memcpy(out + 3 * i, source + row.offsets[i], 4);
+        }
     }
-    return colour;
+    for (; x < row.last; ++x) std::memcpy(out + 3 * x, source + row.offsets[x], 3);
+}
+
+void CopyWithCare(const std::uint8_t* source, const CircularMap::RowPlan& row, std::uint8_t* out) {
+    constexpr std::uint8_t kBlack[3] = {};
+    for (int x = row.first; x < row.last; ++x) {
+        const std::int32_t offset = row.offsets[x];
+        std::memcpy(out + 3 * x, offset == CircularMap::kOutside ? kBlack : source + offset, 3);
+    }
 }
 
 }  // namespace
@@ -102,22 +117,43 @@ CircularMap::CircularMap(int width, int height, bool concave)
             set(cx - dx, cy - dy, cx - left, cy - downLeft);
         }
     }
+    for (int y = 0; y < height; ++y) spans_.push_back(FindSpan(y));
+}
+
+CircularMap::Span CircularMap::FindSpan(int y) const {
+    const std::int32_t* const offsets = Offsets(y);
+    const std::int32_t own = 3 * width_ * y;
+    const std::int32_t lastSafe = 3 * width_ * height_ - 4;
+    Span span{0, width_, true};
+    while (span.first < width_ && offsets[span.first] == own + 3 * span.first) ++span.first;
+    while (span.last > span.first && offsets[span.last - 1] == own + 3 * (span.last - 1)) {
+        --span.last;
+    }
+    for (int x = span.first; x < span.last; ++x) {
+        span.isSafe = span.isSafe && offsets[x] != kOutside && offsets[x] <= lastSafe;
+    }
+    return span;
+}
+
+CircularMap::RowPlan CircularMap::Row(int y) const {
+    const auto [first, last, isSafe] = spans_[static_cast<std::size_t>(y)];
+    return {first, last, isSafe, Offsets(y)};
 }
 
 void Circular(ConstPixels source, Pixels destination, const CircularMap& map, Rows rows) {
     const Rows clipped = rows.ClippedTo(source.height);
-    const int width = source.width;
-    const auto lastReadable = static_cast<std::int32_t>(source.SizeBytes()) - 4;
     for (int y = clipped.first; y < clipped.last; ++y) {
-        const std::int32_t* const offsets = map.Row(y);
+        const CircularMap::RowPlan row = map.Row(y);
+        const std::uint8_t* const in = source.Row(y);
         std::uint8_t* const out = destination.Row(y);
-        // Four bytes a pixel, the fourth being overwritten by the next one; three for the last.
-        for (int x = 0; x + 1 < width; ++x) {
-            const std::uint32_t colour = ColourAt(source.data, offsets[x], lastReadable);
-            std::memcpy(out + 3 * x, &colour, 4);
+        if (row.isSafe) {
+            const int ahead = std::min(y + kRowsAhead, source.height - 1);
+            CopySafely(source.data, row, map.Row(ahead), out);
+        } else {
+            CopyWithCare(source.data, row, out);
         }
-        const std::uint32_t colour = ColourAt(source.data, offsets[width - 1], lastReadable);
-        std::memcpy(out + 3 * (width - 1), &colour, 3);
+        std::copy_n(in, 3 * row.first, out);
+        std::copy(in + 3 * row.last, in + source.StrideBytes(), out + 3 * row.last);
     }
 }
 

@@ -15,18 +15,32 @@ class CircularMap {
   public:
     CircularMap(int width, int height, bool concave);
 
-    int Width() const { return width_; }
-    int Height() const { return height_; }
-
-    /// Byte offset of the source pixel of (x, y) at [x + width * y]; kOutside where it lies outside
-    /// the picture.
+    /// What becomes of one row. Pixels outside [first, last) stay where they are; the others come
+    /// from the byte offset offsets[x] of the source, or from outside the picture.
+    struct RowPlan {
+        int first;
+        int last;
+        bool isSafe;  // no offset is kOutside or so near to the end that four bytes cannot be read
+        const std::int32_t* offsets;  // owned by the map
+    };
     static constexpr std::int32_t kOutside = -1;
-    const std::int32_t* Row(int y) const { return offsets_.data() + std::ptrdiff_t{width_} * y; }
+    RowPlan Row(int y) const;
 
   private:
+    struct Span {
+        int first;
+        int last;
+        bool isSafe;
+    };
+    Span FindSpan(int y) const;
+    const std::int32_t* Offsets(int y) const {
+        return offsets_.data() + std::ptrdiff_t{width_} * y;
+    }
+
     int width_;
     int height_;
     std::vector<std::int32_t> offsets_;
+    std::vector<Span> spans_;  // one for each row
 };
 
 /// `map` is of the picture's size; pixels that come from outside are black. Reads all of the

@@ -16,9 +16,6 @@ class VignetMap {
     /// `wide` starts the darkening farther from the centre.
     VignetMap(int width, int height, bool wide);
 
-    int Width() const { return width_; }
-    int Height() const { return height_; }
-
     /// The darkening of one row: pixels [first, last) keep their brightness; all others are
     /// multiplied by factors[x] / 65536.
     struct RowDarkening {

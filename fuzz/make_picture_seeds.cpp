@@ -24,7 +24,7 @@ std::vector<std::uint8_t> MakeMetadata(const Dimension& size) {
     info.description = "A seed";
     info.dateTimeOriginal = "2024:05:06 07:08:09";
     info.offsetTimeOriginal = "+01:00";
-    info.software = "KIVO Camera";
+    info.software = Osp::Media::kSoftware;
     info.orientation = 6;
     info.size = size;
     return Osp::Media::BuildExifSegment(info);

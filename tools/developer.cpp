@@ -124,7 +124,7 @@ std::vector<std::uint8_t> Developer::Metadata(const Recipe& recipe) const {
     Osp::Media::ExifInfo info;
     info.description =
         ComposePhotoDescription(recipe.type, recipe.effect, ZoomLevel::k1X, recipe.hdr);
-    info.software = "KIVO Camera";
+    info.software = Osp::Media::kSoftware;
     info.orientation = 1;
     info.size = SizeOf(recipe, frames_[0].Size());
     return Osp::Media::RebuildExifSegment(sources_[0].bytes, info);
@@ -135,7 +135,8 @@ std::size_t Developer::FrameIndex(int number) const {
 }
 
 Problem Developer::DamageOf(std::size_t index) const {
-    return sources_[index].name + ": the picture is damaged or cut off";
+    return sources_[index].name +
+           ": the picture is damaged, cut off or of a kind that is not supported";
 }
 
 Effects::Pixels Developer::View(Block& block) const {

@@ -28,6 +28,47 @@ std::vector<Picture> FramesFor(int type, int width, int height) {
 class Photographer {
   public:
     Picture Take(const PlainPhotograph& photograph, const std::vector<Picture>& frames) {
+        Picture accumulation(frames[0].width, frames[0].height);
+        const EffectJob job = CacheFrames(photograph, frames, accumulation);
+        Picture result(frames[0].width, frames[0].height, 0xEE);
+        ComposePhotograph(job, photograph.hdr, frames.back().View(), accumulation.View(),
+                          result.View());
+        return result;
+    }
+
+    /// The last frame arrives a few rows at a time. `expected` is what comes out. Returns how many
+    /// rows were finished before all of the frame was there.
+    int TakeInRows(const PlainPhotograph& photograph, const std::vector<Picture>& frames,
+                   const Picture& expected) {
+        const Picture& last = frames.back();
+        Picture accumulation(last.width, last.height);
+        const EffectJob job = CacheFrames(photograph, frames, accumulation);
+        Picture arriving(last.width, last.height, 0x77);
+        Picture result(last.width, last.height, 0xEE);
+        Composition composition(job, photograph.hdr, arriving.View(), accumulation.View(),
+                                result.View());
+        const auto rowBytes = static_cast<std::size_t>(3 * last.width);
+        int done = 0;
+        int doneBeforeLast = 0;
+        for (const int rows : {0, 1, 17, 18, 90, last.height - 1, last.height}) {
+            std::copy_n(last.bytes.begin(), rowBytes * static_cast<std::size_t>(rows),
+                        arriving.bytes.begin());
+            doneBeforeLast = done;
+            done = composition.Advance(rows);
+            EXPECT_GE(done, doneBeforeLast);
+            EXPECT_TRUE(std::equal(result.bytes.begin(),
+                                   result.bytes.begin() + 3 * last.width * done,
+                                   expected.bytes.begin()))
+                << done << " rows after " << rows;
+        }
+        EXPECT_EQ(done, last.height);
+        return doneBeforeLast;
+    }
+
+  private:
+    /// All but the last.
+    EffectJob CacheFrames(const PlainPhotograph& photograph, const std::vector<Picture>& frames,
+                          Picture& accumulation) {
         const auto type = CameraType(photograph.type);
         EffectJob job;
         job.type = type;
@@ -35,20 +76,15 @@ class Photographer {
         job.cameraSelection = photograph.secondary ? Kivo::kSecondaryCamera : Kivo::kPrimaryCamera;
         job.tables = &tables_;
         job.scratch = &scratch_;
-        Picture accumulation(frames[0].width, frames[0].height);
         for (; !IsLastFrame(type, job.shotCounter); ++job.shotCounter) {
             EXPECT_TRUE(CacheFrame(type, job.cameraSelection, job.shotCounter,
                                    frames[static_cast<std::size_t>(job.shotCounter)].View(),
                                    accumulation.View(), scratch_));
         }
         EXPECT_EQ(job.shotCounter + 1, static_cast<int>(frames.size()));
-        Picture result(frames[0].width, frames[0].height, 0xEE);
-        ComposePhotograph(job, photograph.hdr, frames.back().View(), accumulation.View(),
-                          result.View());
-        return result;
+        return job;
     }
 
-  private:
     EffectTables tables_;
     Scratch scratch_;
 };
@@ -100,6 +136,20 @@ TEST_P(PhotographTest, IsThePlainOneAtACaptureSize) {
 TEST_P(PhotographTest, IsThePlainOneAtSizesThatFourDoesNotDivide) {
     Compare(23, 29);
     Compare(58, 35);
+}
+
+TEST_P(PhotographTest, GrowsWithItsLastFrame) {
+    const int height = 150;
+    const std::vector<Picture> frames = FramesFor(GetParam(), 61, height);
+    EveryPhotographOf(GetParam(), [&](const PlainPhotograph& photograph) {
+        const Picture expected = photographer_.Take(photograph, frames);
+        const int early = photographer_.TakeInRows(photograph, frames, expected);
+        const bool needsAll = frames.size() == 4 || photograph.effect == 1 ||
+                              photograph.effect == 2 || photograph.effect == 9;
+        // Two blurs and the contours look ahead, by nine rows and by one.
+        const int least = height - 1 - 9 - 9 - 1;
+        EXPECT_TRUE(needsAll ? early == 0 : early >= least) << Name(photograph) << ": " << early;
+    });
 }
 
 TEST_P(PhotographTest, IsTheSameOnEveryMachine) {

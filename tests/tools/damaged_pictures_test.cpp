@@ -75,7 +75,7 @@ TEST_F(DamagedPicturesTest, WithLyingHeadersAreRefused) {
 }
 
 TEST_F(DamagedPicturesTest, ThatHoldLessThanTheyClaimAreRefused) {
-    const std::string part = "the picture is damaged or cut off";
+    const std::string part = "the picture is damaged, cut off or of a kind that is not supported";
     ExpectUseless("large.jpg", LyingJpeg(8000, 8000), part);
     ExpectUseless("large.png", LyingPng(8000, 8000), part);
     ExpectUseless("large.ppm", "P6 8000 8000 255\nabc", part);
@@ -96,7 +96,8 @@ TEST_F(DamagedPicturesTest, ThatAreCutOffAnywhereAreRefused) {
         // The last byte alone ends a JPEG; a PNG ends with a chunk that nobody misses.
         if (std::string(name) == "whole.png") continue;
         const std::string in = Write(std::string("cut-") + name, whole.substr(0, whole.size() - 1));
-        ExpectRefusal({in, "-o", At("out.jpg")}, 1, in + ": the picture is damaged or cut off");
+        ExpectRefusal({in, "-o", At("out.jpg")}, 1,
+                      in + ": the picture is damaged, cut off or of a kind that is not supported");
     }
 }
 

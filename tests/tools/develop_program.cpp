@@ -1,36 +1,34 @@
 #include "tools/develop_program.h"
 
 #include <cstdlib>
-#include <gio/gio.h>
+#include <glib.h>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <sys/wait.h>
 
 namespace Kivo::Testing {
 
 ProgramResult RunDevelop(const std::vector<std::string>& arguments) {
-    const std::string program = ProgramFolder() + "/kivo-develop";
-    std::vector<const char*> words{program.c_str()};
-    for (const std::string& argument : arguments) words.push_back(argument.c_str());
-    words.push_back(nullptr);
-    constexpr auto kPipes = static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE |
-                                                          G_SUBPROCESS_FLAGS_STDERR_PIPE);
+    std::vector<std::string> words{ProgramFolder() + "/kivo-develop"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    for (std::string& word : words) pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    char* output = nullptr;
+    char* errors = nullptr;
+    int status = 0;
     GError* error = nullptr;
-    GSubprocess* const process = g_subprocess_newv(words.data(), kPipes, &error);
-    if (process == nullptr) {
+    if (!g_spawn_sync(nullptr, pointers.data(), nullptr, G_SPAWN_DEFAULT, nullptr, nullptr, &output,
+                      &errors, &status, &error)) {
         ADD_FAILURE() << error->message;
         std::abort();  // nothing that follows makes sense
     }
-    char* output = nullptr;
-    char* errors = nullptr;
-    g_subprocess_communicate_utf8(process, nullptr, nullptr, &output, &errors, nullptr);
     ProgramResult result;
-    result.output = output == nullptr ? "" : output;
-    result.errors = errors == nullptr ? "" : errors;
-    if (g_subprocess_get_if_exited(process))
-        result.exitCode = g_subprocess_get_exit_status(process);
+    result.output = output;
+    result.errors = errors;
+    if (WIFEXITED(status)) result.exitCode = WEXITSTATUS(status);
     g_free(output);
     g_free(errors);
-    g_object_unref(process);
     return result;
 }
 

@@ -94,7 +94,7 @@ TEST(Developer, GoesOnAfterADamagedPicture) {
     for (int round = 0; round < 3; ++round) {
         ASSERT_EQ(developer.Load({&cut, 1}), "");  // its header is good
         EXPECT_EQ(developer.Develop({}, PictureFormat::kJpeg, developed),
-                  "cut.jpg: the picture is damaged or cut off");
+                  "cut.jpg: the picture is damaged, cut off or of a kind that is not supported");
         ASSERT_EQ(developer.Load({&whole, 1}), "");
         EXPECT_EQ(developer.Develop({}, PictureFormat::kJpeg, developed), "");
     }
