@@ -77,8 +77,9 @@ TEST(Monkey, LeavesACameraThatTakesAPhotographWithOneTap) {
         phone.Do({"tap 750 50", "wait 10000"});  // closes the help
         const std::size_t before = phone.Photos().size();
         phone.Do({"tap 736 228", "wait 8000"});
-        // The first press of a double exposure may be the one that was missing, or the first.
-        if (phone.Photos().size() == before) phone.Do({"tap 736 228", "wait 8000"});
+        // Of a double exposure it may be the first press of two.
+        const bool isMix = round % 6 == 4;
+        if (isMix && phone.Photos().size() == before) phone.Do({"tap 736 228", "wait 8000"});
         EXPECT_GT(phone.Photos().size(), before);
         for (const std::string& photo : phone.Photos()) EXPECT_TRUE(IsWholeJpeg(photo)) << photo;
     }
