@@ -2,20 +2,13 @@
 
 #include <cstdio>
 #include <glib.h>
-#include <memory>
 
+#include "base/glib_owner.h"
 #include "version.h"
 
 namespace Host {
 
 namespace {
-
-struct ContextDeleter {
-    void operator()(GOptionContext* context) const { g_option_context_free(context); }
-};
-struct ErrorDeleter {
-    void operator()(GError* error) const { g_error_free(error); }
-};
 
 // What GLib writes its results to.
 struct Raw {
@@ -94,12 +87,11 @@ Parsed ParseCommandLine(int argc, char** argv) {
          "Print what the program found on this machine and end", nullptr},
         {"version", 0, 0, G_OPTION_ARG_NONE, &raw.version, "Print the version and end", nullptr},
         {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr}};
-    const std::unique_ptr<GOptionContext, ContextDeleter> context(
-        g_option_context_new("- the KIVO camera"));
+    const Osp::Base::OptionContextOwner context(g_option_context_new("- the KIVO camera"));
     g_option_context_add_main_entries(context.get(), entries, nullptr);
     GError* error = nullptr;
     if (!g_option_context_parse(context.get(), &argc, &argv, &error)) {
-        const std::unique_ptr<GError, ErrorDeleter> owned(error);
+        const Osp::Base::ErrorOwner owned(error);
         return Fail(error->message);
     }
     if (argc > 1) return Fail(std::string("unknown argument '") + argv[1] + "'");

@@ -5,10 +5,10 @@
 #include <cstdio>
 #include <cstring>
 #include <glib.h>
-#include <memory>
 #include <span>
 #include <string_view>
 
+#include "base/glib_owner.h"
 #include "composition.h"
 #include "developer.h"
 #include "version.h"
@@ -37,13 +37,6 @@ constexpr const char* kExamples =
     "\n"
     "Exit status: 0 when all went well, 1 when something could not be developed, 2 for a\n"
     "command line that makes no sense.";
-
-struct ContextDeleter {
-    void operator()(GOptionContext* context) const { g_option_context_free(context); }
-};
-struct ErrorDeleter {
-    void operator()(GError* error) const { g_error_free(error); }
-};
 
 // What GLib writes its results to.
 struct Raw {
@@ -172,14 +165,13 @@ Parsed ParseCommandLine(int argc, char** argv) {
         {"version", 0, 0, G_OPTION_ARG_NONE, &raw.version, "Print the version and end", nullptr},
         {G_OPTION_REMAINING, 0, 0, G_OPTION_ARG_FILENAME_ARRAY, &raw.inputs, nullptr, nullptr},
         {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr}};
-    const std::unique_ptr<GOptionContext, ContextDeleter> context(
-        g_option_context_new("IN... -o OUT"));
+    const Osp::Base::OptionContextOwner context(g_option_context_new("IN... -o OUT"));
     g_option_context_set_summary(context.get(), kSummary);
     g_option_context_set_description(context.get(), kExamples);
     g_option_context_add_main_entries(context.get(), entries, nullptr);
     GError* error = nullptr;
     if (!g_option_context_parse(context.get(), &argc, &argv, &error)) {
-        const std::unique_ptr<GError, ErrorDeleter> owned(error);
+        const Osp::Base::ErrorOwner owned(error);
         return Fail(error->message);
     }
     if (raw.version) {
