@@ -1,40 +1,37 @@
 #include "sepia.h"
 
 #include "channel_blocks.h"
+#include "pixel_words.h"
 
 namespace Kivo::Effects {
 
 namespace {
 
-constexpr ChannelPattern<double> kWeights{0.299, 0.587, 0.114};
 constexpr ChannelPattern<std::uint8_t> kRaise{49, 0, 0};
 constexpr ChannelPattern<std::uint8_t> kHighest{206, 255, 255};
 constexpr ChannelPattern<std::uint8_t> kLower{0, 14, 56};
 
 struct SepiaBlock {
-    KIVO_INLINE void Run(const std::uint8_t* in, std::uint8_t* out) {
-        alignas(64) double terms[kBlockBytes + 2];
-        alignas(64) std::uint8_t luminance[kBlockBytes + 2];
-        alignas(64) std::uint8_t spread[kBlockBytes];
-        terms[kBlockBytes] = terms[kBlockBytes + 1] = 0;
-        luminance[0] = luminance[1] = 0;
-        for (std::size_t at = 0; at < kBlockBytes; at += kPatternBytes) {
-            for (std::size_t i = 0; i < kPatternBytes; ++i)
-                terms[at + i] = in[at + i] * kWeights[i];
+    static constexpr std::size_t kPixels = kBlockBytes / 3;
+
+    KIVO_INLINE void Run(const std::uint8_t* in, std::uint8_t* out, bool shuffles) {
+        alignas(64) std::uint32_t words[kPixels];
+        alignas(64) std::uint8_t luminances[kPixels];
+        alignas(64) std::uint8_t grey[kBlockBytes];
+        WidenPixels(in, words, kPixels, shuffles);
+        for (std::size_t i = 0; i < kPixels; ++i) {
+            const auto red = static_cast<int>(words[i] & 0xFF);
+            const auto green = static_cast<int>(words[i] >> 8 & 0xFF);
+            const auto blue = static_cast<int>(words[i] >> 16 & 0xFF);
+            // Green is added to red first: an integer luminance, or another order, truncates some
+            // thousand colours to another value.
+            const auto luminance = static_cast<int>(green * 0.587 + red * 0.299 + blue * 0.114);
+            luminances[i] = static_cast<std::uint8_t>(luminance);
         }
-        for (std::size_t at = 0; at < kBlockBytes; at += kPatternBytes) {
-            const double* from = terms + at;
-            for (std::size_t i = 0; i < kPatternBytes; ++i) {
-                // Green is added to red first: an integer luminance, or another order, truncates
-                // some thousand colours to another value.
-                const int sum = static_cast<int>(from[i + 1] + from[i] + from[i + 2]);
-                luminance[at + i + 2] = static_cast<std::uint8_t>(sum & kFirstOfPixel[i]);
-            }
-        }
-        SpreadFirstOfPixel(luminance, spread);
+        SpreadGrey(luminances, grey, kPixels, shuffles);
         for (std::size_t at = 0; at < kBlockBytes; at += kPatternBytes) {
             for (std::size_t i = 0; i < kPatternBytes; ++i) {
-                const std::uint8_t value = spread[at + i];
+                const std::uint8_t value = grey[at + i];
                 const std::uint8_t raised = static_cast<std::uint8_t>(
                     (value < kHighest[i] ? value : kHighest[i]) + kRaise[i]);
                 out[at + i] = static_cast<std::uint8_t>((raised > kLower[i] ? raised : kLower[i]) -
@@ -48,7 +45,7 @@ struct SepiaBlock {
 
 void Sepia(ConstPixels source, Pixels destination, Rows rows) {
     const Rows clipped = rows.ClippedTo(source.height);
-    RunOverRows<SepiaBlock>(source, destination, clipped.first, clipped.last);
+    RunOverRows<SepiaBlock>(source, destination, clipped.first, clipped.last, CanShuffleBytes());
 }
 
 }  // namespace Kivo::Effects

@@ -20,13 +20,17 @@ struct ToneBlock {
     KIVO_INLINE void Run(const std::uint8_t* in, std::uint8_t* out) {
         for (std::size_t at = 0; at < kBlockBytes; at += kPatternBytes) {
             for (std::size_t i = 0; i < kPatternBytes; ++i) {
-                const std::int16_t value = in[at + i];
-                const auto lifted =
-                    static_cast<std::int16_t>(std::min(std::max((3 * value - 77) >> 1, 0), 255));
-                const std::int16_t chosen = kRedOnly[i] != 0 ? value : lifted;
-                const auto fives = static_cast<std::uint16_t>(std::max(6 * chosen - 126, 0));
-                const auto steep = static_cast<std::uint16_t>((std::uint32_t{fives} * 13108) >> 16);
-                out[at + i] = static_cast<std::uint8_t>(std::min<std::uint16_t>(steep, 255));
+                const std::uint16_t value = in[at + i];
+                const auto tripled = static_cast<std::uint16_t>(3 * value);
+                const auto lifted = static_cast<std::uint16_t>(
+                    std::min<std::uint16_t>(SaturatingDifference(tripled, 77) >> 1, 255));
+                const auto chosen =
+                    static_cast<std::uint16_t>((value & kRedOnly[i]) | (lifted & ~kRedOnly[i]));
+                const auto sixfold = static_cast<std::uint16_t>(6 * chosen);
+                const std::uint16_t fives = SaturatingDifference(sixfold, 126);
+                // Clamped before it is divided, or else the vectoriser works in 32 bits.
+                const std::uint16_t clamped = fives < 1279 ? fives : 1279;
+                out[at + i] = static_cast<std::uint8_t>((std::uint32_t{clamped} * 13108) >> 16);
             }
         }
     }

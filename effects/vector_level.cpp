@@ -57,4 +57,12 @@ void ForceVectorLevel(VectorLevel level) {
     Level().store(level, std::memory_order_relaxed);
 }
 
+bool CanShuffleBytes() {
+#if defined(__x86_64__)
+    return CurrentVectorLevel() != VectorLevel::kBaseline;
+#else
+    return true;
+#endif
+}
+
 }  // namespace Kivo::Effects

@@ -19,4 +19,7 @@ VectorLevel CurrentVectorLevel();
 /// For tests and benchmarks; `level` is one of the supported ones.
 void ForceVectorLevel(VectorLevel level);
 
+/// Whether the current level can put the bytes of a vector in any order at once.
+bool CanShuffleBytes();
+
 }  // namespace Kivo::Effects

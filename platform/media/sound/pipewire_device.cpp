@@ -67,7 +67,8 @@ bool PipewireDevice::Connect() {
         &kEvents, this));
     if (!stream_) return false;
     std::uint8_t memory[1024];
-    spa_pod_builder builder = SPA_POD_BUILDER_INIT(memory, sizeof memory);
+    spa_pod_builder builder;
+    spa_pod_builder_init(&builder, memory, sizeof memory);
     spa_audio_info_raw format{};
     format.format = SPA_AUDIO_FORMAT_F32;
     format.rate = kSoundRate;
