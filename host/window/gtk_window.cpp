@@ -9,6 +9,7 @@
 #include "accessible_names.h"
 #include "app/lifecycle.h"
 #include "base/event_loop.h"
+#include "base/glib_owner.h"
 #include "screen_saver.h"
 #include "system/device.h"
 #include "texture.h"
@@ -35,6 +36,18 @@ void ChooseRenderer() {
         if (entry.path().filename().string().starts_with("renderD")) return;
     }
     g_setenv("GSK_RENDERER", "cairo", FALSE);
+}
+
+constexpr GdkRectangle kOwnSize{0, 0, Screen::kSize.width, Screen::kSize.height};
+
+/// On a kiosk no window manager may be there to answer the wish for the whole screen.
+GdkRectangle FirstMonitor() {
+    GListModel* const monitors = gdk_display_get_monitors(gdk_display_get_default());
+    const std::unique_ptr<GdkMonitor, Osp::Base::FreeWith<g_object_unref>> first(
+        static_cast<GdkMonitor*>(g_list_model_get_item(monitors, 0)));
+    GdkRectangle bounds = kOwnSize;
+    if (first) gdk_monitor_get_geometry(first.get(), &bounds);
+    return bounds;
 }
 
 class GtkScreenWindow : public Window, public Osp::Ui::Presenter {
@@ -65,7 +78,8 @@ class GtkScreenWindow : public Window, public Osp::Ui::Presenter {
 GtkScreenWindow::GtkScreenWindow(bool isFullscreen)
     : window_(GTK_WINDOW(gtk_window_new())), picture_(gtk_picture_new()) {
     gtk_window_set_title(window_, "KIVO Camera");
-    gtk_window_set_default_size(window_, Screen::kSize.width, Screen::kSize.height);
+    const GdkRectangle bounds = isFullscreen ? FirstMonitor() : kOwnSize;
+    gtk_window_set_default_size(window_, bounds.width, bounds.height);
     gtk_picture_set_can_shrink(GTK_PICTURE(picture_), TRUE);
     gtk_picture_set_content_fit(GTK_PICTURE(picture_), GTK_CONTENT_FIT_CONTAIN);
     GtkCssProvider* const style = gtk_css_provider_new();
