@@ -1,4 +1,5 @@
-// Packed pixels widened to words of four bytes, for arithmetic on whole pixels.
+// Packed pixels widened to words of four bytes, for arithmetic on whole pixels, and grey ones
+// packed again. `shuffles` is CanShuffleBytes(), asked once for a picture.
 #pragma once
 
 #include <cstddef>
@@ -12,9 +13,8 @@ namespace Kivo::Effects {
 namespace PixelWordsDetail {
 
 using Vector [[gnu::vector_size(16)]] = std::uint8_t;
-constexpr std::size_t kPixelsTogether = 4;
 
-KIVO_INLINE Vector Load(const void* from) {
+KIVO_INLINE Vector Load(const std::uint8_t* from) {
     Vector bytes;
     std::memcpy(&bytes, from, sizeof bytes);
     return bytes;
@@ -23,51 +23,43 @@ KIVO_INLINE Vector Load(const void* from) {
 }  // namespace PixelWordsDetail
 
 /// words[i] is pixel i: red in its lowest byte, then green and blue; the highest byte is anything.
-/// `pixels` is a multiple of four. `shuffles` is CanShuffleBytes(), asked once for a picture.
 KIVO_INLINE void WidenPixels(const std::uint8_t* in, std::uint32_t* words, std::size_t pixels,
                              bool shuffles) {
     using namespace PixelWordsDetail;
-    if (!shuffles) {
-        for (std::size_t i = 0; i < pixels; ++i, in += 3) {
-            words[i] = in[0] | std::uint32_t{in[1]} << 8 | std::uint32_t{in[2]} << 16;
+    std::size_t i = 0;
+    if (shuffles) {
+        // Four pixels at a time, as long as nothing beyond the last one is read.
+        for (; 3 * i + sizeof(Vector) <= 3 * pixels; i += 4) {
+            const Vector packed = Load(in + 3 * i);
+            const Vector four = __builtin_shufflevector(packed, packed, 0, 1, 2, 2, 3, 4, 5, 5, 6,
+                                                        7, 8, 8, 9, 10, 11, 11);
+            std::memcpy(words + i, &four, sizeof four);
         }
-        return;
     }
-    const std::size_t last = pixels - kPixelsTogether;
-    for (std::size_t i = 0; i < last; i += kPixelsTogether) {
-        const Vector twelve = Load(in + 3 * i);
-        const Vector four = __builtin_shufflevector(twelve, twelve, 0, 1, 2, 2, 3, 4, 5, 5, 6, 7, 8,
-                                                    8, 9, 10, 11, 11);
-        std::memcpy(words + i, &four, sizeof four);
+    for (; i < pixels; ++i) {
+        words[i] =
+            in[3 * i] | std::uint32_t{in[3 * i + 1]} << 8 | std::uint32_t{in[3 * i + 2]} << 16;
     }
-    // Nothing beyond the last pixel is read.
-    const Vector twelve = Load(in + 3 * last - 4);
-    const Vector four = __builtin_shufflevector(twelve, twelve, 4, 5, 6, 6, 7, 8, 9, 9, 10, 11, 12,
-                                                12, 13, 14, 15, 15);
-    std::memcpy(words + last, &four, sizeof four);
 }
 
-/// Every byte of `in` three times: grey pixels. `pixels` is a multiple of sixteen.
+/// Every byte of `in` three times: grey pixels.
 KIVO_INLINE void SpreadGrey(const std::uint8_t* in, std::uint8_t* out, std::size_t pixels,
                             bool shuffles) {
     using namespace PixelWordsDetail;
-    if (!shuffles) {
-        for (std::size_t i = 0; i < pixels; ++i)
-            out[3 * i] = out[3 * i + 1] = out[3 * i + 2] = in[i];
-        return;
+    std::size_t i = 0;
+    if (shuffles) {
+        for (; i + sizeof(Vector) <= pixels; i += sizeof(Vector)) {
+            const Vector grey = Load(in + i);
+            const Vector thirds[3] = {
+                __builtin_shufflevector(grey, grey, 0, 0, 0, 1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5),
+                __builtin_shufflevector(grey, grey, 5, 5, 6, 6, 6, 7, 7, 7, 8, 8, 8, 9, 9, 9, 10,
+                                        10),
+                __builtin_shufflevector(grey, grey, 10, 11, 11, 11, 12, 12, 12, 13, 13, 13, 14, 14,
+                                        14, 15, 15, 15)};
+            std::memcpy(out + 3 * i, thirds, sizeof thirds);
+        }
     }
-    for (std::size_t i = 0; i < pixels; i += sizeof(Vector), out += 3 * sizeof(Vector)) {
-        const Vector grey = Load(in + i);
-        const Vector first =
-            __builtin_shufflevector(grey, grey, 0, 0, 0, 1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5);
-        const Vector second =
-            __builtin_shufflevector(grey, grey, 5, 5, 6, 6, 6, 7, 7, 7, 8, 8, 8, 9, 9, 9, 10, 10);
-        const Vector third = __builtin_shufflevector(grey, grey, 10, 11, 11, 11, 12, 12, 12, 13, 13,
-                                                     13, 14, 14, 14, 15, 15, 15);
-        std::memcpy(out, &first, sizeof first);
-        std::memcpy(out + sizeof first, &second, sizeof second);
-        std::memcpy(out + 2 * sizeof first, &third, sizeof third);
-    }
+    for (; i < pixels; ++i) out[3 * i] = out[3 * i + 1] = out[3 * i + 2] = in[i];
 }
 
 }  // namespace Kivo::Effects

@@ -2,6 +2,8 @@
 #include <X11/keysym.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
 
 #include "support/fake_screen_saver.h"
 #include "support/program.h"
@@ -16,9 +18,9 @@ using namespace Testing;
 
 class WindowTest : public testing::Test {
   protected:
-    explicit WindowTest(const std::string& sessionBus = "disabled:")
-        : camera_({"--script", "-", "--data", folder_.Path(), "--primary", "scene", "--secondary",
-                   "scene"},
+    explicit WindowTest(const std::string& sessionBus = "disabled:",
+                        const std::vector<std::string>& options = {})
+        : camera_(Arguments(options),
                   {{"DISPLAY", x_.Name()},
                    {"GDK_BACKEND", "x11"},
                    {"DBUS_SESSION_BUS_ADDRESS", sessionBus},
@@ -30,6 +32,13 @@ class WindowTest : public testing::Test {
         EXPECT_NE(window_, 0u);
         camera_.Send("wait 300");  // a window takes input once it has been laid out
         Sync();
+    }
+
+    std::vector<std::string> Arguments(const std::vector<std::string>& options) const {
+        std::vector<std::string> all{"--script",  "-",     "--data",      folder_.Path(),
+                                     "--primary", "scene", "--secondary", "scene"};
+        all.insert(all.end(), options.begin(), options.end());
+        return all;
     }
 
     /// Returns when the camera has done everything that was sent.
@@ -120,6 +129,19 @@ TEST_F(WindowTest, MinimisingStopsTheCameraAndRestoringWakesIt) {
     Sync();
     x_.Key(XK_space);
     AwaitPhotos(1);
+    EndWell();
+}
+
+class KioskTest : public WindowTest {
+  protected:
+    KioskTest() : WindowTest("disabled:", {"--fullscreen"}) {}
+};
+
+// No window manager runs on the private server.
+TEST_F(KioskTest, FullscreenFillsTheScreenWithoutAWindowManager) {
+    Click(736 * 2, 120 + 228 * 2);
+    AwaitPhotos(1);
+    EXPECT_EQ(x_.PixelAt(800, 60), 0u) << "the bar above the picture";
     EndWell();
 }
 
