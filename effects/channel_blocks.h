@@ -16,7 +16,7 @@ inline constexpr std::size_t kPatternBytes = 192;
 
 /// What a kernel's steps work on in turn: so many bytes that what one step has stored has reached
 /// the cache when the next one loads it at another alignment.
-inline constexpr std::size_t kBlockBytes = 8 * kPatternBytes;
+inline constexpr std::size_t kBlockBytes = 4 * kPatternBytes;
 
 /// A constant for each byte of a pattern, by channel.
 template <class T>
