@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "channel_blocks.h"
+#include "pixel_words.h"
 #include "separable_blur.h"
 
 namespace Kivo::Effects {
@@ -23,11 +23,9 @@ struct MaskRow {
 
 struct CombineRow {
     KIVO_INLINE void Run(const std::uint8_t* in, const std::uint8_t* mask, std::uint8_t* spread,
-                         std::uint8_t* out, std::ptrdiff_t pixels) {
-        for (std::ptrdiff_t x = 0; x < pixels; ++x) {
-            spread[3 * x] = spread[3 * x + 1] = spread[3 * x + 2] = mask[x];
-        }
-        for (std::ptrdiff_t i = 0; i < 3 * pixels; ++i) {
+                         std::uint8_t* out, std::size_t pixels, bool shuffles) {
+        SpreadGrey(mask, spread, pixels, shuffles);
+        for (std::size_t i = 0; i < 3 * pixels; ++i) {
             // 0.2 m + 0.8 c in single precision, truncated, for every pair of bytes.
             const auto fives = static_cast<std::uint16_t>(spread[i] + 4 * in[i]);
             const auto mixed = static_cast<std::int16_t>((std::uint32_t{fives} * 13108) >> 16);
@@ -51,6 +49,7 @@ void HDR(ConstPixels source, Pixels destination, const GaussianLevels& levels, S
     const LinePlan down(source.height, kWidest, levels);
     const auto width = static_cast<std::size_t>(source.width);
     Scratch::Scope scope(scratch);
+    const bool shuffles = CanShuffleBytes();
     float* const work = scope.Take<float>(RowWorkFloats(source.width, 1)).data();
     std::uint8_t* const inverted = scope.Take<std::uint8_t>(width).data();
     std::uint8_t* const spread = scope.Take<std::uint8_t>(3 * width).data();
@@ -68,7 +67,7 @@ void HDR(ConstPixels source, Pixels destination, const GaussianLevels& levels, S
                 RunVectorised<CombineRow>(
                     source.Row(first + i),
                     static_cast<const std::uint8_t*>(mask) + std::ptrdiff_t{source.width} * i,
-                    spread, destination.Row(first + i), std::ptrdiff_t{source.width});
+                    spread, destination.Row(first + i), width, shuffles);
             }
         });
 }
