@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <future>
 #include <memory>
 
 #include <osp/base/byte_buffer.h>
@@ -173,6 +174,7 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     Effects::ConstPixels View(const Osp::Base::ByteBuffer& buffer) const;
     Effects::Pixels View(Osp::Base::ByteBuffer& buffer) const;
     Effects::EffectJob MakeJob();
+    void PrepareTables();
 
     Osp::Ui::Controls::Frame* frame_ = nullptr;   // not owned
     std::unique_ptr<Osp::Media::Camera> camera_;  // null when none is constructed
@@ -198,6 +200,7 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     bool isSwitchingCamera_ = false;
     bool focusGuard_ = false;  // from the end of focusing until the picture arrives
     Effects::EffectTables effectTables_;
+    std::future<void> tableBuilder_;  // after what it works on: its end waits for the thread's
     Effects::Scratch scratch_;
 };
 

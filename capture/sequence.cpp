@@ -43,6 +43,7 @@ void MainForm::OnKeyPressed(const Osp::Ui::Control&, Osp::Ui::KeyCode keyCode) {
 void MainForm::PreCapture() {
     overlay_->SetFocused(true);
     EnableControls(false);
+    PrepareTables();
     if (IsPrimary()) {
         if (Osp::Failed(StartCapture())) EnableControls(true);
     } else {

@@ -1,5 +1,6 @@
 // The camera screen's effect operations, over the kernels.
 #include <cstdint>
+#include <future>
 #include <utility>
 
 #include "bw.h"
@@ -39,6 +40,13 @@ Effects::EffectJob MainForm::MakeJob() {
             View(std::as_const(accumulation_)),
             &effectTables_,
             &scratch_};
+}
+
+/// On a worker thread, while the camera focuses: the maps of the first photograph of a size take
+/// longer to build than to apply. An effect that comes sooner waits for its map.
+void MainForm::PrepareTables() {
+    const auto [width, height] = setting_->GetCaptureDimension();
+    tableBuilder_ = std::async(Effects::PrepareTables, MakeJob(), width, height);
 }
 
 bool MainForm::ApplyEffect(const ByteBuffer* source, ByteBuffer* destination) {
