@@ -48,7 +48,7 @@ std::string Normalize(const std::string& path) {
     std::string normal;
     for (const auto& part : std::filesystem::path(path).relative_path()) {
         if (part == "..") return "";
-        if (!part.empty() && part != ".") normal += "/" + part.string();
+        if (!part.empty() && part != ".") normal.append("/").append(part);
     }
     return normal.empty() ? "/" : normal;
 }

@@ -23,7 +23,6 @@ XServer::XServer() {
         ADD_FAILURE() << "Xvfb cannot be started";
         std::abort();
     }
-    name_ = ":";
     GInputStream* const output = g_subprocess_get_stdout_pipe(server_);
     for (char c = 0; g_input_stream_read(output, &c, 1, nullptr, nullptr) == 1 && c != '\n';) {
         name_ += c;

@@ -37,7 +37,7 @@ class XServer {
     unsigned long Search(unsigned long window, const std::string& title);
 
     GSubprocess* server_ = nullptr;
-    std::string name_;
+    std::string name_ = ":";
     Display* display_ = nullptr;
 };
 
