@@ -1,8 +1,6 @@
 // One name in a folder.
 #pragma once
 
-#include <utility>
-
 #include <osp/base/string.h>
 
 namespace Osp::Io {
@@ -10,7 +8,7 @@ namespace Osp::Io {
 class DirEntry {
   public:
     DirEntry() = default;
-    explicit DirEntry(Base::String name) : name_(std::move(name)) {}
+    explicit DirEntry(const Base::String& name) : name_(name) {}
 
     /// Without the folder.
     const Base::String& GetName() const { return name_; }
