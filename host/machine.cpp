@@ -44,8 +44,7 @@ void ShowNotice(const char* text) {
 
 std::unique_ptr<Machine> Machine::Make(const Options& options, const std::string& resourceFolder,
                                        std::string& error) {
-    auto cameras =
-        Osp::Media::CameraService::Make(options.primary, options.secondary, error);
+    auto cameras = Osp::Media::CameraService::Make(options.primary, options.secondary, error);
     if (!cameras) return nullptr;
     return std::unique_ptr<Machine>(new Machine(options, resourceFolder, std::move(cameras)));
 }
@@ -71,8 +70,9 @@ Osp::Base::VirtualClock* Machine::GetVirtualClock() {
 
 int Machine::Run(EntryFunction entry) {
     if (Osp::Failed(prepared_)) {
-        std::fprintf(stderr, "kivo-camera: the folder for photographs cannot be prepared; "
-                             "nothing will be stored there\n");
+        std::fprintf(stderr,
+                     "kivo-camera: the folder for photographs cannot be prepared; "
+                     "nothing will be stored there\n");
     }
     TellAboutDamage();
     char name[] = "kivo-camera";
@@ -86,19 +86,19 @@ int Machine::Run(EntryFunction entry) {
 
 void Machine::TellAboutDamage() {
     if (contents_.WasDamaged()) {
-        std::fprintf(stderr, "kivo-camera: the photo list was damaged and is built anew from the "
-                             "photographs\n");
+        std::fprintf(stderr,
+                     "kivo-camera: the photo list was damaged and is built anew from the "
+                     "photographs\n");
     }
     if (!registry_.GetFile().WasDamaged()) return;
     std::fprintf(stderr, "kivo-camera: the settings were damaged and have been reset\n");
-    loop_.Post(Osp::Base::EventClass::kApplication, [] {
-        ShowNotice("The settings were damaged\nand have been reset.");
-    });
+    loop_.Post(Osp::Base::EventClass::kApplication,
+               [] { ShowNotice("The settings were damaged\nand have been reset."); });
 }
 
 void Machine::TellWhyItCouldNotStart() {
-    const char* const reason = cameras_->Count() == 0 ? "no camera was found"
-                                                      : "the application could not start";
+    const char* const reason =
+        cameras_->Count() == 0 ? "no camera was found" : "the application could not start";
     std::fprintf(stderr, "kivo-camera: %s\n", reason);
 }
 

@@ -1,7 +1,6 @@
 // The program: command line, then the application in a window or headless.
-#include <glib-unix.h>
-
 #include <cstdio>
+#include <glib-unix.h>
 #include <memory>
 #include <optional>
 #include <string>
@@ -76,4 +75,6 @@ int Main(int argc, char** argv) {
 
 }  // namespace Host
 
-int main(int argc, char** argv) { return Host::Main(argc, argv); }
+int main(int argc, char** argv) {
+    return Host::Main(argc, argv);
+}

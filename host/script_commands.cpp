@@ -20,11 +20,11 @@
 
 namespace Host {
 
-using std::chrono::milliseconds;
 using Osp::Base::EventClass;
 using Osp::Base::EventLoop;
 using Osp::Graphics::Point;
 using Osp::Ui::Input;
+using std::chrono::milliseconds;
 
 namespace {
 
@@ -96,8 +96,8 @@ Steps Drag(const Words& words) {
     Steps steps{Press(from)};
     for (int i = 1; i <= count; ++i) {
         steps.push_back(WaitStep{milliseconds(kDragStepMs)});
-        steps.push_back(Move({from.x + (to.x - from.x) * i / count,
-                              from.y + (to.y - from.y) * i / count}));
+        steps.push_back(
+            Move({from.x + (to.x - from.x) * i / count, from.y + (to.y - from.y) * i / count}));
     }
     steps.push_back(Release(to));
     return steps;
@@ -181,9 +181,9 @@ Steps Connect(const Words& words, bool connect) {
 
 Steps PrintCommand(const Words& words) {
     static const std::map<std::string, std::string (*)()> kReports{{"screen", ScreenReport},
-                                                                  {"photos", PhotosReport},
-                                                                  {"registry", RegistryReport},
-                                                                  {"sounds", SoundsReport}};
+                                                                   {"photos", PhotosReport},
+                                                                   {"registry", RegistryReport},
+                                                                   {"sounds", SoundsReport}};
     const auto found = kReports.find(WordAt(words, 1));
     if (found == kReports.end()) throw BadCommand{"nothing of that name can be printed"};
     return {Print(found->second)};
@@ -197,7 +197,9 @@ const std::map<std::string, Reader>& Readers() {
         {"move", [](auto& w, auto&) { return Steps{Move(PointAt(w, 1))}; }},
         {"release", [](auto& w, auto&) { return Steps{Release(PointAt(w, 1))}; }},
         {"tap",
-         [](auto& w, auto&) { return Steps{Press(PointAt(w, 1)), Release(PointAt(w, 1))}; }},
+         [](auto& w, auto&) {
+             return Steps{Press(PointAt(w, 1)), Release(PointAt(w, 1))};
+         }},
         {"drag", [](auto& w, auto&) { return Drag(w); }},
         {"key", [](auto& w, auto&) { return Key(w); }},
         {"wait", [](auto& w, auto&) { return Steps{WaitStep{milliseconds(NumberAt(w, 1))}}; }},

@@ -10,11 +10,7 @@ using Osp::Base::TimePoint;
 ScriptDriver::ScriptDriver(Osp::Base::EventLoop& loop, Osp::Base::VirtualClock* clock,
                            ScriptQueue& queue, CommandContext context,
                            std::function<void(const std::optional<std::string>&)> finished)
-    : loop_(loop),
-      clock_(clock),
-      queue_(queue),
-      context_(context),
-      finished_(std::move(finished)) {
+    : loop_(loop), clock_(clock), queue_(queue), context_(context), finished_(std::move(finished)) {
     queue_.SetWake([&loop] { loop.Wake(); });
     loop_.SetDriver(this);
 }

@@ -1,9 +1,8 @@
 #include "script_file.h"
 
+#include <fstream>
 #include <glib-unix.h>
 #include <glib.h>
-
-#include <fstream>
 
 namespace Host {
 
@@ -12,8 +11,7 @@ namespace {
 /// Lines from standard input, read on the loop so that a script can answer what was printed.
 class ScriptInput : public ScriptFile {
   public:
-    explicit ScriptInput(ScriptQueue& queue)
-        : queue_(queue), channel_(g_io_channel_unix_new(0)) {
+    explicit ScriptInput(ScriptQueue& queue) : queue_(queue), channel_(g_io_channel_unix_new(0)) {
         g_io_channel_set_encoding(channel_, nullptr, nullptr);
         watch_ = g_io_add_watch(channel_, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR),
                                 &ScriptInput::OnReadable, this);

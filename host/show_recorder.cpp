@@ -1,7 +1,6 @@
 #include "show_recorder.h"
 
 #include <cairo.h>
-
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
@@ -19,7 +18,9 @@ ShowRecorder::ShowRecorder(Osp::Ui::Presenter* next) : next_(next) {
     Osp::Ui::Screen::Current().SetPresenter(this);
 }
 
-ShowRecorder::~ShowRecorder() { Osp::Ui::Screen::Current().SetPresenter(next_); }
+ShowRecorder::~ShowRecorder() {
+    Osp::Ui::Screen::Current().SetPresenter(next_);
+}
 
 std::optional<std::string> ShowRecorder::RecordTo(const std::string& folder) {
     std::error_code error;

@@ -6,8 +6,8 @@
 namespace Osp {
 
 /// T's single instance for the process. The host owns the object and installs it for as long as it
-/// lives; everything else reaches it through Current(). Loop thread only. Code that uses it must not
-/// be built with hidden symbols, or it has an instance of its own.
+/// lives; everything else reaches it through Current(). Loop thread only. Code that uses it must
+/// not be built with hidden symbols, or it has an instance of its own.
 template <class T>
 class Service {
   public:

@@ -29,7 +29,8 @@ class Canvas {
 
     /// Makes everything transparent.
     result Clear();
-    /// Replaces the rectangle by the colour, opacity included; what was there does not show through.
+    /// Replaces the rectangle by the colour, opacity included; what was there does not show
+    /// through.
     result FillRectangle(const Color& color, const Rectangle& rectangle);
     /// Fills a rectangle with rounded corners, over what is there.
     result FillRoundRectangle(const Color& color, const Rectangle& rectangle, int radius);
