@@ -37,6 +37,14 @@ bool Exists(int folder, const char* name) {
     return faccessat(folder, name, F_OK, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
+/// The permissions of the file at `name`, if there is one.
+std::optional<mode_t> ModeOf(int folder, const std::string& name) {
+    struct stat status;
+    if (fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return std::nullopt;
+    if (!S_ISREG(status.st_mode)) return std::nullopt;
+    return status.st_mode & 0777;
+}
+
 result WriteAll(int file, std::span<const Base::byte> bytes) {
     while (!bytes.empty()) {
         const ssize_t count = write(file, bytes.data(), bytes.size());
@@ -160,9 +168,14 @@ result WriteFileSafely(const std::string& path, std::span<const Base::byte> byte
     if (options.replace == Replace::kRefuse && Exists(folder, target.name.c_str())) {
         return result::kKeyAlreadyExists;
     }
+    std::optional<mode_t> oldMode;
+    if (options.replace == Replace::kOverwrite) oldMode = ModeOf(folder, target.name);
+    const mode_t mode = oldMode ? *oldMode & options.mode : options.mode;
     FileDescriptor file;
     TransientName temporary(folder);
-    r = CreateTemporary(folder, options.mode, file, temporary);
+    r = CreateTemporary(folder, mode, file, temporary);
+    // What the mask has taken away. On a card without permissions this may fail.
+    if (Succeeded(r) && oldMode) (void)fchmod(file.Get(), mode);
     if (Succeeded(r)) r = WriteAll(file.Get(), bytes);
     if (Succeeded(r)) r = Sync(file.Get(), options.modifiedMs);
     if (Succeeded(r)) r = PutInPlace(target, options.replace, temporary);

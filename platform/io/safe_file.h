@@ -21,7 +21,9 @@ enum class Replace {
 
 struct SafeFileOptions {
     Replace replace = Replace::kOverwrite;
-    mode_t mode = 0666;  ///< less the process's mask
+    /// Permissions: of a new file less the process's mask, otherwise those of them that the file
+    /// has which is overwritten.
+    mode_t mode = 0666;
     /// The date that the file gets, in milliseconds since 1970 UTC; the system's own without.
     std::optional<long long> modifiedMs = std::nullopt;
 };

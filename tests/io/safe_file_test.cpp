@@ -43,6 +43,22 @@ TEST(SafeFile, WritesTheWholeContentWithItsModeAndDate) {
     EXPECT_EQ(status.st_mtim.tv_nsec, 456'000'000);
 }
 
+TEST(SafeFile, LetsNobodyReadAFileWhoCouldNotReadTheOlderOne) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "a.bin";
+    const auto modeAfter = [&path](mode_t older, mode_t asked) {
+        chmod(path.c_str(), older);
+        EXPECT_EQ(WriteFileSafely(path, "new", {.mode = asked}), result::kSuccess);
+        struct stat status {};
+        EXPECT_EQ(stat(path.c_str(), &status), 0);
+        return status.st_mode & 0777;
+    };
+    WriteText(path, "old");
+    EXPECT_EQ(modeAfter(0640, 0666), 0640u);
+    EXPECT_EQ(modeAfter(0666, 0666), 0666u) << "whatever the mask";
+    EXPECT_EQ(modeAfter(0644, 0600), 0600u);
+}
+
 TEST(SafeFile, DatesFollowAVirtualClockOnly) {
     EXPECT_FALSE(NewFileDateMs());
     Base::VirtualClock clock;
