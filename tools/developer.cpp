@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "media/exif.h"
+#include "media/jpeg_codec.h"
 #include "media/jpeg_rows.h"
 #include "photo_description.h"
 
@@ -127,7 +128,9 @@ std::vector<std::uint8_t> Developer::Metadata(const Recipe& recipe) const {
     info.software = Osp::Media::kSoftware;
     info.orientation = 1;
     info.size = SizeOf(recipe, frames_[0].Size());
-    return Osp::Media::RebuildExifSegment(sources_[0].bytes, info);
+    std::vector<std::uint8_t> segments = Osp::Media::RebuildExifSegment(sources_[0].bytes, info);
+    Osp::Media::AppendColourProfile(sources_[0].bytes, segments);
+    return segments;
 }
 
 std::size_t Developer::FrameIndex(int number) const {

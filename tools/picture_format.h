@@ -32,8 +32,8 @@ Problem ReadPictureSize(Bytes file, Osp::Graphics::Dimension& size);
 bool DecodePicture(Bytes file, const Osp::Graphics::Dimension& size, std::uint8_t* pixels,
                    const std::function<void(int)>& rowsDone);
 
-/// `picture` is kRgb, or kRgba, whose fourth byte is dropped. JPEG takes `metadata`, a whole APP1
-/// segment or nothing.
+/// `picture` is kRgb, or kRgba, whose fourth byte is dropped. JPEG takes `metadata`, whole
+/// segments or nothing.
 Problem EncodePicture(PictureFormat format, const Osp::Media::PixelView& picture, Bytes metadata,
                       Osp::Media::EncodedPicture& encoded);
 

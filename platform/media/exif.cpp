@@ -1,21 +1,28 @@
 #include "media/exif.h"
 
 #include <algorithm>
-#include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <glib.h>
 #include <libexif/exif-data.h>
 #include <memory>
+#include <new>
 #include <string_view>
 #include <utility>
+
+#include "media/jpeg_codec.h"
+#include "media/jpeg_rows.h"
 
 namespace Osp::Media {
 
 namespace {
 
 constexpr ExifByteOrder kByteOrder = EXIF_BYTE_ORDER_INTEL;
-constexpr unsigned kLongestSegment = 0xFFFF;
+constexpr int kExifSegment = 1;
+constexpr std::string_view kExifStart{"Exif\0\0", 6};
+constexpr std::size_t kDateLength = 19;
+constexpr std::size_t kOffsetLength = 6;
 constexpr std::size_t kLongestDescription = 32 * 1024;  // half of what a segment can hold
 
 struct DataDeleter {
@@ -46,6 +53,7 @@ std::string Cut(const std::string& utf8, std::size_t longest) {
 class Builder {
   public:
     explicit Builder(Data data) : memory_(exif_mem_new_default()), data_(std::move(data)) {
+        if (!memory_ || !data_) throw std::bad_alloc();
         exif_data_set_byte_order(data_.get(), kByteOrder);
         exif_data_set_data_type(data_.get(), EXIF_DATA_TYPE_COMPRESSED);
     }
@@ -98,14 +106,9 @@ class Builder {
         unsigned char* saved = nullptr;
         unsigned size = 0;
         exif_data_save_data(data_.get(), &saved, &size);
-        const std::unique_ptr<unsigned char, decltype(&std::free)> payload(saved, std::free);
-        const unsigned length = size + 2;  // counts its own two bytes
-        if (length > kLongestSegment) return {};
-        const std::array<std::uint8_t, 4> head = {
-            0xFF, 0xE1, static_cast<std::uint8_t>(length >> 8), static_cast<std::uint8_t>(length)};
-        std::vector<std::uint8_t> segment(head.size() + size);
-        std::ranges::copy(head, segment.begin());
-        std::copy_n(payload.get(), size, segment.begin() + head.size());
+        const std::unique_ptr<unsigned char, decltype(&std::free)> content(saved, std::free);
+        std::vector<std::uint8_t> segment;
+        AppendSegment(kExifSegment, {content.get(), size}, segment);
         return segment;
     }
 
@@ -115,6 +118,7 @@ class Builder {
         const std::unique_ptr<ExifEntry, EntryDeleter> entry(exif_entry_new_mem(memory_.get()));
         auto* const bytes = static_cast<unsigned char*>(
             exif_mem_alloc(memory_.get(), static_cast<ExifLong>(sizeBytes)));
+        if (!entry || bytes == nullptr) throw std::bad_alloc();
         entry->tag = tag;
         entry->format = format;
         entry->components = components;
@@ -154,8 +158,15 @@ int ReadInteger(ExifData* data, ExifIfd ifd, ExifTag tag) {
     return 0;
 }
 
-Data Load(std::span<const std::uint8_t> file) {
-    return Data(exif_data_new_from_data(file.data(), static_cast<unsigned>(file.size())));
+/// Null when there is no EXIF. The segment may stand anywhere in the header, which libexif's own
+/// search does not allow for.
+Data Load(JpegReader reader) {
+    Graphics::Dimension ignored;
+    if (Failed(reader.ReadHeader(ignored))) return nullptr;
+    const auto segments = reader.Segments(kExifSegment, kExifStart);
+    if (segments.empty()) return nullptr;
+    const std::span<const std::uint8_t> first = segments.front();
+    return Data(exif_data_new_from_data(first.data(), static_cast<unsigned>(first.size())));
 }
 
 bool IsEmpty(const ExifData* data) {
@@ -215,21 +226,31 @@ std::vector<std::uint8_t> BuildExifSegment(const ExifInfo& info) {
 
 std::vector<std::uint8_t> RebuildExifSegment(std::span<const std::uint8_t> original,
                                              const ExifInfo& info) {
-    Data data = Load(original);
-    if (IsEmpty(data.get())) return BuildExifSegment(info);
+    Data data = Load(JpegReader(original));
+    const std::optional<ExifInfo> before = Interpret(data);
+    if (!before) return BuildExifSegment(info);
     Builder builder(std::move(data));
     builder.RemoveThumbnail();
     builder.Remove(EXIF_IFD_EXIF, EXIF_TAG_MAKER_NOTE);
     builder.Describe(info);
-    return builder.Segment();
+    std::vector<std::uint8_t> segment = builder.Segment();
+    if (!segment.empty()) return segment;
+    ExifInfo brief = info;
+    if (info.dateTimeOriginal.empty()) {
+        brief.dateTimeOriginal = before->dateTimeOriginal.substr(0, kDateLength);
+        brief.offsetTimeOriginal = before->offsetTimeOriginal.substr(0, kOffsetLength);
+    }
+    return BuildExifSegment(brief);
 }
 
 std::optional<ExifInfo> ReadExif(const std::string& realPath) {
-    return Interpret(Data(exif_data_new_from_file(realPath.c_str())));
+    const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(
+        std::fopen(realPath.c_str(), "rbe"), std::fclose);
+    return file ? Interpret(Load(JpegReader(file.get()))) : std::nullopt;
 }
 
 std::optional<ExifInfo> ReadExif(std::span<const std::uint8_t> file) {
-    return Interpret(Load(file));
+    return Interpret(Load(JpegReader(file)));
 }
 
 }  // namespace Osp::Media

@@ -37,7 +37,8 @@ std::vector<std::uint8_t> BuildExifSegment(const ExifInfo& info);
 
 /// Of a photograph made from the one in the file `original`: all that its EXIF says, dates and
 /// places among it, with what `info` says in its stead. Leaves out what tells about its pixels (the
-/// thumbnail) or cannot be moved (makers' notes). Empty when it would be too long. Any thread.
+/// thumbnail) or cannot be moved (makers' notes). Where that is more than a segment can hold,
+/// `info` and the original's date. Any thread.
 std::vector<std::uint8_t> RebuildExifSegment(std::span<const std::uint8_t> original,
                                              const ExifInfo& info);
 

@@ -1,6 +1,7 @@
 #include "media/jpeg_codec.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "media/jpeg_rows.h"
 
@@ -31,6 +32,34 @@ result EncodeJpeg(const PixelView& picture, std::span<const std::uint8_t> metada
     const result r = writer.Start(picture.size, picture.layout, metadata);
     return Failed(r) ? r
                      : writer.WriteRows(picture.pixels, picture.strideBytes, picture.size.height);
+}
+
+void AppendSegment(int number, std::span<const std::uint8_t> content,
+                   std::vector<std::uint8_t>& segments) {
+    constexpr std::size_t kLongest = 0xFFFF;
+    const std::size_t length = content.size() + 2;  // counts its own two bytes
+    if (length > kLongest) return;
+    const std::uint8_t head[] = {0xFF, static_cast<std::uint8_t>(0xE0 + number),
+                                 static_cast<std::uint8_t>(length >> 8),
+                                 static_cast<std::uint8_t>(length)};
+    segments.insert(segments.end(), std::begin(head), std::end(head));
+    segments.insert(segments.end(), content.begin(), content.end());
+}
+
+void AppendColourProfile(std::span<const std::uint8_t> data, std::vector<std::uint8_t>& segments) {
+    constexpr std::string_view kStart{"ICC_PROFILE\0", 12};
+    constexpr std::string_view kColours = "RGB ";
+    constexpr std::size_t kKindOffset = kStart.size() + 2 + 16;  // behind its number and the count
+    JpegReader reader(data);
+    Graphics::Dimension ignored;
+    if (Failed(reader.ReadHeader(ignored))) return;
+    const auto contents = reader.Segments(2, kStart);
+    // A grey picture's profile would not suit the coloured one that is made of it.
+    if (contents.empty() || contents[0].size() < kKindOffset + kColours.size() ||
+        !std::ranges::equal(kColours, contents[0].subspan(kKindOffset, kColours.size()))) {
+        return;
+    }
+    for (const auto content : contents) AppendSegment(2, content, segments);
 }
 
 }  // namespace Osp::Media

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include <osp/base/result.h>
 #include <osp/graphics/dimension.h>
@@ -25,10 +26,18 @@ result ReadJpegSize(std::span<const std::uint8_t> data, Graphics::Dimension& siz
 result DecodeJpeg(std::span<const std::uint8_t> data, PixelLayout layout, Base::Block& pixels,
                   Graphics::Dimension& size);
 
-/// Quality 95, 4:2:0, slow integer DCT. `metadata` is a whole APP1 segment, or empty, and goes
-/// before everything else. `encoded` is reused when its block is large enough. kInvalidArgument for
-/// sizes that are not acceptable.
+/// Quality 95, 4:2:0, slow integer DCT. `metadata` is whole segments, or empty, and goes before
+/// everything else. `encoded` is reused when its block is large enough. kInvalidArgument for sizes
+/// that are not acceptable.
 result EncodeJpeg(const PixelView& picture, std::span<const std::uint8_t> metadata,
                   EncodedPicture& encoded);
+
+/// Appends a whole segment APP1 or APP2, as `number` says, with that content; nothing when that is
+/// more than a segment can hold.
+void AppendSegment(int number, std::span<const std::uint8_t> content,
+                   std::vector<std::uint8_t>& segments);
+
+/// Appends the colour profile of a JPEG, if it has one for colours, as whole segments.
+void AppendColourProfile(std::span<const std::uint8_t> data, std::vector<std::uint8_t>& segments);
 
 }  // namespace Osp::Media

@@ -14,6 +14,8 @@ namespace {
 constexpr std::size_t kStartMarkerBytes = 2;
 constexpr int kMostScans = 500;  // more only serve to keep a decoder busy
 constexpr int kRowsAtOnce = 16;
+constexpr int kSavedSegments[] = {1, 2};
+constexpr unsigned kLongestContent = 0xFFFF - 2;
 
 constexpr J_COLOR_SPACE ColorSpaceOf(PixelLayout layout) {
     switch (layout) {
@@ -87,11 +89,13 @@ void EveryRow(std::uint8_t* rows, std::ptrdiff_t strideBytes, int count, const S
 
 struct JpegReader::State {
     std::span<const std::uint8_t> data;
+    std::FILE* file;  // null: the data
     ErrorManager errors;
     jpeg_progress_mgr progress{};
     jpeg_decompress_struct jpeg{};
 
-    explicit State(std::span<const std::uint8_t> bytes) : data(bytes) {
+    State(std::span<const std::uint8_t> wholeData, std::FILE* wholeFile)
+        : data(wholeData), file(wholeFile) {
         jpeg.err = &errors.base;
         progress.progress_monitor = LimitScans;
     }
@@ -103,7 +107,10 @@ struct JpegReader::State {
 };
 
 JpegReader::JpegReader(std::span<const std::uint8_t> data)
-    : state_(std::make_unique<State>(data)) {}
+    : state_(std::make_unique<State>(data, nullptr)) {}
+
+JpegReader::JpegReader(std::FILE* file)
+    : state_(std::make_unique<State>(std::span<const std::uint8_t>(), file)) {}
 
 JpegReader::~JpegReader() = default;
 
@@ -112,7 +119,14 @@ result JpegReader::ReadHeader(Graphics::Dimension& size) {
     const result r = state.Try([&state] {
         jpeg_create_decompress(&state.jpeg);
         state.jpeg.progress = &state.progress;
-        jpeg_mem_src(&state.jpeg, state.data.data(), state.data.size());
+        if (state.file != nullptr) {
+            jpeg_stdio_src(&state.jpeg, state.file);
+        } else {
+            jpeg_mem_src(&state.jpeg, state.data.data(), state.data.size());
+        }
+        for (const int number : kSavedSegments) {
+            jpeg_save_markers(&state.jpeg, JPEG_APP0 + number, kLongestContent);
+        }
         jpeg_read_header(&state.jpeg, TRUE);
     });
     if (Failed(r)) return r;
@@ -144,6 +158,19 @@ result JpegReader::ReadRows(std::uint8_t* rows, int count) {
             jpeg_finish_decompress(&state.jpeg);
         }
     });
+}
+
+std::vector<std::span<const std::uint8_t>> JpegReader::Segments(int number,
+                                                                std::string_view start) const {
+    std::vector<std::span<const std::uint8_t>> segments;
+    for (auto* saved = state_->jpeg.marker_list; saved != nullptr; saved = saved->next) {
+        const std::string_view content(reinterpret_cast<const char*>(saved->data),
+                                       saved->data_length);
+        if (saved->marker == JPEG_APP0 + number && content.starts_with(start)) {
+            segments.emplace_back(saved->data, saved->data_length);
+        }
+    }
+    return segments;
 }
 
 struct JpegWriter::State {

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <span>
+#include <string_view>
+#include <vector>
 
 #include <osp/base/result.h>
 #include <osp/graphics/dimension.h>
@@ -20,6 +23,8 @@ class JpegReader {
   public:
     /// `data` is not owned and outlives the reader.
     explicit JpegReader(std::span<const std::uint8_t> data);
+    /// The same for a file, which is read no further than is asked for.
+    explicit JpegReader(std::FILE* file);
     ~JpegReader();
 
     /// First. kInvalidFormat, also for sizes that are not acceptable.
@@ -29,6 +34,10 @@ class JpegReader {
     /// The next `count` rows, packed, alpha 255. kInvalidFormat, with unspecified pixels, for what
     /// is not undamaged; the last row brings to light what is wrong with the end of the file.
     result ReadRows(std::uint8_t* rows, int count);
+
+    /// Any time after the header. The contents, without marker and length, of its segments APP1 or
+    /// APP2, as `number` says, that start with `start`; they stay as long as the reader.
+    std::vector<std::span<const std::uint8_t>> Segments(int number, std::string_view start) const;
 
   private:
     struct State;
@@ -43,8 +52,8 @@ class JpegWriter {
     explicit JpegWriter(EncodedPicture& encoded);
     ~JpegWriter();
 
-    /// Quality 95, 4:2:0, slow integer DCT. `metadata` is a whole APP1 segment, or empty, and goes
-    /// before everything else. kInvalidArgument for sizes that are not acceptable.
+    /// Quality 95, 4:2:0, slow integer DCT. `metadata` is whole segments, or empty, and goes before
+    /// everything else. kInvalidArgument for sizes that are not acceptable.
     result Start(const Graphics::Dimension& size, PixelLayout layout,
                  std::span<const std::uint8_t> metadata);
     /// The next rows.

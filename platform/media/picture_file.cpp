@@ -4,9 +4,12 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <fcntl.h>
 #include <memory>
+#include <sys/stat.h>
 
 #include "io/errno_result.h"
+#include "io/file_descriptor.h"
 #include "media/png_codec.h"
 
 namespace Osp::Media {
@@ -20,9 +23,18 @@ struct FileCloser {
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
+/// Without waiting for what is no file: a pipe that nobody writes to.
 result Open(const std::string& path, File& file) {
-    file.reset(std::fopen(path.c_str(), "rbe"));
-    return file ? result::kSuccess : Io::ResultOfErrno(errno);
+    Io::FileDescriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status;
+    if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0) {
+        return Io::ResultOfErrno(errno);
+    }
+    if (!S_ISREG(status.st_mode)) return result::kInvalidFormat;
+    file.reset(fdopen(descriptor.Get(), "rb"));
+    if (!file) return Io::ResultOfErrno(errno);
+    (void)descriptor.Release();
+    return result::kSuccess;
 }
 
 long SizeOf(std::FILE* file) {

@@ -28,6 +28,7 @@ class Reader {
     bool Finish(png_uint_32 format, std::uint8_t* pixels) {
         constexpr png_color kBlack{0, 0, 0};
         image_.format = format;
+        image_.flags |= PNG_IMAGE_FLAG_16BIT_sRGB;  // 16-bit samples without a note are no others
         return png_image_finish_read(&image_, &kBlack, pixels, 0, nullptr) != 0;
     }
 

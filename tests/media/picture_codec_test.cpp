@@ -229,6 +229,41 @@ TEST_F(PngCodecTest, DecodesEveryLayoutWithItsAlpha) {
         << "of another size than when it was asked";
 }
 
+/// One pixel of three channels of 16 bits, without a word about their gamma.
+std::string WidePng(const std::array<std::uint16_t, 3>& channels) {
+    std::string png("\x89PNG\r\n\x1A\n", 8);
+    const auto number = [](std::size_t value) {
+        std::string text;
+        for (int shift = 24; shift >= 0; shift -= 8) text += static_cast<char>(value >> shift);
+        return text;
+    };
+    const auto add = [&](const std::string& chunk) {
+        const auto* const bytes = reinterpret_cast<const Bytef*>(chunk.data());
+        png += number(chunk.size() - 4) + chunk +
+               number(crc32(0, bytes, static_cast<uInt>(chunk.size())));
+    };
+    std::string row(1, '\0');  // not filtered
+    for (const std::uint16_t channel : channels) {
+        row += static_cast<char>(channel >> 8);
+        row += static_cast<char>(channel);
+    }
+    std::string packed(64, '\0');
+    uLongf size = packed.size();
+    compress(reinterpret_cast<Bytef*>(packed.data()), &size,
+             reinterpret_cast<const Bytef*>(row.data()), row.size());
+    add("IHDR" + number(1) + number(1) + std::string("\x10\2\0\0\0", 5));
+    add("IDAT" + packed.substr(0, size));
+    add("IEND");
+    return png;
+}
+
+TEST_F(PngCodecTest, TakesWideChannelsForOrdinaryOnes) {
+    Bytes pixels(3);
+    const std::string path = Put(WidePng({0x8080, 0x4040, 0xC0C0}));
+    ASSERT_EQ(DecodePng(path, {1, 1}, PixelLayout::kRgb, pixels.data()), result::kSuccess);
+    EXPECT_EQ(pixels, (Bytes{0x80, 0x40, 0xC0}));
+}
+
 TEST_F(PngCodecTest, RefusesWhatIsDamagedOrLies) {
     const Picture picture = RandomPicture(37, 23, Look::kNoise, 6);
     const std::string png = EncodePngAs(picture.bytes, {37, 23}, PNG_FORMAT_RGB);

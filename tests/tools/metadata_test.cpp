@@ -54,6 +54,48 @@ TEST_F(MetadataTest, KeepsTheDateAndTellsTheDevelopment) {
     EXPECT_EQ(ExifOf("turned.jpg").size, (Osp::Graphics::Dimension{30, 50}));
 }
 
+std::string Segment(char marker, const std::string& content) {
+    const std::size_t length = content.size() + 2;
+    return std::string{'\xFF', marker, static_cast<char>(length >> 8), static_cast<char>(length)} +
+           content;
+}
+
+TEST_F(MetadataTest, FindsTheDateBehindOtherSegments) {
+    const std::string before = Segment('\xFE', "a comment") + Segment('\xE1', "http://ns/");
+    const std::string in = WriteJpeg("in.jpg", RandomPicture(50, 30, Look::kGradient, 1),
+                                     before + SegmentOf(SomeInfo()));
+    Develop({in, "-o", At("out.jpg")});
+    EXPECT_EQ(ExifOf("out.jpg").dateTimeOriginal, "2019:07:14 18:30:05");
+}
+
+TEST_F(MetadataTest, KeepsTheDateOfWhatIsTooLong) {
+    // As long as a segment can be, so that a longer description does not fit.
+    ExifInfo info = SomeInfo();
+    info.offsetTimeOriginal.resize(0xFFFF - SegmentOf(info).size(), ' ');
+    const std::string in =
+        WriteJpeg("in.jpg", RandomPicture(50, 30, Look::kGradient, 1), SegmentOf(info));
+    EXPECT_GT(Read("in.jpg").size(), 65'000U);
+    Develop({"-t", "TILT", "-e", "Negative", "--hdr", in, "-o", At("out.jpg")});
+    EXPECT_EQ(ExifOf("out.jpg").dateTimeOriginal, "2019:07:14 18:30:05");
+    EXPECT_TRUE(ExifOf("out.jpg").offsetTimeOriginal == "+02:00");
+    EXPECT_EQ(ExifOf("out.jpg").description, "TILT (Negative),1X,HDR");
+}
+
+TEST_F(MetadataTest, KeepsTheColourProfileOfAColouredPicture) {
+    const auto profile = [](const std::string& kind, int number) {
+        return Segment('\xE2', std::string("ICC_PROFILE\0", 12) + static_cast<char>(number) + '\2' +
+                                   std::string(16, 'p') + kind + std::string(40'000, 'q'));
+    };
+    const Picture picture = RandomPicture(50, 30, Look::kGradient, 1);
+    const std::string coloured = profile("RGB ", 1) + profile("", 2);
+    Develop({WriteJpeg("in.jpg", picture, coloured), "-o", At("out.jpg")});
+    EXPECT_NE(Read("out.jpg").find(coloured), std::string::npos);
+    Develop({"--secondary", At("in.jpg"), "-o", At("turned.jpg")});
+    EXPECT_NE(Read("turned.jpg").find(coloured), std::string::npos);
+    Develop({WriteJpeg("in.jpg", picture, profile("GRAY", 1)), "-o", At("out.jpg")});
+    EXPECT_EQ(Read("out.jpg").find("ICC_PROFILE"), std::string::npos);
+}
+
 TEST_F(MetadataTest, InventsNoDate) {
     const std::string in = Write("in.ppm", ToPpm(RandomPicture(50, 30, Look::kGradient, 2)));
     Develop({"-t", "DSLR", in, "-o", At("out.jpg")});
