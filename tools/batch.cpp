@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "developer.h"
+#include "interruption.h"
 #include "io/safe_file.h"
 #include "picture_files.h"
 #include "progress_bar.h"
@@ -48,49 +49,80 @@ Problem MakeFolder(const fs::path& folder, const fs::path& inputFolder) {
 /// The pictures of a folder, taken one after the other by several threads.
 class Job {
   public:
-    Job(const Recipe& recipe, fs::path from, fs::path to, std::vector<std::string> names)
+    Job(const Recipe& recipe, fs::path from, fs::path to, const std::vector<std::string>& names)
         : recipe_(recipe),
           from_(std::move(from)),
           to_(std::move(to)),
-          names_(std::move(names)),
-          problems_(names_.size()),
-          bar_(static_cast<int>(names_.size())) {}
+          bar_(static_cast<int>(names.size())) {
+        for (const std::string& name : names) {
+            // There may be no memory left to say it when it happens.
+            pictures_.push_back({name, false, (from_ / name).string() + ": not enough memory"});
+        }
+    }
 
     /// In each of the threads.
     void Work() {
         Developer developer(tables_, false);
-        for (std::size_t i = next_++; i < names_.size(); i = next_++) {
-            problems_[i] = Develop(developer, names_[i]);
+        for (std::size_t i = next_++; i < pictures_.size() && !interruption_.HasCome();
+             i = next_++) {
+            Develop(developer, pictures_[i]);
             const std::lock_guard lock(mutex_);
             bar_.Show(++done_);
         }
     }
 
     void Report(BatchReport& report) const {
-        std::ranges::copy_if(problems_, std::back_inserter(report.problems),
-                             [](const Problem& problem) { return !problem.empty(); });
-        report.developed = static_cast<int>(names_.size() - report.problems.size());
+        for (const Picture& picture : pictures_) {
+            if (!picture.isTaken) {
+                ++report.leftOut;
+            } else if (picture.problem.empty()) {
+                ++report.developed;
+            } else {
+                report.problems.push_back(picture.problem);
+            }
+        }
     }
 
   private:
-    Problem Develop(Developer& developer, const std::string& name) const try {
-        const std::string input = (from_ / name).string();
-        return DevelopFiles(developer, recipe_, {&input, 1}, (to_ / name).string());
+    struct Picture {
+        std::string name;
+        bool isTaken;
+        Problem problem;
+    };
+
+    void Develop(Developer& developer, Picture& picture) const try {
+        picture.isTaken = true;
+        const std::string input = (from_ / picture.name).string();
+        const std::string output = (to_ / picture.name).string();
+        picture.problem = DevelopFiles(developer, recipe_, {&input, 1}, output);
     } catch (const std::bad_alloc&) {
-        return name + ": not enough memory";
+        return;  // the problem says so already
     }
 
     const Recipe recipe_;
     const fs::path from_;
     const fs::path to_;
-    const std::vector<std::string> names_;
+    const Interruption interruption_;
     Effects::EffectTables tables_;
+    std::vector<Picture> pictures_;  // each belongs to the thread that has taken it
     std::atomic<std::size_t> next_ = 0;
-    std::vector<Problem> problems_;  // each written by the thread that took the picture
-    std::mutex mutex_;               // guards what follows
+    std::mutex mutex_;  // guards what follows
     ProgressBar bar_;
     int done_ = 0;
 };
+
+/// On all processors, and in this thread alone where no other can be had.
+void WorkInThreads(Job& job) {
+    // Two more than processors, to use them while others wait for the disk.
+    const unsigned others = std::thread::hardware_concurrency() + 1;
+    std::vector<std::jthread> threads;
+    try {
+        for (unsigned i = 0; i < others; ++i) threads.emplace_back([&job] { job.Work(); });
+    } catch (const std::system_error&) {
+        // The limit of threads is reached: those that there are do it.
+    }
+    job.Work();
+}
 
 }  // namespace
 
@@ -100,12 +132,8 @@ Problem DevelopFolder(const Recipe& recipe, const std::string& inputFolder,
     Problem problem = ListPictures(inputFolder, names);
     if (problem.empty()) problem = MakeFolder(outputFolder, inputFolder);
     if (!problem.empty()) return problem;
-    Job job(recipe, inputFolder, outputFolder, std::move(names));
-    {
-        // Two more than processors, to use them while others wait for the disk.
-        std::vector<std::jthread> threads(std::thread::hardware_concurrency() + 2);
-        for (std::jthread& thread : threads) thread = std::jthread([&job] { job.Work(); });
-    }
+    Job job(recipe, inputFolder, outputFolder, names);
+    WorkInThreads(job);
     job.Report(report);
     return {};
 }

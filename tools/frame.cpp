@@ -1,5 +1,6 @@
 #include "frame.h"
 
+#include <system_error>
 #include <utility>
 
 #include "media/exif.h"
@@ -20,12 +21,15 @@ Problem Frame::Load(Bytes file, bool inBackground) {
     pixels_.Fit(sizeBytes);
     if (!IsUpright(orientation_)) stored_.Fit(sizeBytes);
     rowsDone_ = 0;
-    if (inBackground) {
-        decoder_ = std::jthread([this, file] { Decode(file); });
-    } else {
-        Decode(file);
-    }
+    if (!inBackground || !DecodeInBackground(file)) Decode(file);
     return {};
+}
+
+bool Frame::DecodeInBackground(Bytes file) try {
+    decoder_ = std::jthread([this, file] { Decode(file); });
+    return true;
+} catch (const std::system_error&) {
+    return false;  // no more threads for this user
 }
 
 int Frame::WaitForMore(int rows) const {

@@ -32,6 +32,7 @@ class Frame {
     static constexpr int kDamaged = -1;
 
   private:
+    bool DecodeInBackground(Bytes file);
     void Decode(Bytes file);
     bool DecodeTurned(Bytes file);
     void Announce(int rows);

@@ -1,10 +1,16 @@
 // The program: the command line, then one photograph, a folder or a contact sheet.
+#include <algorithm>
 #include <cstdio>
+#include <filesystem>
+#include <glib.h>
 #include <new>
+#include <string>
+#include <system_error>
 
 #include "batch.h"
 #include "contact_sheet.h"
 #include "effect_tables.h"
+#include "io/safe_file.h"
 #include "options.h"
 #include "picture_files.h"
 
@@ -12,10 +18,19 @@ namespace Kivo::Tools {
 
 namespace {
 
-int Report(const Problem& problem) {
+/// Names of files may hold anything; on a terminal that could be more than text.
+int Report(Problem problem) {
     if (problem.empty()) return 0;
+    std::ranges::replace_if(
+        problem, [](char c) { return g_ascii_iscntrl(c) != 0; }, '?');
     std::fprintf(stderr, "kivo-develop: %s\n", problem.c_str());
     return 1;
+}
+
+/// What runs that were killed have left where the output goes.
+void TidyFolderOf(const std::string& output) {
+    const std::filesystem::path folder = std::filesystem::path(output).parent_path();
+    Osp::Io::RemoveStaleTemporaries(folder.empty() ? "." : folder.string());
 }
 
 Problem DevelopPhotograph(const Options& options) {
@@ -32,21 +47,28 @@ int RunBatch(const Options& options) {
     std::printf("%d developed, %zu failed\n", report.developed, report.problems.size());
     std::fflush(stdout);  // before what went wrong
     for (const Problem& each : report.problems) Report(each);
-    return report.problems.empty() ? 0 : 1;
+    if (report.leftOut > 0) {
+        Report("interrupted, " + std::to_string(report.leftOut) + " pictures left out");
+    }
+    return report.problems.empty() && report.leftOut == 0 ? 0 : 1;
 }
 
 int Run(const Options& options) try {
     switch (options.mode) {
         case Mode::kPhotograph:
+            TidyFolderOf(options.output);
             return Report(DevelopPhotograph(options));
         case Mode::kBatch:
             return RunBatch(options);
         case Mode::kSheet:
+            TidyFolderOf(options.output);
             return Report(MakeContactSheet(options.recipe, options.inputs, options.output));
     }
     return 1;
 } catch (const std::bad_alloc&) {
     return Report("not enough memory");
+} catch (const std::system_error& error) {
+    return Report(error.what());
 }
 
 }  // namespace

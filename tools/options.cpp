@@ -19,6 +19,11 @@ namespace {
 
 constexpr int kUsageError = 2;
 
+constexpr const char* kUsage =
+    "IN... -o OUT\n"
+    "  kivo-develop [OPTION...] --batch DIR -o DIR\n"
+    "  kivo-develop [OPTION...] --sheet IN... -o OUT";
+
 constexpr const char* kSummary =
     "Develops pictures as the KIVO camera does.\n"
     "\n"
@@ -37,6 +42,8 @@ constexpr const char* kExamples =
     "\n"
     "Exit status: 0 when all went well, 1 when something could not be developed, 2 for a\n"
     "command line that makes no sense.";
+
+constexpr std::string_view kSwitches[] = {"--hdr", "--secondary", "--sheet", "--version", "--help"};
 
 // What GLib writes its results to.
 struct Raw {
@@ -86,6 +93,19 @@ const char* WithAmpersand(const char* effect) {
     return g_ascii_strcasecmp(effect, "BW") == 0 ? "B&W" : effect;
 }
 
+/// GLib takes "--hdr=no" for "--hdr".
+Problem CheckSwitches(std::span<char*> arguments) {
+    for (const std::string_view argument : arguments) {
+        if (argument == "--") break;
+        for (const std::string_view name : kSwitches) {
+            if (argument.starts_with(name) && argument.substr(name.size()).starts_with('=')) {
+                return std::string(name) + " takes no value";
+            }
+        }
+    }
+    return {};
+}
+
 Problem CheckPhotograph(const Options& options) {
     const auto needed = static_cast<std::size_t>(Effects::FramesPerPhotograph(options.recipe.type));
     if (options.inputs.size() == needed) return {};
@@ -127,7 +147,11 @@ Problem Interpret(const Raw& raw, Options& options) {
     }
     if (!problem.empty()) return problem;
     if (options.output.empty()) return "there is no output; name it after -o";
+    if (std::ranges::find(options.inputs, "") != options.inputs.end()) {
+        return "the name of an input is empty";
+    }
     if (raw.batch != nullptr && raw.sheet) return "--batch and --sheet do not go together";
+    if (TextOf(raw.batch).empty() && raw.batch != nullptr) return "the name of the folder is empty";
     if (raw.batch != nullptr) {
         options.mode = Mode::kBatch;
         problem = CheckBatch(options, !options.inputs.empty());
@@ -153,22 +177,22 @@ Parsed ParseCommandLine(int argc, char** argv) {
          "EFFECT"},
         {"hdr", 0, 0, G_OPTION_ARG_NONE, &raw.hdr, "Make the HDR version", nullptr},
         {"secondary", 0, 0, G_OPTION_ARG_NONE, &raw.secondary,
-         "The pictures are frames of the front camera, in its own order of bytes; its portrait "
-         "comes out",
-         nullptr},
+         "Frames of the front camera, as it delivers them", nullptr},
         {"output", 'o', 0, G_OPTION_ARG_FILENAME, &raw.output,
-         "Where to write; the extension tells the format", "OUT"},
+         "File, whose extension tells the format, or folder", "OUT"},
         {"batch", 0, 0, G_OPTION_ARG_FILENAME, &raw.batch,
-         "Develop every picture of DIR into the folder OUT", "DIR"},
-        {"sheet", 0, 0, G_OPTION_ARG_NONE, &raw.sheet,
-         "Make a contact sheet of all types and effects", nullptr},
+         "Develop every picture of DIR into folder OUT", "DIR"},
+        {"sheet", 0, 0, G_OPTION_ARG_NONE, &raw.sheet, "Contact sheet of all types and effects",
+         nullptr},
         {"version", 0, 0, G_OPTION_ARG_NONE, &raw.version, "Print the version and end", nullptr},
         {G_OPTION_REMAINING, 0, 0, G_OPTION_ARG_FILENAME_ARRAY, &raw.inputs, nullptr, nullptr},
         {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr}};
-    const Osp::Base::OptionContextOwner context(g_option_context_new("IN... -o OUT"));
+    const Osp::Base::OptionContextOwner context(g_option_context_new(kUsage));
     g_option_context_set_summary(context.get(), kSummary);
     g_option_context_set_description(context.get(), kExamples);
     g_option_context_add_main_entries(context.get(), entries, nullptr);
+    const Problem misused = CheckSwitches({argv, static_cast<std::size_t>(argc)});
+    if (!misused.empty()) return Fail(misused);
     GError* error = nullptr;
     if (!g_option_context_parse(context.get(), &argc, &argv, &error)) {
         const Osp::Base::ErrorOwner owned(error);

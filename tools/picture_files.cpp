@@ -1,6 +1,8 @@
 #include "picture_files.h"
 
+#include <filesystem>
 #include <optional>
+#include <system_error>
 
 #include "io/safe_file.h"
 #include "media/picture_file.h"
@@ -21,7 +23,7 @@ std::string InWords(result r) {
         case result::kStorageFull:
             return "the disk is full";
         case result::kInvalidFormat:
-            return "this is not a picture file, or a very large one";
+            return "this is not a regular file, or one of more than 256 MiB";
         default:
             return "input or output error";
     }
@@ -49,7 +51,10 @@ Problem FindFormat(const std::string& path, PictureFormat& format) {
 
 Problem WriteFile(const std::string& path, const EncodedPicture& bytes) {
     const result r = Osp::Io::WriteFileSafely(path, bytes.Bytes());
-    return Osp::Succeeded(r) ? Problem() : path + ": " + InWords(r);
+    if (Osp::Succeeded(r)) return {};
+    std::error_code ignored;
+    return path + ": " +
+           (std::filesystem::is_directory(path, ignored) ? "this is a folder" : InWords(r));
 }
 
 Problem DevelopFiles(Developer& developer, const Recipe& recipe,

@@ -99,10 +99,11 @@ std::optional<PictureFormat> FormatOfName(std::string_view path) {
 
 Problem ReadPictureSize(Bytes file, Dimension& size) {
     const std::optional<PictureFormat> format = FormatOfContent(file);
-    if (!format) return "this is not a JPEG, PNG or PPM picture";
+    if (!format) return "this is not a JPEG, PNG or binary PPM picture";
     if (Osp::Succeeded(ReadSizeAs(*format, file, size))) return {};
     return "the picture's header is damaged, or it is larger than " +
-           std::to_string(Osp::Media::kMostPixels / 1'000'000) + " million pixels";
+           std::to_string(Osp::Media::kMostPixels / 1'000'000) + " million pixels or " +
+           std::to_string(Osp::Media::kMostPixelsASide) + " on a side";
 }
 
 bool DecodePicture(Bytes file, const Dimension& size, std::uint8_t* pixels,

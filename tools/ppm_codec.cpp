@@ -14,7 +14,8 @@ namespace {
 using Osp::Graphics::Dimension;
 
 constexpr std::string_view kMagic = "P6";
-constexpr int kHighest = 255;
+constexpr int kHighest = 255;  // of a channel in memory
+constexpr int kHighestInFile = 65535;
 
 bool IsSpace(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
@@ -25,7 +26,7 @@ class Words {
   public:
     explicit Words(std::string_view text) : text_(text) {}
 
-    /// A number, with at least one space before it; nothing when there is none.
+    /// A number, with at least one space or comment before it; nothing when there is none.
     std::optional<int> Number() {
         if (!SkipSpace()) return std::nullopt;
         int value = 0;
@@ -59,7 +60,10 @@ class Words {
 
 struct Header {
     Dimension size;
+    int highest;
     std::size_t sizeBytes;
+
+    bool HasWideChannels() const { return highest > 255; }
 };
 
 std::optional<Header> ReadHeader(std::span<const std::uint8_t> data) {
@@ -69,16 +73,28 @@ std::optional<Header> ReadHeader(std::span<const std::uint8_t> data) {
     const std::optional<int> height = words.Number();
     const std::optional<int> highest = words.Number();
     const std::optional<std::size_t> end = words.End();
-    if (!width || !height || highest != kHighest || !end) return std::nullopt;
+    if (!width || !height || !highest || !end) return std::nullopt;
+    if (*highest == 0 || *highest > kHighestInFile) return std::nullopt;
     if (!Osp::Media::IsAcceptableSize(*width, *height)) return std::nullopt;
-    return Header{{*width, *height}, *end};
+    return Header{{*width, *height}, *highest, *end};
+}
+
+/// Channels of another range, rounded; those above it are taken for its highest value.
+void Scale(const Header& header, std::span<const std::uint8_t> channels, std::uint8_t* pixels) {
+    const std::size_t width = header.HasWideChannels() ? 2 : 1;
+    for (std::size_t at = 0; at < channels.size(); at += width) {
+        const int read = width == 2 ? channels[at] << 8 | channels[at + 1] : channels[at];
+        const int value = std::min(read, header.highest);
+        *pixels++ =
+            static_cast<std::uint8_t>((value * kHighest + header.highest / 2) / header.highest);
+    }
 }
 
 }  // namespace
 
 bool IsPpm(std::span<const std::uint8_t> data) {
     return data.size() > kMagic.size() && std::memcmp(data.data(), kMagic.data(), 2) == 0 &&
-           IsSpace(static_cast<char>(data[kMagic.size()]));
+           (IsSpace(static_cast<char>(data[2])) || data[2] == '#');
 }
 
 result ReadPpmSize(std::span<const std::uint8_t> data, Dimension& size) {
@@ -90,11 +106,16 @@ result ReadPpmSize(std::span<const std::uint8_t> data, Dimension& size) {
 
 result DecodePpm(std::span<const std::uint8_t> data, const Dimension& size, std::uint8_t* pixels) {
     const std::optional<Header> header = ReadHeader(data);
-    const std::size_t needed = Osp::Media::PackedSize(size, Osp::Media::PixelLayout::kRgb);
-    if (!header || header->size != size || data.size() - header->sizeBytes < needed) {
-        return result::kInvalidFormat;
+    if (!header || header->size != size) return result::kInvalidFormat;
+    const std::size_t needed = Osp::Media::PackedSize(size, Osp::Media::PixelLayout::kRgb) *
+                               (header->HasWideChannels() ? 2 : 1);
+    if (data.size() - header->sizeBytes < needed) return result::kInvalidFormat;
+    const std::span<const std::uint8_t> channels = data.subspan(header->sizeBytes, needed);
+    if (header->highest == kHighest) {
+        std::ranges::copy(channels, pixels);
+    } else {
+        Scale(*header, channels, pixels);
     }
-    std::ranges::copy(data.subspan(header->sizeBytes, needed), pixels);
     return result::kSuccess;
 }
 

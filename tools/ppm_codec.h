@@ -1,4 +1,4 @@
-// Portable pixmaps: the binary form with one byte a channel.
+// Portable pixmaps: the binary form.
 #pragma once
 
 #include <cstdint>
@@ -15,12 +15,12 @@ namespace Kivo::Tools {
 
 bool IsPpm(std::span<const std::uint8_t> data);
 
-/// From the header alone. kInvalidFormat, also for sizes that are not acceptable and for channels
-/// of another range than 0 to 255.
+/// From the header alone. kInvalidFormat, also for sizes that are not acceptable.
 result ReadPpmSize(std::span<const std::uint8_t> data, Osp::Graphics::Dimension& size);
 
-/// Three bytes a pixel, into room for `size`. kInvalidFormat for what is not a whole pixmap of
-/// that size; what follows the pixels is not looked at.
+/// Three bytes a pixel, into room for `size`, with channels of any range brought to 0 to 255.
+/// kInvalidFormat for what is not a whole pixmap of that size; what follows the pixels is not
+/// looked at.
 result DecodePpm(std::span<const std::uint8_t> data, const Osp::Graphics::Dimension& size,
                  std::uint8_t* pixels);
 

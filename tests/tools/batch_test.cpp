@@ -54,12 +54,12 @@ TEST_F(BatchTest, GoesOnPastBadFilesAndListsThem) {
     EXPECT_EQ(result.output, "4 developed, 3 failed\n");
     EXPECT_EQ(result.errors,
               "kivo-develop: " + At("in/1b.jpg") +
-                  ": this is not a JPEG, PNG or PPM picture\n"
+                  ": this is not a JPEG, PNG or binary PPM picture\n"
                   "kivo-develop: " +
                   At("in/3.ppm") +
                   ": the picture is damaged, cut off or of a kind that is not supported\n"
                   "kivo-develop: " +
-                  At("in/9.png") + ": this is not a JPEG, PNG or PPM picture\n");
+                  At("in/9.png") + ": this is not a JPEG, PNG or binary PPM picture\n");
     EXPECT_EQ(Osp::Testing::ReadTree(At("out")).size(), 4U);
 }
 
@@ -74,8 +74,10 @@ TEST_F(BatchTest, RefusesFoldersThatMakeNoSense) {
     ExpectRefusal({"--batch", At("in"), "-o", At("in/0.ppm")}, 1, "0.ppm: Not a directory");
 }
 
-/// Runs the program on a terminal and returns what it wrote there.
-std::string OnTerminal(const std::vector<std::string>& arguments) {
+/// Runs the program on a terminal and returns what it wrote there. Ctrl-C is pressed once
+/// `interruptAt` is to be read.
+std::string OnTerminal(const std::vector<std::string>& arguments, int exitCode,
+                       const std::string& interruptAt = "") {
     const std::string program = ProgramFolder() + "/kivo-develop";
     std::vector<char*> words{const_cast<char*>(program.c_str())};
     for (const std::string& argument : arguments)
@@ -88,25 +90,47 @@ std::string OnTerminal(const std::vector<std::string>& arguments) {
         _exit(127);
     }
     std::string text;
+    bool mayInterrupt = !interruptAt.empty();
     char block[4096];
     for (ssize_t count = 0; (count = read(terminal, block, sizeof block)) > 0;) {
         text.append(block, static_cast<std::size_t>(count));
+        if (!mayInterrupt || text.find(interruptAt) == std::string::npos) continue;
+        EXPECT_EQ(write(terminal, "\x03", 1), 1);
+        mayInterrupt = false;
     }
     close(terminal);
     int status = 0;
     waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == exitCode) << status;
     return text;
 }
 
 TEST_F(BatchTest, DrawsItsProgressOnATerminal) {
     WritePictures(7);
-    const std::string text = OnTerminal({"--batch", At("in"), "-o", At("out")});
+    const std::string text = OnTerminal({"--batch", At("in"), "-o", At("out")}, 0);
     for (const char* part : {"] 0 of 7", "] 1 of 7", "] 7 of 7", "#"}) {
         EXPECT_NE(text.find(part), std::string::npos) << part;
     }
     // The bar is taken away before the last line.
     EXPECT_EQ(text.substr(text.rfind('\x1B')), "\x1B[K7 developed, 0 failed\r\n");
+}
+
+TEST_F(BatchTest, FinishesWhatItHasBegunWhenInterrupted) {
+    constexpr int kPictures = 500;
+    const std::string picture = ToPpm(RandomPicture(400, 300, Look::kNoise, 1));
+    for (int i = 0; i < kPictures; ++i) Write("in/" + std::to_string(i) + ".ppm", picture);
+    const std::string text =
+        OnTerminal({"-t", "DSLR", "--batch", At("in"), "-o", At("out")}, 1, "] 9 of");
+    const auto developed = Osp::Testing::ReadTree(At("out"));
+    EXPECT_GE(developed.size(), 9U);
+    EXPECT_LT(developed.size(), std::size_t{kPictures});
+    for (const auto& [name, content] : developed) {
+        EXPECT_EQ(content, developed.begin()->second) << name;
+    }
+    const std::string count = std::to_string(developed.size());
+    EXPECT_NE(text.find(count + " developed, 0 failed\r\n"), std::string::npos) << text;
+    EXPECT_NE(text.find(std::to_string(kPictures - developed.size()) + " pictures left out"),
+              std::string::npos);
 }
 
 }  // namespace

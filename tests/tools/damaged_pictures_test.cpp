@@ -56,7 +56,7 @@ class DamagedPicturesTest : public DevelopTest {
 };
 
 TEST_F(DamagedPicturesTest, ThatAreNoPicturesAreRefused) {
-    const std::string part = "this is not a JPEG, PNG or PPM picture";
+    const std::string part = "this is not a JPEG, PNG or binary PPM picture";
     ExpectUseless("empty.jpg", "", part);
     ExpectUseless("text.png", "Dear diary", part);
     ExpectUseless("other.ppm", "P5 1 1 255\nx", part);

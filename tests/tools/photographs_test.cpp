@@ -124,6 +124,7 @@ TEST_F(OptionsTest, TakeNamesInAnyCaseAndNumbers) {
 TEST_F(OptionsTest, OverwriteAnOlderOutput) {
     const std::string in = Write("in.ppm", ToPpm(RandomPicture(30, 20, Look::kNoise, 93)));
     Write("out.ppm", "old");
+    Write(".kivo-1-1.tmp", "what a run that was killed has left");
     Develop({in, "-o", At("out.ppm")});
     EXPECT_EQ(FromPpm(Read("out.ppm")).width, 30);
     EXPECT_EQ(Osp::Testing::ReadTree(folder_.Path()).size(), 2U);
@@ -161,6 +162,8 @@ TEST_F(OptionsTest, ThatMakeNoSenseAreRefused) {
     }
     ExpectRefusal({"--speed", in, "-o", out}, kUsage, "--speed");
     ExpectRefusal({in, "-o"}, kUsage, "-o");
+    ExpectRefusal({"--hdr=no", in, "-o", out}, kUsage, "--hdr takes no value");
+    ExpectRefusal({"", "-o", out}, kUsage, "empty");
     ExpectRefusal({"--batch", folder_.Path(), in, "-o", At("d")}, kUsage, "no pictures");
     ExpectRefusal({"--batch", folder_.Path(), "-t", "MIX", "-o", At("d")}, kUsage, "MIX");
     ExpectRefusal({"--batch", folder_.Path(), "--sheet", "-o", At("d")}, kUsage, "--sheet");
