@@ -55,8 +55,8 @@ int main() {
     camera.Send("print sounds");
     if (x.FindWindow("KIVO Camera") == 0 || camera.ReadLine().empty()) return 1;
     x.MoveTo(kButtonX, kButtonY);
-    std::vector<double> times;
-    for (int i = 0; i < kTouches; ++i) times.push_back(TouchMs(x));
+    std::vector<double> times(kTouches);
+    std::ranges::generate(times, [&x] { return TouchMs(x); });
     std::ranges::sort(times);
     std::printf("touch to pixel, %d touches: %.1f ms median, %.1f ms at most\n", kTouches,
                 times[times.size() / 2], times.back());

@@ -59,7 +59,7 @@ class Remapping {
                 static_cast<int>(mapped * std::sin(std::numbers::pi - angle))};
     }
 
-    double radius_;
+    int radius_;
     double norm_;
     bool isConcave_;
 };

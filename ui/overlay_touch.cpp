@@ -9,7 +9,6 @@ namespace Kivo {
 using Osp::Graphics::Bitmap;
 using Osp::Graphics::Point;
 using Osp::Graphics::Rectangle;
-using Osp::Ui::Control;
 using Osp::Ui::Controls::Button;
 
 namespace {

@@ -16,8 +16,10 @@
 #include "base/object_disposal.h"
 #include "base/service.h"
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are GLib's
 typedef struct _GMainContext GMainContext;
 typedef struct _GSource GSource;
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace Osp::Base {
 

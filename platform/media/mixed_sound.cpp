@@ -164,10 +164,10 @@ void MixedSound::OnWorkDone(const std::string& realPath, Clip clip) {
     isWorking_ = false;
     if (engine_->device != nullptr) engine_->device->SetActive(isAwake_);
     if (clip != nullptr) {
-        clips_[realPath] = clip;
         for (auto& [id, voice] : voices_) {
             if (voice.realPath == realPath) Begin(id, voice, clip);
         }
+        clips_[realPath] = std::move(clip);
     }
     Work();
 }

@@ -63,7 +63,7 @@ void DrawFigure(cairo_t* cr, const Child& child) {
     AddPolygon(cr, {at(-0.1, -0.76), at(0.1, -0.76), at(0.16, -0.64), at(0.12, -0.44),
                     at(-0.12, -0.44), at(-0.16, -0.64)});
     Fill(cr, child.shirt);
-    for (double y = -0.7; y < -0.46; y += 0.08) {
+    for (const double y : {-0.7, -0.62, -0.54}) {
         cairo_rectangle(cr, at(-0.12, y).x, at(-0.12, y).y, 0.24 * h, 0.03 * h);
     }
     Fill(cr, kWhite, 0.8);
@@ -80,7 +80,7 @@ void DrawFigure(cairo_t* cr, const Child& child) {
 void DrawVillage(cairo_t* cr) {
     for (int i = 0; i < 34; ++i) {
         // Back rows first; the hill carries them only where it is high enough.
-        const double row = i / 12;
+        const int row = i / 12;
         const double x = 150 + (260 + 110 * row) * Scatter(i, 53);
         DrawHouse(cr, i, {x, 352 + 20 * row + 6 * Scatter(i, 54)});
     }

@@ -98,7 +98,7 @@ void DrawJumper(cairo_t* cr) {
     cairo_clip(cr);
     cairo_rectangle(cr, 0, 1000, 960, 640);
     Fill(cr, 0xF4EFE4);
-    for (double y = 1130; y < 1640; y += 76) {
+    for (int y = 1130; y < 1640; y += 76) {
         cairo_move_to(cr, -20, y + 60);
         cairo_curve_to(cr, 240, y - 16, 720, y - 16, 980, y + 60);
         Stroke(cr, 0x1D4E89, 34);

@@ -68,7 +68,7 @@ void DrawBunting(cairo_t* cr, long long number) {
         return 236 + 4 * sag * t * (1 - t);
     };
     cairo_move_to(cr, -40, heightAt(-40));
-    for (double x = 0; x <= 1000; x += 40) cairo_line_to(cr, x, heightAt(x));
+    for (int x = 0; x <= 1000; x += 40) cairo_line_to(cr, x, heightAt(x));
     Stroke(cr, 0xFFFFFF, 3.5);
     for (int i = 0; i < 12; ++i) {
         const double x = -16 + 84.0 * i;
