@@ -5,6 +5,7 @@
 #include <span>
 
 #include "media/exif.h"
+#include "media/jpeg_codec.h"
 #include "picture_format.h"
 
 namespace {
@@ -34,7 +35,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t coun
     }
     Osp::Media::ExifInfo info = Osp::Media::ReadExif(file).value_or(Osp::Media::ExifInfo{});
     info.size = size;
-    const auto segment = Osp::Media::RebuildExifSegment(file, info);
-    if (segment.size() > 0xFFFF + 2) std::abort();
+    auto segments = Osp::Media::RebuildExifSegment(file, info);
+    if (segments.size() > 0xFFFF + 2) std::abort();
+    Osp::Media::AppendColourProfile(file, segments);
     return 0;
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "media/exif.h"
+#include "media/jpeg_codec.h"
 #include "picture_files.h"
 #include "picture_format.h"
 
@@ -27,7 +28,11 @@ std::vector<std::uint8_t> MakeMetadata(const Dimension& size) {
     info.software = Osp::Media::kSoftware;
     info.orientation = 6;
     info.size = size;
-    return Osp::Media::BuildExifSegment(info);
+    std::vector<std::uint8_t> segments = Osp::Media::BuildExifSegment(info);
+    constexpr char kProfile[] = "ICC_PROFILE\0\1\1................RGB XYZ ";
+    Osp::Media::AppendSegment(2, {reinterpret_cast<const std::uint8_t*>(kProfile), sizeof kProfile},
+                              segments);
+    return segments;
 }
 
 Problem WriteSeed(const std::string& folder, const char* extension, const Dimension& size) {
