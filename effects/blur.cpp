@@ -15,7 +15,8 @@ namespace {
 constexpr int kSteps = 50;
 constexpr double kStepWidth = 0.02;
 
-/// The bell at the `steps` points that follow `base`, without those beyond `reach`; not normalised.
+/// The bell from step `firstStep` to the last one behind `base`, without what lies beyond `reach`;
+/// not normalised.
 double SumOfBell(double base, int firstStep, double reach, double divisor) {
     double sum = 0;
     for (int j = firstStep; j <= kSteps; ++j) {

@@ -18,9 +18,9 @@ bool IsLastFrame(CameraType type, int shotCounter);
 
 /// Puts a frame that is not the last of its photograph where it belongs in `accumulation`, which
 /// has the frame's size: a strip for ACTION (columns; rows on the secondary camera), a quadrant for
-/// QUAD, else the whole picture. Returns false, storing nothing, when the counter is above 3. The
-/// caller advances the counter. Bytes that belong to no strip or quadrant (sizes that four or two
-/// do not divide) stay as they were: clear the accumulation before the first frame.
+/// QUAD, else the whole picture. `shotCounter`, never negative, is advanced by the caller; above 3,
+/// nothing is stored and false returned. Bytes that belong to no strip or quadrant (sizes that four
+/// or two do not divide) stay as they were: clear the accumulation before the first frame.
 bool CacheFrame(CameraType type, std::uint8_t cameraSelection, int shotCounter, ConstPixels frame,
                 Pixels accumulation, Scratch& scratch);
 
@@ -33,10 +33,10 @@ void DrawDividingLines(CameraType type, std::uint8_t cameraSelection, int shotCo
 /// stages of `job`, dividing lines. The frame may still be arriving.
 class Composition {
   public:
-    /// `job.firstFrame` is not looked at: the first frame of MIX is the accumulation.
-    /// the last frame of ACTION and QUAD is placed in `accumulation`; types of one frame do not
-    /// touch it. All pictures are of one size and outlive this object, as what `job` points to
-    /// does.
+    /// `accumulation` holds the frames before the last one: the first frame of MIX, instead of
+    /// `job.firstFrame`, or the places of ACTION and QUAD, where the last frame is put as well. It
+    /// may be empty for types of one frame. All pictures are of one size and outlive this object,
+    /// as what `job` points to does.
     Composition(const EffectJob& job, bool hdr, ConstPixels frame, Pixels accumulation,
                 Pixels result);
 

@@ -21,7 +21,7 @@ namespace Kivo::Effects {
 
 /// A kernel with its arguments.
 struct Stage {
-    void (*run)(const EffectJob&, ConstPixels, Pixels, Rows) = nullptr;
+    void (*run)(const EffectJob&, const EffectMaps&, ConstPixels, Pixels, Rows) = nullptr;
     int reach = 0;  // rows that it reads beyond those it produces, on either side
 };
 
@@ -39,51 +39,59 @@ bool HasWideBorder(const EffectJob& job) {
     return job.cameraSelection != kSecondaryCamera && job.effect != PhotoEffect::kBlackWhite;
 }
 
-void VignetStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
-    const auto map = job.tables->Vignet(source.width, source.height, HasWideBorder(job));
-    Vignet(source, destination, *map, *job.scratch, rows);
+void VignetStage(const EffectJob& job, const EffectMaps& maps, ConstPixels source,
+                 Pixels destination, Rows rows) {
+    Vignet(source, destination, *maps.vignet, *job.scratch, rows);
 }
 
-void OutFocusStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
+void OutFocusStage(const EffectJob& job, const EffectMaps&, ConstPixels source, Pixels destination,
+                   Rows rows) {
     OutFocus(source, destination, job.tables->Levels(), *job.scratch, rows);
 }
 
-void MixStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
+void MixStage(const EffectJob& job, const EffectMaps&, ConstPixels source, Pixels destination,
+              Rows rows) {
     Mix(job.firstFrame, source, destination, rows);
 }
 
-void TiltShiftStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
+void TiltShiftStage(const EffectJob& job, const EffectMaps&, ConstPixels source, Pixels destination,
+                    Rows rows) {
     TiltShift(source, destination, job.tables->Levels(), *job.scratch, rows);
 }
 
-template <bool concave>
-void CircularStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
-    Circular(source, destination, *job.tables->Circular(source.width, source.height, concave),
-             rows);
+void CircularStage(const EffectJob&, const EffectMaps& maps, ConstPixels source, Pixels destination,
+                   Rows rows) {
+    Circular(source, destination, *maps.circular, rows);
 }
 
-void BwStage(const EffectJob&, ConstPixels source, Pixels destination, Rows rows) {
+void BwStage(const EffectJob&, const EffectMaps&, ConstPixels source, Pixels destination,
+             Rows rows) {
     BW(source, destination, rows);
 }
 
 template <int hue>
-void ColorizeStage(const EffectJob&, ConstPixels source, Pixels destination, Rows rows) {
+void ColorizeStage(const EffectJob&, const EffectMaps&, ConstPixels source, Pixels destination,
+                   Rows rows) {
     Colorize(source, destination, hue, kSaturation, kOpacity, rows);
 }
 
-void SepiaStage(const EffectJob&, ConstPixels source, Pixels destination, Rows rows) {
+void SepiaStage(const EffectJob&, const EffectMaps&, ConstPixels source, Pixels destination,
+                Rows rows) {
     Sepia(source, destination, rows);
 }
 
-void NegativeStage(const EffectJob&, ConstPixels source, Pixels destination, Rows rows) {
+void NegativeStage(const EffectJob&, const EffectMaps&, ConstPixels source, Pixels destination,
+                   Rows rows) {
     Negative(source, destination, rows);
 }
 
-void EdgeStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
+void EdgeStage(const EffectJob& job, const EffectMaps&, ConstPixels source, Pixels destination,
+               Rows rows) {
     Edge(source, destination, *job.scratch, rows);
 }
 
-void MirrorStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows) {
+void MirrorStage(const EffectJob& job, const EffectMaps&, ConstPixels source, Pixels destination,
+                 Rows) {
     // The middle line of an odd size, which nothing is reflected onto, is black.
     if (source.width % 2 != 0 || source.height % 2 != 0) {
         std::memset(destination.data, 0, destination.SizeBytes());
@@ -91,11 +99,12 @@ void MirrorStage(const EffectJob& job, ConstPixels source, Pixels destination, R
     Mirror(source, destination, job.cameraSelection != kPrimaryCamera);
 }
 
-void HdrStage(const EffectJob& job, ConstPixels source, Pixels destination, Rows rows) {
+void HdrStage(const EffectJob& job, const EffectMaps&, ConstPixels source, Pixels destination,
+              Rows rows) {
     HDR(source, destination, job.tables->Levels(), *job.scratch, rows);
 }
 
-void Copy(const EffectJob&, ConstPixels source, Pixels destination, Rows rows) {
+void Copy(const EffectJob&, const EffectMaps&, ConstPixels source, Pixels destination, Rows rows) {
     std::memcpy(destination.Row(rows.first), source.Row(rows.first),
                 static_cast<std::size_t>(source.StrideBytes() * (rows.last - rows.first)));
 }
@@ -111,16 +120,16 @@ constexpr std::array<Stage, kCameraTypeNames.size()> kCameraStages{{
 static_assert(kCameraStages.size() == 6 && kCameraStages.back().run != nullptr);
 
 constexpr std::array<Stage, kPhotoEffectNames.size()> kEffectStages{{
-    {},                                     // Normal
-    {CircularStage<false>, kWholePicture},  // Fisheye
-    {CircularStage<true>, kWholePicture},   // Concave
-    {BwStage, 0},                           // B&W
-    {ColorizeStage<kBeachHue>, 0},          // Beach
-    {ColorizeStage<kFallHue>, 0},           // Fall
-    {SepiaStage, 0},                        // Sepia
-    {NegativeStage, 0},                     // Negative
-    {EdgeStage, 1},                         // Edge
-    {MirrorStage, kWholePicture},           // Mirror
+    {},                              // Normal
+    {CircularStage, kWholePicture},  // Fisheye
+    {CircularStage, kWholePicture},  // Concave
+    {BwStage, 0},                    // B&W
+    {ColorizeStage<kBeachHue>, 0},   // Beach
+    {ColorizeStage<kFallHue>, 0},    // Fall
+    {SepiaStage, 0},                 // Sepia
+    {NegativeStage, 0},              // Negative
+    {EdgeStage, 1},                  // Edge
+    {MirrorStage, kWholePicture},    // Mirror
 }};
 static_assert(kEffectStages.size() == 10 && kEffectStages.back().run != nullptr);
 
@@ -139,13 +148,27 @@ const Stage* CameraStageOf(const EffectJob& job) {
     return StageIn(kCameraStages, job.type);
 }
 
+EffectMaps MapsFor(const EffectJob& job, int width, int height) {
+    EffectMaps maps;
+    if (job.type == CameraType::kKivo) {
+        maps.vignet = job.tables->Vignet(width, height, HasWideBorder(job));
+    }
+    if (job.effect == PhotoEffect::kFisheye || job.effect == PhotoEffect::kConcave) {
+        maps.circular = job.tables->Circular(width, height, job.effect == PhotoEffect::kConcave);
+    }
+    return maps;
+}
+
 /// Rows that go through all stages together, so that each finds them in the cache.
 constexpr int kRowsTogether = 64;
 
 }  // namespace
 
 StageChain::StageChain(const EffectJob& job, bool hdr, ConstPixels source, Pixels destination)
-    : job_(job), height_(source.height), scope_(*job.scratch) {
+    : job_(job),
+      maps_(MapsFor(job, source.width, source.height)),
+      height_(source.height),
+      scope_(*job.scratch) {
     const auto add = [this](const Stage* stage) {
         if (stage == nullptr) return;
         links_[linkCount_++].stage = stage;
@@ -183,19 +206,14 @@ void StageChain::AdvanceLinks(int sourceRows) {
         Link& link = links_[i];
         if (rows < height_) rows = std::max(rows - link.stage->reach, link.rowsDone);
         if (rows > link.rowsDone) {
-            link.stage->run(job_, link.source, link.destination, {link.rowsDone, rows});
+            link.stage->run(job_, maps_, link.source, link.destination, {link.rowsDone, rows});
         }
         link.rowsDone = rows;
     }
 }
 
 void PrepareTables(const EffectJob& job, int width, int height) {
-    if (job.type == CameraType::kKivo) {
-        job.tables->Vignet(width, height, HasWideBorder(job));
-    }
-    if (job.effect == PhotoEffect::kFisheye || job.effect == PhotoEffect::kConcave) {
-        job.tables->Circular(width, height, job.effect == PhotoEffect::kConcave);
-    }
+    (void)MapsFor(job, width, height);
 }
 
 bool ApplyEffect(const EffectJob& job, ConstPixels source, Pixels destination) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 #include "camera_types.h"
 #include "effect_tables.h"
@@ -21,6 +22,12 @@ struct EffectJob {
     ConstPixels firstFrame;          // read for MIX with a shot counter of 1 only
     EffectTables* tables = nullptr;  // not owned
     Scratch* scratch = nullptr;      // not owned; the calling thread's own
+};
+
+/// The maps that a job needs for pictures of one size; null where it needs none.
+struct EffectMaps {
+    std::shared_ptr<const VignetMap> vignet;
+    std::shared_ptr<const CircularMap> circular;
 };
 
 struct Stage;
@@ -54,6 +61,7 @@ class StageChain {
     void AdvanceLinks(int sourceRows);
 
     EffectJob job_;
+    EffectMaps maps_;
     int height_;
     Scratch::Scope scope_;
     std::size_t linkCount_ = 0;

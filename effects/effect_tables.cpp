@@ -4,10 +4,8 @@
 
 namespace Kivo::Effects {
 
-// The lock is held while a map is built, so that threads that want the same one wait for it instead
-// of building it too.
 template <class Map>
-std::shared_ptr<const Map> EffectTables::Find(Kept<Map>& kept, const Key& key) {
+std::shared_ptr<EffectTables::Slot<Map>> EffectTables::FindSlot(Kept<Map>& kept, const Key& key) {
     const std::lock_guard lock(mutex_);
     const auto found = std::find_if(kept.begin(), kept.end(),
                                     [&](const auto& entry) { return entry.first == key; });
@@ -15,10 +13,15 @@ std::shared_ptr<const Map> EffectTables::Find(Kept<Map>& kept, const Key& key) {
         std::rotate(found, found + 1, kept.end());
         return kept.back().second;
     }
-    auto map = std::make_shared<const Map>(key.width, key.height, key.flag);
     if (kept.size() == kMostKept) kept.erase(kept.begin());
-    kept.emplace_back(key, map);
-    return map;
+    return kept.emplace_back(key, std::make_shared<Slot<Map>>()).second;
+}
+
+template <class Map>
+std::shared_ptr<const Map> EffectTables::Find(Kept<Map>& kept, const Key& key) {
+    const std::shared_ptr<Slot<Map>> slot = FindSlot(kept, key);
+    std::call_once(slot->isBuilt, [&] { slot->map.emplace(key.width, key.height, key.flag); });
+    return {slot, &*slot->map};
 }
 
 std::shared_ptr<const VignetMap> EffectTables::Vignet(int width, int height, bool wide) {

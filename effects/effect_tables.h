@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -19,7 +20,8 @@ class EffectTables {
   public:
     const GaussianLevels& Levels() const { return levels_; }
 
-    /// Built on first need. A map stays valid as long as the caller holds it.
+    /// Built on first need; threads that want the same map wait for the one that builds it. A map
+    /// stays valid as long as the caller holds it.
     std::shared_ptr<const VignetMap> Vignet(int width, int height, bool wide);
     std::shared_ptr<const CircularMap> Circular(int width, int height, bool concave);
 
@@ -33,13 +35,20 @@ class EffectTables {
         bool operator==(const Key&) const = default;
     };
     template <class Map>
-    using Kept = std::vector<std::pair<Key, std::shared_ptr<const Map>>>;  // latest use last
+    struct Slot {
+        std::once_flag isBuilt;
+        std::optional<Map> map;
+    };
+    template <class Map>
+    using Kept = std::vector<std::pair<Key, std::shared_ptr<Slot<Map>>>>;  // latest use last
 
     template <class Map>
     std::shared_ptr<const Map> Find(Kept<Map>& kept, const Key& key);
+    template <class Map>
+    std::shared_ptr<Slot<Map>> FindSlot(Kept<Map>& kept, const Key& key);
 
     const GaussianLevels levels_;
-    std::mutex mutex_;
+    std::mutex mutex_;  // guards what follows
     Kept<VignetMap> vignets_;
     Kept<CircularMap> circulars_;
 };

@@ -1,4 +1,7 @@
 // Views of packed 24-bit pictures, as every kernel takes them.
+//
+// A kernel's source and destination are of one size, except for QShrink's. BW, Colorize, Mix,
+// Negative, Sepia and Vignet may work in place; for all others the two do not overlap.
 #pragma once
 
 #include <algorithm>

@@ -6,8 +6,8 @@ namespace Kivo::Effects {
 
 namespace {
 
-/// A weighted sum for each of `count` bytes: taps at in[i], in[i + step], ..., in ascending order.
-/// Rounded, after division by divisors[i * divisorStep] if there are any.
+/// A weighted sum for each of `count` bytes: taps at in[i], in[i + step], ..., in ascending order,
+/// rounded.
 template <int taps, int step>
 KIVO_INLINE void Filter(const float* in, const float* weights, std::uint8_t* out,
                         std::ptrdiff_t count) {
@@ -19,8 +19,8 @@ KIVO_INLINE void Filter(const float* in, const float* weights, std::uint8_t* out
     }
 }
 
-/// The same at the widest level for end samples. What lies beyond the end of the line is zero in
-/// `in`, and adding zeros changes no sum.
+/// The same at the widest level for end samples, divided by divisors[i * divisorStep]. What lies
+/// beyond the end of the line is zero in `in`, and adding zeros changes no sum.
 template <int step>
 KIVO_INLINE void FilterEnd(const float* in, const float* weights, const float* divisors,
                            std::ptrdiff_t divisorStep, std::uint8_t* out, std::ptrdiff_t count) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <vector>
 
 #include "channel_blocks.h"
 #include "separable_blur.h"
@@ -10,8 +9,6 @@
 namespace Kivo::Effects {
 
 namespace {
-
-constexpr ChannelPattern<std::uint8_t> kRedOnly{0xFF, 0, 0};
 
 /// Two curves, in integers that give the same as the single-precision formulas for every byte:
 /// A lifts and steepens, (150 v - 19200) / 100 + 153.5, and B steepens, (120 v - 15360) / 100 +
@@ -24,8 +21,8 @@ struct ToneBlock {
                 const auto tripled = static_cast<std::uint16_t>(3 * value);
                 const auto lifted = static_cast<std::uint16_t>(
                     std::min<std::uint16_t>(SaturatingDifference(tripled, 77) >> 1, 255));
-                const auto chosen =
-                    static_cast<std::uint16_t>((value & kRedOnly[i]) | (lifted & ~kRedOnly[i]));
+                const auto chosen = static_cast<std::uint16_t>((value & kFirstOfPixel[i]) |
+                                                               (lifted & ~kFirstOfPixel[i]));
                 const auto sixfold = static_cast<std::uint16_t>(6 * chosen);
                 const std::uint16_t fives = SaturatingDifference(sixfold, 126);
                 // Clamped before it is divided, or else the vectoriser works in 32 bits.

@@ -18,6 +18,8 @@ static_assert(kLevels.size() == kNames.size());
 VectorLevel BestOfProcessor() {
 #if defined(__x86_64__)
     __builtin_cpu_init();
+    // The rest of these levels comes with every processor that has these; clang knows neither the
+    // rest nor the levels by name.
     const bool v3 = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma") &&
                     __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2");
     const bool v4 = v3 && __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&

@@ -18,7 +18,8 @@ using Kivo::PhotoEffect;
 std::vector<Picture> FramesFor(int type, int width, int height) {
     std::vector<Picture> frames;
     for (int i = 0; i < FramesPerPhotograph(CameraType(type)); ++i) {
-        frames.push_back(RandomPicture(width, height, kLooks[static_cast<std::size_t>(i) % 3],
+        frames.push_back(RandomPicture(width, height,
+                                       kLooks[static_cast<std::size_t>(i) % std::size(kLooks)],
                                        static_cast<unsigned>(20 + i)));
     }
     return frames;
@@ -156,7 +157,7 @@ TEST_P(PhotographTest, IsTheSameOnEveryMachine) {
     // Sums over all effects, HDR and cameras: what another compiler, processor or mathematics
     // library must reproduce.
     constexpr std::uint64_t kSums[6] = {0x951dc449d2d73743U, 0x3e48ad458df2602dU,
-                                        0xa73e5b9c7d6c7b05U, 0x57131b8291c5d0baU,
+                                        0x4cf229c72622fb7cU, 0x2d4972d35da9c66fU,
                                         0xa050fd71c6b35bd5U, 0xc56428d5bb0326f7U};
     const std::vector<Picture> frames = FramesFor(GetParam(), 800, 480);
     std::uint64_t sum = 14695981039346656037U;

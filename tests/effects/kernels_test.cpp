@@ -76,6 +76,12 @@ Kernel Tinting(int hue, int saturation, float opacity) {
             }};
 }
 
+Kernel Mixing() {
+    return {"Mix",
+            [](auto first, auto in, auto out, auto&, auto rows) { Mix(first, in, out, rows); },
+            [](auto first, auto in, auto out) { Plain::Mix(first, in, out); }};
+}
+
 std::vector<Kernel> PixelKernels() {
     return {{"BW", [](auto, auto in, auto out, auto&, auto rows) { BW(in, out, rows); },
              [](auto, auto in, auto out) { Plain::BW(in, out); }},
@@ -101,8 +107,7 @@ std::vector<Kernel> AllKernels() {
          {"Edge",
           [](auto, auto in, auto out, auto& scratch, auto rows) { Edge(in, out, scratch, rows); },
           [](auto, auto in, auto out) { Plain::Edge(in, out); }},
-         {"Mix", [](auto first, auto in, auto out, auto&, auto rows) { Mix(first, in, out, rows); },
-          [](auto first, auto in, auto out) { Plain::Mix(first, in, out); }},
+         Mixing(),
          {"HDR",
           [](auto, auto in, auto out, auto& scratch, auto rows) {
               HDR(in, out, TheTables().product.Levels(), scratch, rows);
@@ -213,6 +218,23 @@ std::vector<int> OfColour(const Kernel& kernel, std::uint8_t value) {
               std::vector(out.bytes.begin(), out.bytes.end() - 3))
         << kernel.name << " does not keep a flat picture flat";
     return {out.bytes[0], out.bytes[1], out.bytes[2]};
+}
+
+TEST(Kernels, ThatReadNoOtherRowsWorkInPlace) {
+    const Picture first = RandomPicture(515, 38, Look::kNoise, 5);
+    const Picture in = RandomPicture(515, 38, Look::kExtremes, 7);
+    std::vector<Kernel> kernels = PixelKernels();
+    kernels.insert(kernels.end(), {Mixing(), Vignetting(true)});
+    for (const Kernel& kernel : kernels) {
+        Picture expected(in.width, in.height);
+        kernel.plain(first.View(), in.View(), expected.View());
+        Scratch scratch;
+        AtEveryVectorLevel([&](int level) {
+            Picture picture = in;
+            kernel.product(first.View(), picture.View(), picture.View(), scratch, {});
+            ExpectSame(picture, expected, kernel.name + " at level " + std::to_string(level));
+        });
+    }
 }
 
 TEST(Kernels, GiveTheKnownColours) {
