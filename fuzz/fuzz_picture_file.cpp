@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <span>
 
+#include "frame.h"
 #include "media/exif.h"
 #include "media/jpeg_codec.h"
 #include "picture_format.h"
@@ -21,6 +22,8 @@ void Decode(std::span<const std::uint8_t> file, const Osp::Graphics::Dimension& 
         rowsDone = rows;
     });
     if (isWhole && rowsDone != size.height) std::abort();
+    Kivo::Tools::Frame frame;
+    if (!frame.Load(file, false).empty() || frame.WaitForAll() != isWhole) std::abort();
 }
 
 }  // namespace

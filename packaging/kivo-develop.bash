@@ -21,7 +21,6 @@ _kivo_develop() {
     if [ "$before" = "=" ]; then
         before=${COMP_WORDS[COMP_CWORD - 2]}
     elif [ "$word" = "=" ]; then
-        before=${COMP_WORDS[COMP_CWORD - 1]}
         word=
     fi
     case $before in

@@ -155,7 +155,7 @@ Problem DevelopAll(Developer& developer, Recipe recipe,
 Problem MakeContactSheet(const Recipe& recipe, std::span<const std::string> inputs,
                          const std::string& output) {
     PictureFormat format{};
-    PictureFiles files;
+    PictureFiles files;  // before the developer, which reads them
     Effects::EffectTables tables;
     Developer developer(tables, true);
     std::optional<Sheet> sheet;

@@ -44,15 +44,24 @@ Problem Developer::Load(std::span<const Source> frames) {
     return {};
 }
 
+void Developer::Unload() {
+    for (Frame& frame : frames_) frame.Stop();
+}
+
 Problem Developer::Develop(const Recipe& recipe, PictureFormat format, EncodedPicture& developed) {
     const bool isJpeg = format == PictureFormat::kJpeg;
     const std::vector<std::uint8_t> metadata =
         isJpeg ? Metadata(recipe) : std::vector<std::uint8_t>();
-    if (isJpeg && !Effects::IsTurned(recipe.cameraSelection)) {
-        return DevelopRowByRow(recipe, metadata, developed);
-    }
+    const bool isTurned = Effects::IsTurned(recipe.cameraSelection);
+    if (isJpeg && !isTurned) return DevelopRowByRow(recipe, metadata, developed);
     PixelView pixels;
-    Problem problem = Develop(recipe, pixels);
+    Problem problem;
+    if (isTurned) {
+        problem = Develop(recipe, pixels);
+    } else {
+        problem = Compose(recipe, [](int, int) {});
+        pixels = PackedView(result_.data(), frames_[0].Size(), PixelLayout::kRgb);
+    }
     return problem.empty() ? EncodePicture(format, pixels, metadata, developed) : problem;
 }
 

@@ -35,8 +35,11 @@ class Developer {
     Developer(Effects::EffectTables& tables, bool inBackground)
         : tables_(tables), inBackground_(inBackground) {}
 
-    /// Takes one to four frames of one size, whose bytes outlive what is made of them.
+    /// Takes one to four frames of one size. Their bytes are read until Unload, also after a
+    /// problem.
     Problem Load(std::span<const Source> frames);
+    /// Lets go of the frames' bytes, which may mean to wait until some have been decoded.
+    void Unload();
 
     /// Develops the loaded frames, any number of times. A type of more frames than there are takes
     /// them in turn. The front camera's photographs come out turned, as it stores them.

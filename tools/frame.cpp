@@ -1,5 +1,6 @@
 #include "frame.h"
 
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -11,7 +12,7 @@ namespace Kivo::Tools {
 using Osp::Graphics::Dimension;
 
 Problem Frame::Load(Bytes file, bool inBackground) {
-    decoder_ = {};  // waits for the one before
+    Stop();
     Problem problem = ReadPictureSize(file, size_);
     if (!problem.empty()) return problem;
     const auto exif = Osp::Media::ReadExif(file);
@@ -44,12 +45,14 @@ bool Frame::WaitForAll() const {
     return WaitForMore(size_.height - 1) != kDamaged;
 }
 
-void Frame::Decode(Bytes file) {
+void Frame::Decode(Bytes file) try {
     const bool isWhole =
         IsUpright(orientation_)
             ? DecodePicture(file, size_, pixels_.data(), [this](int rows) { Announce(rows); })
             : DecodeTurned(file);
     Announce(isWhole ? size_.height : kDamaged);
+} catch (const std::bad_alloc&) {
+    Announce(kDamaged);  // nobody else waits for a thread's exceptions
 }
 
 bool Frame::DecodeTurned(Bytes file) {

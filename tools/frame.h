@@ -15,10 +15,12 @@ namespace Kivo::Tools {
 
 class Frame {
   public:
-    /// Decodes a file's bytes, which outlive that, and turns the picture upright, all in the
-    /// calling thread or, with `inBackground`, in another one. Problems that show after the header
-    /// are told by WaitForMore.
+    /// Decodes a file's bytes and turns the picture upright, all in the calling thread or, with
+    /// `inBackground`, in another one, which reads the bytes until it has ended. Problems that show
+    /// after the header are told by WaitForMore.
     Problem Load(Bytes file, bool inBackground);
+    /// Waits for the other thread to end.
+    void Stop() { decoder_ = {}; }
 
     Osp::Graphics::Dimension Size() const { return size_; }
     /// Rows that are not there yet are unspecified.

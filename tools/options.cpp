@@ -79,7 +79,7 @@ Problem Find(std::span<const std::string_view> names, const char* what, const ch
     const auto [end, error] = std::from_chars(text, textEnd, number);
     if (error != std::errc{} || end != textEnd) {
         const auto named = std::ranges::find_if(names, [text](std::string_view name) {
-            return g_ascii_strcasecmp(name.data(), text) == 0;
+            return g_ascii_strcasecmp(name.data(), text) == 0;  // names are literals
         });
         number = static_cast<std::size_t>(named - names.begin());
     }

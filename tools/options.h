@@ -25,6 +25,7 @@ struct Parsed {
     std::optional<int> exitCode;
 };
 
+/// Prints what --version asks for and what is wrong; --help ends the process. Sorts `argv`.
 Parsed ParseCommandLine(int argc, char** argv);
 
 }  // namespace Kivo::Tools

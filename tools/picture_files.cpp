@@ -29,6 +29,12 @@ std::string InWords(result r) {
     }
 }
 
+/// At its end, whatever happened.
+struct Unloading {
+    Developer& developer;
+    ~Unloading() { developer.Unload(); }
+};
+
 }  // namespace
 
 Problem PictureFiles::Read(std::span<const std::string> paths) {
@@ -61,6 +67,7 @@ Problem DevelopFiles(Developer& developer, const Recipe& recipe,
                      std::span<const std::string> inputs, const std::string& output) {
     PictureFormat format{};
     PictureFiles files;
+    const Unloading unloading{developer};  // before the files go
     EncodedPicture developed;
     Problem problem = FindFormat(output, format);
     if (problem.empty()) problem = files.Read(inputs);

@@ -14,7 +14,9 @@ namespace Kivo::Tools {
 /// The files of a photograph's frames.
 class PictureFiles {
   public:
+    /// Replaces what was read before.
     Problem Read(std::span<const std::string> paths);
+    /// Their bytes stay until the next Read or the end of this object.
     std::span<const Source> Sources() const { return sources_; }
 
   private:

@@ -55,6 +55,7 @@ result DecodeJpegRows(Bytes file, const Dimension& size, std::uint8_t* pixels,
     Osp::Media::JpegReader reader(file);
     Dimension ownSize;
     result r = reader.ReadHeader(ownSize);
+    if (Osp::Succeeded(r) && ownSize != size) r = result::kInvalidFormat;
     if (Osp::Succeeded(r)) r = reader.Start(PixelLayout::kRgb);
     for (int y = 0; Osp::Succeeded(r) && y < size.height;) {
         const int count = std::min(kRowsAtOnce, size.height - y);

@@ -27,8 +27,9 @@ std::optional<PictureFormat> FormatOfName(std::string_view path);
 /// nobody could hold in memory are a problem.
 Problem ReadPictureSize(Bytes file, Osp::Graphics::Dimension& size);
 
-/// Three bytes a pixel, into room for `size`. Calls rowsDone(n) whenever rows [0, n) are there.
-/// Returns false for a picture that is damaged or cut off, which may show after some rows.
+/// Three bytes a pixel, into room for `size`, which is the picture's. Calls rowsDone(n) whenever
+/// rows [0, n) are there. Returns false for a picture that is damaged, cut off or of another size,
+/// which may show after some rows.
 bool DecodePicture(Bytes file, const Osp::Graphics::Dimension& size, std::uint8_t* pixels,
                    const std::function<void(int)>& rowsDone);
 

@@ -1,14 +1,16 @@
 #include "progress_bar.h"
 
 #include <cstdio>
-#include <string>
+#include <string_view>
 #include <unistd.h>
 
 namespace Kivo::Tools {
 
 namespace {
 
-constexpr int kWidth = 40;
+constexpr std::string_view kFull = "########################################";
+constexpr std::string_view kEmpty = "........................................";
+static_assert(kFull.size() == kEmpty.size());
 constexpr const char* kClearLine = "\r\033[K";
 
 }  // namespace
@@ -23,9 +25,10 @@ ProgressBar::~ProgressBar() {
 
 void ProgressBar::Show(int done) {
     if (!isTerminal_) return;
-    const auto filled = static_cast<std::size_t>(kWidth * done / total_);
-    const std::string bar = std::string(filled, '#') + std::string(kWidth - filled, '.');
-    std::fprintf(stderr, "%s[%s] %d of %d", kClearLine, bar.c_str(), done, total_);
+    const int filled = static_cast<int>(kFull.size()) * done / total_;
+    const int empty = static_cast<int>(kEmpty.size()) - filled;
+    std::fprintf(stderr, "%s[%.*s%.*s] %d of %d", kClearLine, filled, kFull.data(), empty,
+                 kEmpty.data(), done, total_);
     std::fflush(stderr);
 }
 

@@ -1,5 +1,6 @@
 #include "upright.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
@@ -26,6 +27,11 @@ constexpr std::array<Turn, 9> kTurns{{{},
                                       {true, true, true},
                                       {true, false, true}}};
 
+/// `count` pixels that lie `step` bytes apart.
+void CopyPixels(const std::uint8_t* in, std::ptrdiff_t step, std::uint8_t* out, int count) {
+    for (int i = 0; i < count; ++i, in += step, out += 3) std::memcpy(out, in, 3);
+}
+
 }  // namespace
 
 void TurnUpright(Effects::ConstPixels picture, int orientation, Effects::Pixels upright) {
@@ -37,10 +43,16 @@ void TurnUpright(Effects::ConstPixels picture, int orientation, Effects::Pixels 
         (turn.fromRight ? std::ptrdiff_t{3} * (picture.width - 1) : 0);
     const std::ptrdiff_t alongRow = turn.transposed ? down : right;
     const std::ptrdiff_t toNextRow = turn.transposed ? right : down;
-    for (int y = 0; y < upright.height; ++y) {
-        std::uint8_t* const out = upright.Row(y);
-        for (int x = 0; x < upright.width; ++x) {
-            std::memcpy(out + std::ptrdiff_t{3} * x, first + toNextRow * y + alongRow * x, 3);
+    // Squares of pixels, so that both the columns read and the rows written stay in the cache.
+    constexpr int kSquare = 16;
+    for (int top = 0; top < upright.height; top += kSquare) {
+        const int bottom = std::min(top + kSquare, upright.height);
+        for (int left = 0; left < upright.width; left += kSquare) {
+            const int width = std::min(kSquare, upright.width - left);
+            for (int y = top; y < bottom; ++y) {
+                CopyPixels(first + toNextRow * y + alongRow * left, alongRow,
+                           upright.Row(y) + std::ptrdiff_t{3} * left, width);
+            }
         }
     }
 }

@@ -1,4 +1,5 @@
 // Files that are not what they seem.
+#include <filesystem>
 
 #include "tools/develop_fixture.h"
 
@@ -138,7 +139,10 @@ TEST_F(DamagedPicturesTest, AreTheOnlyOnesThatLackRoomForTheirType) {
 TEST_F(DamagedPicturesTest, AreNotTheOnlyTrouble) {
     const std::string in = Write("in.ppm", ToPpm(RandomPicture(20, 20, Look::kNoise, 7)));
     ExpectRefusal({At("missing.jpg"), "-o", At("out.jpg")}, 1, "missing.jpg: no such file");
-    ExpectRefusal({folder_.Path(), "-o", At("out.jpg")}, 1, folder_.Path() + ": ");
+    ExpectRefusal({folder_.Path(), "-o", At("out.jpg")}, 1,
+                  folder_.Path() + ": this is not a regular file");
+    std::filesystem::create_directory(At("folder.jpg"));
+    ExpectRefusal({in, "-o", At("folder.jpg")}, 1, "folder.jpg: this is a folder");
     ExpectRefusal({in, "-o", At("no/such/folder.jpg")}, 1, "folder.jpg: no such file or folder");
     for (const char* name : {"out", "out.gif", "jpg", ".jpg", "out.jpg.bak"}) {
         ExpectRefusal({in, "-o", At(name)}, 1, "the extension is none of");

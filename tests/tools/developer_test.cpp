@@ -2,6 +2,7 @@
 #include "developer.h"
 
 #include <gtest/gtest.h>
+#include <memory>
 
 #include "support/jpeg.h"
 
@@ -81,6 +82,19 @@ TEST(Developer, IsNotSwayedByThePhotographsBefore) {
             ASSERT_EQ(used.Develop(recipe, PictureFormat::kPpm, developed), "");
             ASSERT_EQ(BytesOf(developed), BytesOf(expected)) << NameOf(recipe.type);
         });
+    }
+}
+
+TEST(Developer, ReadsNothingAfterItHasUnloaded) {
+    Effects::EffectTables tables;
+    Developer developer(tables, true);
+    const Frames small(1, 30, 20, 1);
+    for (int round = 0; round < 3; ++round) {
+        auto large = std::make_unique<Frames>(1, 2400, 1600, 2);
+        const Source frames[] = {large->Sources()[0], small.Sources()[0]};
+        EXPECT_NE(developer.Load(frames), "");
+        developer.Unload();
+        large.reset();  // the sanitizers watch
     }
 }
 

@@ -25,7 +25,8 @@ class PhotographsTest : public DevelopTest, public testing::WithParamInterface<i
     std::vector<Picture> MakeFrames(int width, int height) const {
         std::vector<Picture> frames;
         for (int i = 0; i < kFrames[GetParam()]; ++i) {
-            frames.push_back(RandomPicture(width, height, kLooks[static_cast<std::size_t>(i) % 3],
+            frames.push_back(RandomPicture(width, height,
+                                           kLooks[static_cast<std::size_t>(i) % std::size(kLooks)],
                                            static_cast<unsigned>(70 + i)));
         }
         return frames;
