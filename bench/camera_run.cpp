@@ -46,9 +46,10 @@ int RunIn(const std::string& folder, Host::ClockKind clock, Host::ScriptQueue& q
 }  // namespace
 
 int RunCamera(Host::ClockKind clock, Host::ScriptQueue& queue) {
-    char folder[] = "camera-bench-XXXXXX";
-    if (mkdtemp(folder) == nullptr) return Fail("no temporary folder can be made here");
-    const int exitCode = RunIn(std::filesystem::absolute(folder), clock, queue);
+    // Beside the programs and not among temporary files, which may be in memory: syncing counts.
+    std::string folder = Host::PackageFolder() + "/camera-bench-XXXXXX";
+    if (mkdtemp(folder.data()) == nullptr) return Fail("no folder can be made beside the programs");
+    const int exitCode = RunIn(folder, clock, queue);
     std::filesystem::remove_all(folder);
     return exitCode;
 }

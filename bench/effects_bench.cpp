@@ -163,6 +163,16 @@ std::vector<Subject> Subjects() {
     };
 }
 
+/// How fast the memory is, which bounds Mix and Negative: a copy of the picture.
+void TimeCopy(benchmark::State& state) {
+    Session& session = TheSession();
+    for ([[maybe_unused]] auto round : state) {
+        session.resultBytes = session.sourceBytes;
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(state.iterations() * kWidth * kHeight);
+}
+
 /// Without a plain counterpart of its own: conversion to 32 bits, alone.
 void TimeRgba(benchmark::State& state, bool turned) {
     Session& session = TheSession();
@@ -194,6 +204,7 @@ int main(int argc, char** argv) {
             ->Repetitions(kRepetitions)
             ->ReportAggregatesOnly();
     }
+    benchmark::RegisterBenchmark("Copy", TimeCopy)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("Rgba", TimeRgba, false)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("Rgba/turned", TimeRgba, true)->Unit(benchmark::kMillisecond);
     benchmark::RunSpecifiedBenchmarks();

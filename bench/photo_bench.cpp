@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <string>
 #include <string_view>
@@ -56,8 +57,11 @@ class StageTimes : public Osp::Base::Trace {
         return std::chrono::duration<double, std::milli>(d).count();
     }
     static void Print(const char* name, Times& times) {
+        if (times.size() != kPhotographs) {
+            std::fprintf(stderr, "photo-bench: %zu times of \"%s\"\n", times.size(), name);
+            std::exit(1);
+        }
         std::ranges::sort(times);
-        if (times.empty()) return;
         std::printf("%-30s %7.2f ms median %7.2f ms at most\n", name, times[times.size() / 2],
                     times.back());
     }

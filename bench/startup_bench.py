@@ -18,14 +18,15 @@ def first_preview_ms(arguments, environment):
         command = [PROGRAM, "--clock", "real", "--script", "-", "--data", data,
                    "--primary", "scene", "--secondary", "scene", *arguments]
         start = time.monotonic()
-        process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                                   env={**os.environ, **environment}, text=True)
-        process.stdin.write("await preview\nprint sounds\n")
-        process.stdin.flush()
-        if not process.stdout.readline():
-            raise SystemExit("startup-bench: the camera did not start")
-        elapsed = (time.monotonic() - start) * 1000
-        process.communicate()
+        with subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                              env={**os.environ, **environment}, text=True) as process:
+            process.stdin.write("await preview\nprint sounds\n")
+            process.stdin.flush()
+            has_started = bool(process.stdout.readline())
+            elapsed = (time.monotonic() - start) * 1000
+            process.communicate()
+        if not has_started or process.returncode != 0:
+            raise SystemExit("startup-bench: the camera did not start or ended badly")
         return elapsed
 
 
@@ -40,9 +41,12 @@ def main():
     with subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24"],
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True) as server:
         display = ":" + server.stdout.readline().strip()
-        report("in a window", [], {"DISPLAY": display, "GDK_BACKEND": "x11",
-                                   "DBUS_SESSION_BUS_ADDRESS": "disabled:", "GTK_A11Y": "none"})
-        server.terminate()
+        try:
+            report("in a window", [], {"DISPLAY": display, "GDK_BACKEND": "x11",
+                                       "DBUS_SESSION_BUS_ADDRESS": "disabled:",
+                                       "GTK_A11Y": "none"})
+        finally:
+            server.terminate()
 
 
 if __name__ == "__main__":
