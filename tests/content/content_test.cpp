@@ -163,7 +163,7 @@ TEST_F(ContentTest, AFileThatCannotBeDeletedStaysRegistered) {
     fs::permissions(folder_.Path(), fs::perms::all);
     fs::permissions(folder_ / "Media/Images", fs::perms(0555));
     Testing::InOwnProcess([&] {
-        Testing::BecomeOrdinaryUser();
+        Testing::ObeyFileModes();
         PhoneRun run(folder_.Path());
         ImageContentInfo info;
         ASSERT_EQ(run.Create(info, kSecond, "2"), result::kSuccess);

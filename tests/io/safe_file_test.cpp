@@ -104,7 +104,7 @@ TEST(SafeFile, KeepsTheOldFileWhereLinksAreRefused) {
     struct stat before;
     ASSERT_EQ(stat((folder / "a").c_str(), &before), 0);
     InOwnProcess([&] {
-        Testing::BecomeOrdinaryUser();
+        Testing::BecomeNobody();
         EXPECT_EQ(WriteFileSafely(folder / "a", "second", {.replace = Replace::kKeepOld}),
                   result::kSuccess);
         EXPECT_EQ(WriteFileSafely(folder / "a", "third", {.replace = Replace::kKeepOld}),
@@ -140,7 +140,7 @@ TEST(SafeFile, ReadOnlyAndVanishedFoldersAreToldApart) {
     WriteText(readOnly + "/a", "old");
     std::filesystem::permissions(readOnly, std::filesystem::perms(0555));
     InOwnProcess([&] {
-        Testing::BecomeOrdinaryUser();
+        Testing::ObeyFileModes();
         EXPECT_EQ(WriteFileSafely(readOnly + "/a", "new"), result::kPermissionDenied);
         EXPECT_EQ(WriteFileSafely(readOnly + "/b", "new"), result::kPermissionDenied);
     });
@@ -156,7 +156,7 @@ TEST(SafeFile, AFailedReplacementTakesBackTheKeptName) {
     WriteText(folder / "a", "old");
     std::filesystem::permissions(folder.Path(), std::filesystem::perms(01777));
     InOwnProcess([&] {
-        Testing::BecomeOrdinaryUser();
+        Testing::BecomeNobody();
         for (const auto replace : {Replace::kOverwrite, Replace::kKeepOld}) {
             EXPECT_EQ(WriteFileSafely(folder / "a", "new", {.replace = replace}),
                       result::kPermissionDenied);

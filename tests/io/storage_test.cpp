@@ -198,7 +198,7 @@ TEST_F(StorageTest, AFolderThatCannotBeListedSaysWhy) {
     fs::permissions(folder_.Path(), fs::perms(0755));
     fs::permissions(data_ + "/Media/Images", fs::perms::none);
     Testing::InOwnProcess([&] {
-        Testing::BecomeOrdinaryUser();
+        Testing::ObeyFileModes();
         EXPECT_EQ(directory.ReadN(), nullptr);
         EXPECT_EQ(directory.GetLastResult(), result::kPermissionDenied);
     });

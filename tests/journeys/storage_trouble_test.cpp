@@ -52,7 +52,7 @@ TEST(StorageTrouble, AReadOnlyFolderIsToldAndLeftAlone) {
     InOwnProcess([] {
         TemporaryFolder folder;
         fs::permissions(folder.Path(), fs::perms::all);
-        Osp::Testing::BecomeOrdinaryUser();
+        Osp::Testing::ObeyFileModes();
         fs::create_directories(folder / "Media/Images");
         fs::permissions(folder / "Media/Images", fs::perms::owner_read | fs::perms::owner_exec);
         {

@@ -249,7 +249,7 @@ TEST_F(PhotosCameraTest, AFolderThatMayNotBeReadIsRefused) {
     Put("0.jpg", EncodeJpeg(Plain(64, 48, kGreen)));
     fs::permissions(folder_.Path(), fs::perms::none);
     Testing::InOwnProcess([&] {
-        Testing::BecomeOrdinaryUser();
+        Testing::ObeyFileModes();
         const Testing::TestLoop test;
         std::string error;
         EXPECT_EQ(CameraService::Make("photos:" + folder_.Path(), "none", error), nullptr);

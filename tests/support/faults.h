@@ -5,10 +5,12 @@
 #include <csignal>
 #include <functional>
 #include <gtest/gtest.h>
+#include <linux/capability.h>
 #include <sched.h>
 #include <string>
 #include <sys/mount.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -43,8 +45,16 @@ inline void LimitSpace(const std::string& folder, long sizeBytes) {
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
 }
 
-/// Gives up the superuser's way around file modes, for the rest of this process.
-inline void BecomeOrdinaryUser() {
+/// Gives up the superuser's way around file modes, for the rest of this process. It stays the same
+/// user, who may have built all this where no other one may look.
+inline void ObeyFileModes() {
+    __user_cap_header_struct header = {_LINUX_CAPABILITY_VERSION_3, 0};
+    const __user_cap_data_struct none[2] = {};
+    ASSERT_EQ(syscall(SYS_capset, &header, none), 0);
+}
+
+/// Becomes another user, if this is the superuser, for the rest of this process.
+inline void BecomeNobody() {
     constexpr uid_t kNobody = 65534;
     if (geteuid() == 0) {
         ASSERT_EQ(setresuid(kNobody, kNobody, kNobody), 0);
