@@ -1,7 +1,6 @@
 #include "edge.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "vectorised.h"
 
