@@ -117,12 +117,6 @@ TEST_F(ContentTest, WhatCannotBeRegisteredLeavesEverythingAlone) {
     EXPECT_EQ(unconstructed.DeleteContent(1), result::kInvalidState);
 }
 
-TEST_F(ContentTest, AFileWithoutARowGetsItsOwnDescription) {
-    PhoneRun run(folder_.Path());
-    EXPECT_EQ(run.Describe(kFirst), "own");
-    EXPECT_EQ(run.Describe(kSecond), "");
-}
-
 TEST_F(ContentTest, ARewrittenFileIsNotTakenForTheRegisteredOne) {
     PhoneRun run(folder_.Path());
     ImageContentInfo before;

@@ -207,15 +207,6 @@ TEST(ApplyEffect, SaysWhetherAKernelMadeThePixels) {
     }
 }
 
-TEST(Frames, AreCountedByType) {
-    const int lastCounter[6] = {0, 0, 3, 3, 1, 0};
-    for (int type = 0; type < 6; ++type) {
-        for (int counter = 0; counter < 4; ++counter) {
-            EXPECT_EQ(IsLastFrame(CameraType(type), counter), counter >= lastCounter[type]);
-        }
-    }
-}
-
 TEST(Frames, BeyondTheFourthAreNotStored) {
     Scratch scratch;
     const Picture frame = RandomPicture(24, 24, Look::kNoise, 51);
@@ -224,21 +215,6 @@ TEST(Frames, BeyondTheFourthAreNotStored) {
         EXPECT_FALSE(
             CacheFrame(CameraType(type), 0, 4, frame.View(), accumulation.View(), scratch));
         EXPECT_EQ(accumulation.bytes, Picture(24, 24, 3).bytes);
-    }
-}
-
-TEST(Frames, OfOneFourthOrAPairLeaveTheRestOfTheAccumulationAlone) {
-    Scratch scratch;
-    const Picture frame(16, 16, 200);
-    for (const auto type : {CameraType::kAction, CameraType::kQuad}) {
-        for (const std::uint8_t selection : {0, 1}) {
-            for (int counter = 0; counter < 4; ++counter) {
-                Picture accumulation(16, 16, 5);
-                CacheFrame(type, selection, counter, frame.View(), accumulation.View(), scratch);
-                EXPECT_EQ(std::count(accumulation.bytes.begin(), accumulation.bytes.end(), 200),
-                          16 * 16 * 3 / 4);
-            }
-        }
     }
 }
 

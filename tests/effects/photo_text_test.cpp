@@ -45,11 +45,9 @@ TEST(PhotoDescription, NamesTypeEffectZoomAndHdr) {
     EXPECT_EQ(ComposePhotoDescription(CameraType::kTiltShift, PhotoEffect::kBlackWhite,
                                       ZoomLevel::k4X, false),
               "TILT (B&W),4X");
-}
-
-TEST(PhotoDescription, TakesAnEffectThatIsNoneForNormal) {
     EXPECT_EQ(ComposePhotoDescription(CameraType::kMix, PhotoEffect{200}, ZoomLevel::k3_5X, false),
-              "MIX (Normal),3.5X");
+              "MIX (Normal),3.5X")
+        << "an effect that is none";
 }
 
 }  // namespace

@@ -138,20 +138,14 @@ std::vector<long long> Pauses(Phone& phone) {
     return pauses;
 }
 
-TEST(ActionPhotograph, IsFourFramesAHundredMillisecondsApart) {
-    Phone phone({.registry = WithType(kAction)});
-    phone.Do("await preview");
-    TakePhotograph(phone, kAction);
-    EXPECT_EQ(Pauses(phone), (std::vector<long long>{100, 100, 100}));
-    EXPECT_EQ(phone.MarksMs("focus-done").size(), 1u) << "only the first is focused";
-}
-
-TEST(QuadPhotograph, IsFourFramesSixHundredMillisecondsApart) {
-    Phone phone({.registry = WithType(kQuad)});
-    phone.Do("await preview");
-    TakePhotograph(phone, kQuad);
-    EXPECT_EQ(Pauses(phone), (std::vector<long long>{600, 600, 600}));
-    EXPECT_EQ(phone.MarksMs("focus-done").size(), 1u);
+TEST(SeriesOfFrames, IsTakenAtItsPaceAndFocusedOnce) {
+    for (const auto& [type, pauseMs] : {std::pair{kAction, 100}, {kQuad, 600}}) {
+        Phone phone({.registry = WithType(type)});
+        phone.Do("await preview");
+        TakePhotograph(phone, type);
+        EXPECT_EQ(Pauses(phone), std::vector<long long>(3, pauseMs));
+        EXPECT_EQ(phone.MarksMs("focus-done").size(), 1u);
+    }
 }
 
 TEST(FrontPhotograph, IsTheSixthFrameAfterThePressAndTheNextFollowsASecondLater) {

@@ -95,27 +95,21 @@ TEST(Camera, RefusesEverythingWithoutADevice) {
     NotingListener listener(test);
     Camera camera;
     EXPECT_EQ(camera.Construct(listener, CameraSelection::kSecondary), result::kObjectNotFound);
-    result (*const requests[])(Camera&) = {
-        [](Camera& c) { return c.PowerOn(); },
-        [](Camera& c) { return c.PowerOff(); },
-        [](Camera& c) {
-            return c.SetPreviewResolution({640, 480});
-        },
-        [](Camera& c) { return c.SetPreviewFormat(PixelFormat::kYuv420Planar); },
-        [](Camera& c) {
-            return c.SetCaptureResolution({640, 480});
-        },
-        [](Camera& c) { return c.SetCaptureFormat(PixelFormat::kJpeg); },
-        [](Camera& c) { return c.StartPreview(nullptr, true); },
-        [](Camera& c) { return c.StopPreview(); },
-        [](Camera& c) { return c.StartAutoFocus(); },
-        [](Camera& c) { return c.Capture(); },
-        [](Camera& c) { return c.ZoomIn(); },
-        [](Camera& c) { return c.ZoomOut(); },
-        [](Camera& c) { return c.SetFlash(false); },
-        [](Camera& c) { return c.SetWhiteBalance(CameraWhiteBalance::kAuto); },
-    };
-    for (const auto request : requests) EXPECT_EQ(request(camera), result::kInvalidState);
+    const result answers[] = {camera.PowerOn(),
+                              camera.PowerOff(),
+                              camera.SetPreviewResolution({640, 480}),
+                              camera.SetPreviewFormat(PixelFormat::kYuv420Planar),
+                              camera.SetCaptureResolution({640, 480}),
+                              camera.SetCaptureFormat(PixelFormat::kJpeg),
+                              camera.StartPreview(nullptr, true),
+                              camera.StopPreview(),
+                              camera.StartAutoFocus(),
+                              camera.Capture(),
+                              camera.ZoomIn(),
+                              camera.ZoomOut(),
+                              camera.SetFlash(false),
+                              camera.SetWhiteBalance(CameraWhiteBalance::kAuto)};
+    for (const result answer : answers) EXPECT_EQ(answer, result::kInvalidState);
     EXPECT_FALSE(camera.IsPoweredOn());
     EXPECT_EQ(camera.GetState(), CameraState::kInitial);
     EXPECT_EQ(camera.GetSupportedPreviewResolutionListN(), nullptr);

@@ -44,15 +44,6 @@ TEST(SceneCamera, ShowsTheSameAtTheSameMomentWhateverWentBefore) {
     }
 }
 
-TEST(SceneCamera, MovesFromFrameToFrame) {
-    for (const auto selection : {CameraSelection::kPrimary, CameraSelection::kSecondary}) {
-        RunningCamera phone(kScene, selection);
-        std::set<std::string> frames;
-        for (int i = 0; i < 10; ++i) frames.insert(phone.NextFrame());
-        EXPECT_EQ(frames.size(), 10u);
-    }
-}
-
 TEST(SceneCamera, StillsHaveTheirSizeAndShowWhatThePreviewShows) {
     for (const auto selection : {CameraSelection::kPrimary, CameraSelection::kSecondary}) {
         RunningCamera phone(kScene, selection);

@@ -59,6 +59,14 @@ std::string EncodeJpeg(const Picture& picture, TJSAMP subsampling, int flags) {
     return bytes;
 }
 
+std::string JpegClaiming(std::string jpeg, int width, int height) {
+    const std::size_t frame = jpeg.find("\xFF\xC0");
+    EXPECT_NE(frame, std::string::npos);
+    const char size[] = {static_cast<char>(height >> 8), static_cast<char>(height),
+                         static_cast<char>(width >> 8), static_cast<char>(width)};
+    return jpeg.replace(frame + 5, sizeof size, size, sizeof size);
+}
+
 bool IsWholeJpeg(const std::string& path) {
     Picture picture(1, 1);
     return Decode(Osp::Testing::ReadText(path), picture).empty();

@@ -13,6 +13,8 @@ Picture DecodeJpeg(const std::string& bytes);
 Picture ReadJpeg(const std::string& path);
 /// Quality 95, slow integer DCT; `flags` are more of the library's.
 std::string EncodeJpeg(const Picture& picture, TJSAMP subsampling = TJSAMP_420, int flags = 0);
+/// The JPEG with another size in its header.
+std::string JpegClaiming(std::string jpeg, int width, int height);
 /// Whether the file is a JPEG that decodes to its end without a warning.
 bool IsWholeJpeg(const std::string& path);
 

@@ -1,47 +1,11 @@
 // Files that are not what they seem.
 #include <filesystem>
 
+#include "support/png.h"
 #include "tools/develop_fixture.h"
 
 namespace Kivo::Testing {
 namespace {
-
-std::string BigEndian(std::uint32_t value) {
-    std::string bytes;
-    for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift);
-    return bytes;
-}
-
-std::uint32_t Crc32(const std::string& bytes) {
-    std::uint32_t crc = 0xFFFFFFFFU;
-    for (const char byte : bytes) {
-        crc ^= static_cast<std::uint8_t>(byte);
-        for (int i = 0; i < 8; ++i) crc = crc >> 1 ^ (crc % 2 == 0 ? 0 : 0xEDB88320U);
-    }
-    return ~crc;
-}
-
-std::string PngChunk(const std::string& typeAndData) {
-    return BigEndian(static_cast<std::uint32_t>(typeAndData.size() - 4)) + typeAndData +
-           BigEndian(Crc32(typeAndData));
-}
-
-/// A PNG of which there is little more than the claim to be so large.
-std::string LyingPng(std::uint32_t width, std::uint32_t height) {
-    return "\x89PNG\r\n\x1A\n" +
-           PngChunk("IHDR" + BigEndian(width) + BigEndian(height) +
-                    std::string("\x08\x02\0\0\0", 5)) +
-           PngChunk(std::string("IDAT\x78\x9C\x63\0\0", 9)) + PngChunk("IEND");
-}
-
-/// A JPEG that claims to be so large.
-std::string LyingJpeg(unsigned width, unsigned height) {
-    std::string jpeg = EncodeJpeg(RandomPicture(64, 64, Look::kGradient, 3));
-    const std::size_t frame = jpeg.find("\xFF\xC0");
-    const char size[] = {static_cast<char>(height >> 8), static_cast<char>(height),
-                         static_cast<char>(width >> 8), static_cast<char>(width)};
-    return jpeg.replace(frame + 5, 4, size, 4);
-}
 
 class DamagedPicturesTest : public DevelopTest {
   protected:
@@ -52,6 +16,10 @@ class DamagedPicturesTest : public DevelopTest {
         ExpectRefusal({"--secondary", in, "-o", At("out.png")}, 1, in + ": " + part);
         ExpectRefusal({"--sheet", in, "-o", At("out.png")}, 1, in + ": " + part);
     }
+
+    const Picture picture_ = RandomPicture(64, 64, Look::kGradient, 3);
+    const std::string jpeg_ = EncodeJpeg(picture_);
+    const std::string png_ = EncodePng(picture_.bytes, 64, 64, PNG_FORMAT_RGB);
 
     void SetUp() override { Write("out.jpg", "an older output, which has to stay"); }
 };
@@ -66,19 +34,19 @@ TEST_F(DamagedPicturesTest, ThatAreNoPicturesAreRefused) {
 
 TEST_F(DamagedPicturesTest, WithLyingHeadersAreRefused) {
     const std::string part = "the picture's header is damaged, or it is larger than 64 million";
-    ExpectUseless("huge.jpg", LyingJpeg(60000, 60000), part);
-    ExpectUseless("huge.png", LyingPng(60000, 60000), part);
-    ExpectUseless("endless.png", LyingPng(0x7FFFFFFF, 0x7FFFFFFF), part);
+    ExpectUseless("huge.jpg", JpegClaiming(jpeg_, 60000, 60000), part);
+    ExpectUseless("huge.png", PngClaiming(png_, 60000, 60000), part);
+    ExpectUseless("endless.png", PngClaiming(png_, 0x7FFFFFFF, 0x7FFFFFFF), part);
     ExpectUseless("huge.ppm", "P6 60000 60000 255\nabc", part);
-    ExpectUseless("nothing.jpg", LyingJpeg(0, 64), part);
+    ExpectUseless("nothing.jpg", JpegClaiming(jpeg_, 0, 64), part);
     ExpectUseless("wide.ppm", "P6 40000 1 255\n" + std::string(120000, 'x'), part);
     ExpectUseless("bare.jpg", "\xFF\xD8\xFF\xD9", part);
 }
 
 TEST_F(DamagedPicturesTest, ThatHoldLessThanTheyClaimAreRefused) {
     const std::string part = "the picture is damaged, cut off or of a kind that is not supported";
-    ExpectUseless("large.jpg", LyingJpeg(8000, 8000), part);
-    ExpectUseless("large.png", LyingPng(8000, 8000), part);
+    ExpectUseless("large.jpg", JpegClaiming(jpeg_, 8000, 8000), part);
+    ExpectUseless("large.png", PngClaiming(png_, 8000, 8000), part);
     ExpectUseless("large.ppm", "P6 8000 8000 255\nabc", part);
 }
 
@@ -94,11 +62,6 @@ TEST_F(DamagedPicturesTest, ThatAreCutOffAnywhereAreRefused) {
                       whole.substr(0, whole.size() * static_cast<unsigned>(cut) / 8));
             ExpectRefusal({in, "-o", At("out.jpg")}, 1, in + ": the picture");
         }
-        // The last byte alone ends a JPEG; a PNG ends with a chunk that nobody misses.
-        if (std::string(name) == "whole.png") continue;
-        const std::string in = Write(std::string("cut-") + name, whole.substr(0, whole.size() - 1));
-        ExpectRefusal({in, "-o", At("out.jpg")}, 1,
-                      in + ": the picture is damaged, cut off or of a kind that is not supported");
     }
 }
 
