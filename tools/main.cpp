@@ -48,7 +48,7 @@ int RunBatch(const Options& options) {
     std::fflush(stdout);  // before what went wrong
     for (const Problem& each : report.problems) Report(each);
     if (report.leftOut > 0) {
-        Report("interrupted, " + std::to_string(report.leftOut) + " pictures left out");
+        Report("interrupted, " + std::to_string(report.leftOut) + " left out");
     }
     return report.problems.empty() && report.leftOut == 0 ? 0 : 1;
 }

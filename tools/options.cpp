@@ -43,8 +43,6 @@ constexpr const char* kExamples =
     "Exit status: 0 when all went well, 1 when something could not be developed, 2 for a\n"
     "command line that makes no sense.";
 
-constexpr std::string_view kSwitches[] = {"--hdr", "--secondary", "--sheet", "--version", "--help"};
-
 // What GLib writes its results to.
 struct Raw {
     gboolean hdr = FALSE;
@@ -94,13 +92,13 @@ const char* WithAmpersand(const char* effect) {
 }
 
 /// GLib takes "--hdr=no" for "--hdr".
-Problem CheckSwitches(std::span<char*> arguments) {
+Problem CheckSwitches(std::span<const GOptionEntry> entries, std::span<char*> arguments) {
     for (const std::string_view argument : arguments) {
         if (argument == "--") break;
-        for (const std::string_view name : kSwitches) {
-            if (argument.starts_with(name) && argument.substr(name.size()).starts_with('=')) {
-                return std::string(name) + " takes no value";
-            }
+        for (const GOptionEntry& entry : entries) {
+            if (entry.long_name == nullptr || entry.arg != G_OPTION_ARG_NONE) continue;
+            const std::string option = std::string("--") + entry.long_name;
+            if (argument.starts_with(option + "=")) return option + " takes no value";
         }
     }
     return {};
@@ -191,7 +189,7 @@ Parsed ParseCommandLine(int argc, char** argv) {
     g_option_context_set_summary(context.get(), kSummary);
     g_option_context_set_description(context.get(), kExamples);
     g_option_context_add_main_entries(context.get(), entries, nullptr);
-    const Problem misused = CheckSwitches({argv, static_cast<std::size_t>(argc)});
+    const Problem misused = CheckSwitches(entries, {argv, static_cast<std::size_t>(argc)});
     if (!misused.empty()) return Fail(misused);
     GError* error = nullptr;
     if (!g_option_context_parse(context.get(), &argc, &argv, &error)) {
