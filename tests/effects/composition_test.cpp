@@ -15,13 +15,7 @@ using Kivo::CameraType;
 using Kivo::PhotoEffect;
 
 std::vector<Picture> FramesFor(int type, int width, int height) {
-    std::vector<Picture> frames;
-    for (int i = 0; i < FramesPerPhotograph(CameraType(type)); ++i) {
-        frames.push_back(RandomPicture(width, height,
-                                       kLooks[static_cast<std::size_t>(i) % std::size(kLooks)],
-                                       static_cast<unsigned>(20 + i)));
-    }
-    return frames;
+    return RandomPictures(FramesPerPhotograph(CameraType(type)), width, height, 20);
 }
 
 /// Takes a photograph as the camera does: frame by frame into an accumulation.
@@ -172,9 +166,12 @@ TEST(Rgba, CopiesOrTurnsAQuarterClockwise) {
     for (const Size& size : kAwkwardSizes) {
         const Picture in = RandomPicture(size.width, size.height, Look::kNoise, 31);
         for (const bool turned : {false, true}) {
-            int width = 0;
-            int height = 0;
-            const auto expected = PlainRgba(in, turned, width, height);
+            const Picture stored = PlainStored(in, turned);
+            std::vector<std::uint8_t> expected;
+            for (std::size_t i = 0; i < stored.bytes.size(); i += 3) {
+                const std::uint8_t* const p = &stored.bytes[i];
+                expected.insert(expected.end(), {p[0], p[1], p[2], 255});
+            }
             std::vector<std::uint8_t> out(expected.size());
             ConvertToRgba(in.View(), turned, out.data(), {0, 7});
             ConvertToRgba(in.View(), turned, out.data(), {7, size.height});

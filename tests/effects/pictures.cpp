@@ -48,6 +48,15 @@ Picture RandomPicture(int width, int height, Look look, unsigned seed) {
     return picture;
 }
 
+std::vector<Picture> RandomPictures(int count, int width, int height, unsigned firstSeed) {
+    std::vector<Picture> pictures;
+    for (unsigned i = 0; i < static_cast<unsigned>(count); ++i) {
+        pictures.push_back(
+            RandomPicture(width, height, kLooks[i % std::size(kLooks)], firstSeed + i));
+    }
+    return pictures;
+}
+
 Picture EveryColour() {
     Picture picture(4096, 4096);
     for (unsigned i = 0; i < 1U << 24; ++i) {

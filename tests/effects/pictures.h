@@ -31,6 +31,9 @@ inline constexpr Look kLooks[] = {Look::kNoise, Look::kGradient, Look::kOutliers
 
 Picture RandomPicture(int width, int height, Look look, unsigned seed);
 
+/// One of each look in turn.
+std::vector<Picture> RandomPictures(int count, int width, int height, unsigned firstSeed);
+
 /// All 2^24 colours once.
 Picture EveryColour();
 

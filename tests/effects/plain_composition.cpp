@@ -1,6 +1,7 @@
 #include "plain_composition.h"
 
 #include <array>
+#include <cstdint>
 
 #include "plain_colour.h"
 
@@ -127,23 +128,13 @@ Picture ComposePlain(const PlainPhotograph& photograph, const std::vector<Pictur
     return out;
 }
 
-std::vector<std::uint8_t> PlainRgba(const Picture& picture, bool secondary, int& width,
-                                    int& height) {
-    width = secondary ? picture.height : picture.width;
-    height = secondary ? picture.width : picture.height;
-    std::vector<std::uint8_t> out(std::size_t{4} * picture.width * picture.height);
+Picture PlainStored(const Picture& picture, bool secondary) {
+    if (!secondary) return picture;
+    Picture stored(picture.height, picture.width);
     for (int y = 0; y < picture.height; ++y) {
         for (int x = 0; x < picture.width; ++x) {
-            const int toX = secondary ? picture.height - 1 - y : x;
-            const int toY = secondary ? x : y;
-            const Colour colour = Get(picture, x, y);
-            std::uint8_t* const pixel =
-                out.data() + 4 * (static_cast<std::size_t>(toY) * width + toX);
-            pixel[0] = colour[0];
-            pixel[1] = colour[1];
-            pixel[2] = colour[2];
-            pixel[3] = 255;
+            Set(stored, picture.height - 1 - y, x, Get(picture, x, y));
         }
     }
-    return out;
+    return stored;
 }

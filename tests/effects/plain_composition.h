@@ -1,7 +1,6 @@
 // A photograph from its frames, pixel by pixel, sharing nothing with the composition under test.
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
 #include "pictures.h"
@@ -18,6 +17,5 @@ struct PlainPhotograph {
 Picture ComposePlain(const PlainPhotograph& photograph, const std::vector<Picture>& frames,
                      const Plain::Levels& levels);
 
-/// The 32-bit picture that is stored; `width` and `height` become its size.
-std::vector<std::uint8_t> PlainRgba(const Picture& picture, bool secondary, int& width,
-                                    int& height);
+/// As it is stored: the front camera's turned a quarter clockwise.
+Picture PlainStored(const Picture& picture, bool secondary);

@@ -48,13 +48,7 @@ void TakePhotograph(Phone& phone, int type) {
 Picture Expected(const PlainPhotograph& photograph, const std::vector<Picture>& frames) {
     static const Plain::Levels levels;
     const Picture composed = ComposePlain(photograph, frames, levels);
-    Picture stored(1, 1);
-    const auto rgba = PlainRgba(composed, photograph.secondary, stored.width, stored.height);
-    stored.bytes.clear();
-    for (std::size_t i = 0; i < rgba.size(); ++i) {
-        if (i % 4 != 3) stored.bytes.push_back(rgba[i]);
-    }
-    return DecodeJpeg(EncodeJpeg(stored));
+    return DecodeJpeg(EncodeJpeg(PlainStored(composed, photograph.secondary)));
 }
 
 class EveryType : public testing::TestWithParam<int> {};

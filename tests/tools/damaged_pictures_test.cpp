@@ -1,6 +1,7 @@
 // Files that are not what they seem.
 #include <filesystem>
 
+#include "picture_format.h"
 #include "support/png.h"
 #include "tools/develop_fixture.h"
 
@@ -48,6 +49,15 @@ TEST_F(DamagedPicturesTest, ThatHoldLessThanTheyClaimAreRefused) {
     ExpectUseless("large.jpg", JpegClaiming(jpeg_, 8000, 8000), part);
     ExpectUseless("large.png", PngClaiming(png_, 8000, 8000), part);
     ExpectUseless("large.ppm", "P6 8000 8000 255\nabc", part);
+}
+
+TEST_F(DamagedPicturesTest, OfAnotherSizeThanTheRoomForThemAreRefused) {
+    for (const std::string& file : {jpeg_, png_, ToPpm(picture_)}) {
+        const auto* const bytes = reinterpret_cast<const std::uint8_t*>(file.data());
+        std::vector<std::uint8_t> pixels(picture_.bytes.size());
+        EXPECT_FALSE(Tools::DecodePicture({bytes, file.size()}, {64, 32}, pixels.data(),
+                                          [](int rows) { ADD_FAILURE() << rows << " rows"; }));
+    }
 }
 
 TEST_F(DamagedPicturesTest, ThatAreCutOffAnywhereAreRefused) {

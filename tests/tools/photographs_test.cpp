@@ -10,26 +10,10 @@ namespace {
 
 constexpr int kFrames[] = {1, 1, 4, 4, 2, 1};
 
-/// As it is stored, with the front camera's turned.
-Picture Stored(const Picture& picture, bool secondary) {
-    int width = 0;
-    int height = 0;
-    const std::vector<std::uint8_t> rgba = PlainRgba(picture, secondary, width, height);
-    Picture stored(width, height);
-    for (std::size_t i = 0; i < stored.bytes.size(); ++i) stored.bytes[i] = rgba[i / 3 * 4 + i % 3];
-    return stored;
-}
-
 class PhotographsTest : public DevelopTest, public testing::WithParamInterface<int> {
   protected:
     std::vector<Picture> MakeFrames(int width, int height) const {
-        std::vector<Picture> frames;
-        for (int i = 0; i < kFrames[GetParam()]; ++i) {
-            frames.push_back(RandomPicture(width, height,
-                                           kLooks[static_cast<std::size_t>(i) % std::size(kLooks)],
-                                           static_cast<unsigned>(70 + i)));
-        }
-        return frames;
+        return RandomPictures(kFrames[GetParam()], width, height, 70);
     }
 
     std::vector<std::string> Arguments(const PlainPhotograph& photograph) const {
@@ -59,7 +43,7 @@ TEST_P(PhotographsTest, AreThePlainOnesWithEveryEffectHdrAndCamera) {
         arguments.insert(arguments.end(), {"-o", At("out.ppm")});
         Develop(arguments);
         const Picture expected =
-            Stored(ComposePlain(photograph, frames, levels), photograph.secondary);
+            PlainStored(ComposePlain(photograph, frames, levels), photograph.secondary);
         ExpectSame(FromPpm(Read("out.ppm")), expected,
                    "effect " + std::to_string(photograph.effect));
     }
@@ -80,7 +64,7 @@ TEST_P(PhotographsTest, ComeFromJpegsAndGoToJpegsAsTheLibraryMakesThem) {
         arguments.insert(arguments.end(), inputs.begin(), inputs.end());
         arguments.insert(arguments.end(), {"-o", At("out.jpeg")});
         Develop(arguments);
-        const Picture expected = Stored(ComposePlain(photograph, frames, levels), secondary);
+        const Picture expected = PlainStored(ComposePlain(photograph, frames, levels), secondary);
         ExpectSame(ReadJpeg(At("out.jpeg")), DecodeJpeg(EncodeJpeg(expected)), "JPEG");
     }
 }
