@@ -2,6 +2,7 @@
 
 #include "app/registry_file.h"
 #include "base/event_loop.h"
+#include "ui/input.h"
 #include "ui/screen.h"
 
 namespace Osp::App {
@@ -35,6 +36,7 @@ void Lifecycle::Finish() {
     frame_.reset();
     application_.reset();
     Ui::Screen::Current().SetForeground(false);
+    Ui::Input::Current().LetGo();
     isForeground_ = false;
     (void)registry_.GetFile().SaveUnsaved();
 }
@@ -50,6 +52,7 @@ void Lifecycle::EnterBackground() {
     if (!isForeground_ || !application_) return;
     isForeground_ = false;
     Ui::Screen::Current().SetForeground(false);
+    Ui::Input::Current().LetGo();
     Ui::Screen::Current().AnswerModals();
     Later(&Application::OnBackground);
 }

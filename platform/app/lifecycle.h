@@ -21,7 +21,8 @@ class Lifecycle : public Service<Lifecycle> {
     result Run(ApplicationFactory factory);
 
     /// The window is shown, or hidden (minimised, locked, suspended). Going to the background
-    /// answers every message box. Repeating a state does nothing.
+    /// answers every message box and takes the finger off the screen: nothing is released or acted
+    /// on. Repeating a state does nothing.
     void EnterForeground();
     void EnterBackground();
     /// Ends the application as a user would. `urgent` tells it that the system insists.

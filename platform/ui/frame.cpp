@@ -1,5 +1,6 @@
 #include <osp/ui/controls/frame.h>
 
+#include "ui/input.h"
 #include "ui/screen.h"
 
 namespace Osp::Ui::Controls {
@@ -40,6 +41,8 @@ result Frame::RemoveControl(Control& control) {
 result Frame::SetCurrentForm(Form* form) {
     if (form == nullptr) return result::kInvalidArgument;
     if (form->GetParent() != this) return result::kObjectNotFound;
+    // What is held down belongs to the form on which it went down.
+    if (form != current_) Input::Current().LetGo();
     current_ = form;
     const result r = current_->Draw();
     Invalidate();

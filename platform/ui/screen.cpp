@@ -61,6 +61,8 @@ void Screen::PresentNow() {
 }
 
 void Screen::RunModal(ModalLayer& layer) {
+    // Going to the background answers what waits, so nothing begins to wait there.
+    if (!foreground_) return;
     modals_.push_back(&layer);
     DamageAll();
     Base::EventLoop::Current().RunHoldingApplication([&layer] { return layer.IsAnswered(); });

@@ -58,7 +58,7 @@ class Screen : public Service<Screen> {
     void PresentNow();
 
     /// Shows `layer` above everything and dispatches only what is not the application's until it
-    /// has been answered.
+    /// has been answered. Returns at once in the background.
     void RunModal(ModalLayer& layer);
     /// Answers all layers that wait.
     void AnswerModals();

@@ -4,11 +4,15 @@
 #include <string>
 #include <vector>
 
+#include <osp/ui/controls/form.h>
+#include <osp/ui/controls/frame.h>
 #include <osp/ui/controls/message_box.h>
+#include <osp/ui/i_touch_event_listener.h>
 
 #include "app/registry_file.h"
 #include "support/temporary_folder.h"
 #include "support/test_loop.h"
+#include "ui/input.h"
 #include "ui/screen.h"
 
 namespace Osp::App {
@@ -71,6 +75,8 @@ class LifecycleTest : public testing::Test, private Base::LoopDriver {
     Base::EventLoop::Installed installedLoop_{loop_};
     Ui::Screen screen_;
     Ui::Screen::Installed installedScreen_{screen_};
+    Ui::Input input_;
+    Ui::Input::Installed installedInput_{input_};
     AppRegistry registry_{folder_ / "registry.ini"};
     Lifecycle lifecycle_{registry_};
     Lifecycle::Installed installed_{lifecycle_};
@@ -104,6 +110,32 @@ TEST_F(LifecycleTest, GoingToTheBackgroundAnswersAMessageBoxBeforeTheApplication
     EXPECT_EQ(Run(), result::kSuccess);
     EXPECT_EQ(events,
               (Log{"initializing", "foreground", "answered", "background", "terminating at once"}));
+}
+
+TEST_F(LifecycleTest, GoingToTheBackgroundTakesTheFingerOffTheScreen) {
+    class Listener : public Ui::ITouchEventListener {
+        void OnTouchPressed(const Ui::Control&, const Graphics::Point&) override {
+            events.push_back("pressed");
+        }
+        void OnTouchMoved(const Ui::Control&, const Graphics::Point&) override {}
+        void OnTouchReleased(const Ui::Control&, const Graphics::Point&) override {
+            events.push_back("released");
+        }
+    } listener;
+    Then([this, &listener] {
+        auto* const form = new Ui::Controls::Form;
+        ASSERT_EQ(form->Construct(0), result::kSuccess);
+        form->AddTouchEventListener(listener);
+        Ui::Controls::Frame& frame = *lifecycle_.GetFrame()->GetFrame();
+        ASSERT_EQ(frame.AddControl(form), result::kSuccess);
+        ASSERT_EQ(frame.SetCurrentForm(form), result::kSuccess);
+        input_.Press({1, 1});
+    });
+    Then([this] { lifecycle_.EnterBackground(); });
+    Then([this] { input_.Release({1, 1}); });
+    Then([this] { lifecycle_.Terminate(false); });
+    EXPECT_EQ(Run(), result::kSuccess);
+    EXPECT_EQ(events, (Log{"initializing", "foreground", "pressed", "background", "terminating"}));
 }
 
 TEST_F(LifecycleTest, AnApplicationThatCannotStartIsAFailureAndHearsNothingMore) {

@@ -45,6 +45,25 @@ TEST_F(MessageBoxTest, OnlyItsButtonAnswersItAndEverythingElseWaits) {
     EXPECT_EQ(log_, (Log{"answered", "timer"})) << "the touch of the button behind is not kept";
 }
 
+TEST_F(MessageBoxTest, WhatWasHeldDownBeforeWaitsForItsEnd) {
+    auto* const button = Add(new Controls::Button);
+    ASSERT_EQ(button->Construct({0, 0, 100, 100}), result::kSuccess);
+    button->AddActionEventListener(*this);
+    input_.Press({50, 50});
+    ShowBox(MessageBoxStyle::kOk, 0);
+    loop_.Loop().StartTimer(EventClass::kSystem, 10ms, [this] { input_.Release({50, 50}); });
+    TapAt(20ms, {400, 320});
+    loop_.Pass(1s);
+    EXPECT_EQ(log_, (Log{"answered", "action"}));
+}
+
+TEST_F(MessageBoxTest, DoesNotWaitInTheBackground) {
+    screen_.SetForeground(false);
+    ShowBox(MessageBoxStyle::kOk, 0);
+    loop_.Settle();
+    EXPECT_EQ(log_, Log{"answered"});
+}
+
 TEST_F(MessageBoxTest, EndsWithItsTime) {
     ShowBox(MessageBoxStyle::kNone, 3000);
     long long answeredMs = 0;

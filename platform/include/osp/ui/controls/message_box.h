@@ -16,7 +16,8 @@ class MessageBox {
                      int timeoutMs);
 
     /// Shows the box above everything and returns when its button was tapped, its time is over, or
-    /// the application goes to the background or ends. Application events wait meanwhile.
+    /// the application goes to the background or ends; there it does not wait at all. Application
+    /// events wait meanwhile.
     result ShowAndWait();
 
   private:
