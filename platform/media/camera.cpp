@@ -41,6 +41,10 @@ CameraState Camera::GetState() const {
                                                        : CameraState::kInitial;
 }
 
+bool Camera::IsConnected() const {
+    return session_ && session_->IsConnected();
+}
+
 std::vector<Graphics::Dimension>* Camera::GetSupportedPreviewResolutionListN() const {
     return session_ ? NewList(session_->PreviewSizes()) : nullptr;
 }

@@ -176,8 +176,9 @@ void CameraSession::OnFrame(ByteBuffer frame) {
     if (!IsPreviewing(state_) || !WantsFrame()) return;
     ++undeliveredFrames_;
     // The event owns the frame, so that it stays valid when the listener deletes the camera.
-    events_.Post([this, owned = std::make_shared<ByteBuffer>(std::move(frame))] {
+    events_.Post([this, swaps = swaps_, owned = std::make_shared<ByteBuffer>(std::move(frame))] {
         --undeliveredFrames_;
+        if (swaps != swaps_) return;  // the stand-in's picture is no frame of the device, nor v.v.
         if (!std::exchange(hasShownFrame_, true)) Base::Trace::Mark("preview-first-frame");
         listener_.OnCameraPreviewed(*owned, result::kSuccess);
     });
@@ -223,6 +224,7 @@ void CameraSession::OnConnectionChanged() {
 
 // The slot's current device has changed under a session that is powered on.
 void CameraSession::SwapDevice() {
+    ++swaps_;
     CameraDevice& previous = slot_.isConnected ? *slot_.standIn : *slot_.device;
     if (IsPreviewing(state_)) previous.Stop();
     previous.Close();

@@ -24,6 +24,7 @@ class CameraSession : private CameraDeviceClient, private CameraSlot::User {
     result PowerOn();
     result PowerOff();
     SessionState State() const { return state_; }
+    bool IsConnected() const { return slot_.isConnected; }
 
     std::span<const Graphics::Dimension> PreviewSizes() const;
     static std::span<const Graphics::Dimension> CaptureSizes();
@@ -66,6 +67,7 @@ class CameraSession : private CameraDeviceClient, private CameraSlot::User {
     bool keepsZoom_ = false;  // a capture has called back since power-on
     bool hasShownFrame_ = false;
     int undeliveredFrames_ = 0;
+    unsigned swaps_ = 0;  // of device and stand-in; tells whose frame an undelivered one is
     Base::EventLoop::TimerId captureDeadline_ = 0;
     Base::EventSource events_;
 };

@@ -40,6 +40,9 @@ class Camera {
     result PowerOff();
     bool IsPoweredOn() const;
     CameraState GetState() const;
+    /// False while the device is unplugged, and from then on every frame is the picture that says
+    /// so; true again before the first real frame. False before Construct.
+    bool IsConnected() const;
 
     /// New lists, the caller's; null before Construct. The preview sizes end with 800 x 480 on the
     /// primary and 640 x 480 on the secondary camera; the capture sizes are in ascending order and
