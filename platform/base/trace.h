@@ -1,4 +1,4 @@
-// Marks where a photograph is on its way, for benchmarks.
+// What a run tells benchmarks and tests about itself.
 #pragma once
 
 #include "base/service.h"
@@ -11,9 +11,14 @@ class Trace : public Service<Trace> {
     virtual ~Trace() = default;
     /// `stage` is a literal.
     virtual void OnMark(const char* stage) = 0;
+    /// `name` is valid during the call only.
+    virtual void OnValue(const char* /*name*/, long long /*value*/) {}
 
     static void Mark(const char* stage) {
         if (IsInstalled()) Current().OnMark(stage);
+    }
+    static void Value(const char* name, long long value) {
+        if (IsInstalled()) Current().OnValue(name, value);
     }
 };
 

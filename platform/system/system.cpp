@@ -9,6 +9,7 @@
 #include <osp/system/system_time.h>
 
 #include "base/event_loop.h"
+#include "base/trace.h"
 #include "system/device.h"
 
 namespace Osp::System {
@@ -61,6 +62,7 @@ result RuntimeInfo::GetValue(const Base::String& key, long long& value) {
         kRuntimeValues, [&key](const RuntimeValue& entry) { return key == entry.key; });
     if (found == std::end(kRuntimeValues)) return result::kKeyNotFound;
     value = found->read();
+    Base::Trace::Value(found->key, value);
     return result::kSuccess;
 }
 

@@ -47,6 +47,9 @@ long long LoopMs() {
 class MarkLog : public Osp::Base::Trace {
   public:
     void OnMark(const char* stage) override { timesMs[stage].push_back(LoopMs()); }
+    void OnValue(const char* name, long long value) override {
+        if (value > 0) OnMark(name);
+    }
     std::map<std::string, std::vector<long long>> timesMs;
 };
 

@@ -61,7 +61,7 @@ class Phone {
     std::vector<std::string> Photos() const;
     nlohmann::json PhotoList();
     long long NowMs();
-    /// The times of all marks of that name (base/trace.h) since the start.
+    /// The times of all marks and positive values of that name (base/trace.h) since the start.
     std::vector<long long> MarksMs(const std::string& mark);
     const std::string& DataFolder() const { return dataFolder_; }
 
