@@ -70,6 +70,12 @@ constexpr std::string_view NameIn(const std::array<std::string_view, size>& name
     return names[index < size ? index : 0];
 }
 
+/// The effect of that number; Normal for one that no effect has.
+constexpr PhotoEffect KnownEffect(std::size_t value) {
+    return value < kPhotoEffectNames.size() ? static_cast<PhotoEffect>(value)
+                                            : PhotoEffect::kNormal;
+}
+
 constexpr std::string_view NameOf(CameraType type) {
     return NameIn(kCameraTypeNames, type);
 }

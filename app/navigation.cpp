@@ -31,7 +31,10 @@ bool MainForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList
 
 void MainForm::WakeCamera() {
     overlay_->HideScreen();
+    ShowShotCounter();
     ShowSplash(SplashOfCameraType());
+    // Also of a session that runs already: its next frame takes the cover away.
+    isFirstFrameShown_ = false;
     if (!running_ && Osp::Failed(Start(true))) {
         (void)Osp::App::Application::GetInstance()->Terminate();
     }

@@ -50,17 +50,24 @@ void MainForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
             break;
         case kActionZoomChanging:
         case kActionEffectChanging:
-            if (setting_->IsEffectSoundEnabled() && players_[kEffectRollPlayer]) {
-                Play(*players_[kEffectRollPlayer]);
-            }
+            PlayRollSound();
             break;
         default:
             break;
     }
 }
 
+void MainForm::PlayRollSound() {
+    const auto& player = players_[kEffectRollPlayer];
+    if (!player) return;
+    StopIfActive(*player);
+    if (setting_->IsEffectSoundEnabled()) (void)player->Play();
+}
+
 void MainForm::SwapCameras() {
     if (!camera_) return;
+    EndSeries();
+    Settle();
     (void)overlay_->SetButtonEnabled(kActionCameraSelection, false);
     isSwitchingCamera_ = true;
     (void)DeinitCamera();
@@ -69,6 +76,7 @@ void MainForm::SwapCameras() {
     const bool isPrimaryNext = next == CameraSelection::kPrimary;
     const result r = InitCamera(next);
     if (Osp::Failed(r)) {
+        overlay_->UpdateOverlay();
         (void)overlay_->SetButtonEnabled(kActionCameraSelection, true);
         return;
     }
@@ -87,8 +95,8 @@ void MainForm::ToggleFlash() {
     // The front camera's flash is the screen, which needs nobody's leave.
     const result r = IsPrimary() ? camera_->SetFlash(turnOn) : result::kSuccess;
     if (Osp::Succeeded(r)) setting_->SetFlashState(turnOn ? FlashState::kOn : FlashState::kOff);
-    // The press has shown the new state; a refusal takes that back.
-    if (Osp::Failed(r)) overlay_->UpdateOverlay();
+    // The press has shown the new state, which a refusal takes back.
+    overlay_->UpdateOverlay();
     (void)overlay_->SetButtonEnabled(kActionFlash, true);
 }
 
@@ -96,11 +104,8 @@ void MainForm::NextWhiteBalance() {
     if (!camera_) return;
     (void)overlay_->SetButtonEnabled(kActionWhiteBalance, false);
     const CameraWhiteBalance next = Next(camera_->GetWhiteBalance());
-    if (Osp::Succeeded(camera_->SetWhiteBalance(next))) {
-        setting_->SetWhiteBalance(next);
-    } else {
-        overlay_->UpdateOverlay();
-    }
+    if (Osp::Succeeded(camera_->SetWhiteBalance(next))) setting_->SetWhiteBalance(next);
+    overlay_->UpdateOverlay();
     (void)overlay_->SetButtonEnabled(kActionWhiteBalance, true);
 }
 
@@ -114,6 +119,7 @@ void MainForm::ApplyZoom() {
 void MainForm::ToggleHdr() {
     (void)overlay_->SetButtonEnabled(kActionHdr, false);
     setting_->EnableHdr(!setting_->IsHdrEnabled());
+    overlay_->UpdateOverlay();
     (void)overlay_->SetButtonEnabled(kActionHdr, true);
 }
 

@@ -30,10 +30,10 @@ class Overlay;
 
 /// Runs the camera, takes photographs and hands the screen over to the other forms. One class by
 /// requirement; its sources are split by concern: app/navigation.cpp, capture/main_form.cpp
-/// (construction), session.cpp, sequence.cpp, actions.cpp, accumulation.cpp, storage.cpp,
-/// preview.cpp, and effects/members.cpp. What needs no form lives outside as pure functions.
-/// Operations return 0 or the code of the first platform call that failed, after which the
-/// remaining steps are skipped. Loop thread only.
+/// (construction), session.cpp, sequence.cpp, series.cpp, actions.cpp, accumulation.cpp,
+/// storage.cpp, preview.cpp, and effects/members.cpp. What needs no form lives outside as pure
+/// functions. Operations return 0 or the code of the first platform call that failed, after which
+/// the remaining steps are skipped. Loop thread only.
 class MainForm : public Osp::Base::Runtime::ITimerEventListener,
                  public Osp::Media::ICameraEventListener,
                  public Osp::Media::IPlayerEventListener,
@@ -140,21 +140,34 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     result ChooseCaptureSize();
     void RestoreZoom();
     void ApplyZoom();
-    void RestartOrEnd();
+    bool RestartOrEnd();
     bool IsPrimary() const;
-    bool IsCapturing() const;
 
     // sequence.cpp
-    void EnableControls(bool enable);
-    void AbandonCapture();
-    void CaptureFromPreview();
+    bool MayCapture() const;
+    result EnsurePreview();
+    result CaptureFromPreview();
+    void BeginFrame();
+    void RestartAfterSilence();
     void PlayShutterSound();
-    void Play(Osp::Media::Player& player);
+    static void StopIfActive(Osp::Media::Player& player);
     std::unique_ptr<Osp::Base::ByteBuffer> Decode(const Osp::Base::ByteBuffer& picture);
     void TakeFrame(Osp::Base::ByteBuffer& frame);
+
+    // series.cpp
+    void EnableControls(bool enable);
     void FollowUp(int actionDelayMs, int quadDelayMs);
+    void ShowShotCounter();
+    void Settle();
+    bool WaitsForSecondPress() const;
+    void LoseFrame();
+    void RefuseFrame();
+    void EndSeries();
+    void AbandonCapture();
+    void AbandonCountdown();
 
     // actions.cpp
+    void PlayRollSound();
     void SwapCameras();
     void ToggleFlash();
     void NextWhiteBalance();
@@ -194,6 +207,7 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     int frontCountdown_ = -1;  // -1 idle, else preview frames since the press on the front camera
     Osp::Base::ByteBuffer accumulation_;
     int shotCounter_ = 0;
+    int lostFrames_ = 0;  // of the series, since its last good frame
     bool isFirstFrameShown_ = false;
     int frameCounter_ = 0;  // of preview frames since the last blend
     int appliedZoom_ = 0;

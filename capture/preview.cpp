@@ -1,3 +1,5 @@
+#include <osp/system/runtime_info.h>
+
 #include "composition.h"
 #include "main_form.h"
 #include "overlay.h"
@@ -18,11 +20,15 @@ constexpr int kPhotographCountdown = 5;
 constexpr int kFrontDelayMs = 1000;
 constexpr int kBytesPerPixel = 3;
 
+constexpr const char* kMemoryValues[] = {"AvailableMemory", "AllocatedMemory",
+                                         "MaxAllocatableMemory"};
+
 }  // namespace
 
 void MainForm::OnCameraPreviewed(ByteBuffer& previewedData, result r) {
     if (Osp::Failed(r)) {
         (void)Stop();
+        AbandonCountdown();
         return;
     }
     if (Osp::Succeeded(DrawPreview(*overlay_, previewedData)) && IsVisible()) {
@@ -31,6 +37,7 @@ void MainForm::OnCameraPreviewed(ByteBuffer& previewedData, result r) {
 }
 
 result MainForm::DrawPreview(OverlayPanel& panel, ByteBuffer& data) {
+    if (!camera_->IsConnected()) AbandonCountdown();
     (void)panel.SetRendererRotation(IsPrimary() ? RendererRotation::kNone
                                                 : RendererRotation::kQuarterTurn);
     result r = result::kSuccess;
@@ -97,6 +104,11 @@ void MainForm::FinishSwitch() {
     overlay_->ShowScreen();
     isFirstFrameShown_ = true;
     isSwitchingCamera_ = false;
+    // For the trace only; nothing here depends on them.
+    for (const char* const value : kMemoryValues) {
+        long long ignored = 0;
+        (void)Osp::System::RuntimeInfo::GetValue(value, ignored);
+    }
 }
 
 }  // namespace Kivo

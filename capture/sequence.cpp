@@ -18,45 +18,30 @@ constexpr int kQuadDelayMs = 600;
 constexpr int kBmpHeaderBytes = 54;
 constexpr int kBytesPerPixel = 3;
 
-// What a running capture takes away from the user.
-constexpr int kCaptureControls[] = {
-    kActionCapture, kActionCameraSelection, kActionFlash, kActionWhiteBalance,
-    kActionHdr,     kActionCameraType,      kActionAlbum, kActionSettings};
-
 }  // namespace
 
-void MainForm::EnableControls(bool enable) {
-    for (const int id : kCaptureControls) (void)overlay_->SetButtonEnabled(id, enable);
-    overlay_->EnableKeys(enable);
-}
-
-bool MainForm::IsCapturing() const {
-    return !overlay_->IsButtonEnabled(kActionCapture);
-}
-
 void MainForm::OnKeyPressed(const Osp::Ui::Control&, Osp::Ui::KeyCode keyCode) {
-    if (keyCode != Osp::Ui::KeyCode::kCamera) return;
-    // The key is the shutter button: what disables the one disables the other.
-    if (!IsCapturing() && isFirstFrameShown_) PreCapture();
+    if (keyCode == Osp::Ui::KeyCode::kCamera && MayCapture()) PreCapture();
+}
+
+// The key is the shutter button: what disables, hides or covers the one disables the other.
+bool MainForm::MayCapture() const {
+    return overlay_->IsButtonEnabled(kActionCapture) && overlay_->GetShowState() &&
+           !splash_->GetShowState();
 }
 
 void MainForm::PreCapture() {
     overlay_->SetFocused(true);
     EnableControls(false);
     PrepareTables();
-    if (IsPrimary()) {
-        if (Osp::Failed(StartCapture())) EnableControls(true);
-    } else {
-        CaptureFromPreview();
-    }
+    BeginFrame();
 }
 
-void MainForm::CaptureFromPreview() {
-    frontCountdown_ = 0;
-    if (setting_->GetFlashState() == FlashState::kOn) overlay_->FlashEffect();
+void MainForm::BeginFrame() {
+    if (Osp::Failed(IsPrimary() ? StartCapture() : CaptureFromPreview())) RefuseFrame();
 }
 
-result MainForm::StartCapture() {
+result MainForm::EnsurePreview() {
     if (!camera_) return result::kInvalidState;
     if (camera_->GetState() != CameraState::kPreviewing) {
         (void)camera_->PowerOff();
@@ -64,6 +49,21 @@ result MainForm::StartCapture() {
         const result r = Start(true);
         if (Osp::Failed(r)) return r;
     }
+    // The picture that says that the camera is gone is never a photograph.
+    return camera_->IsConnected() ? result::kSuccess : result::kObjectNotFound;
+}
+
+result MainForm::CaptureFromPreview() {
+    const result r = EnsurePreview();
+    if (Osp::Failed(r)) return r;
+    frontCountdown_ = 0;
+    if (setting_->GetFlashState() == FlashState::kOn) overlay_->FlashEffect();
+    return result::kSuccess;
+}
+
+result MainForm::StartCapture() {
+    const result r = EnsurePreview();
+    if (Osp::Failed(r)) return r;
     const CameraType type = setting_->GetCameraType();
     const bool isNextOfSeries =
         (type == CameraType::kAction || type == CameraType::kQuad) && shotCounter_ > 0;
@@ -80,15 +80,19 @@ void MainForm::OnCameraAutoFocused(bool) {
 
 void MainForm::OnTimerExpired(Osp::Base::Runtime::Timer&) {
     if (focusGuard_) {
-        focusGuard_ = false;
-        (void)Stop();
-        RestartOrEnd();
-        PreCapture();
-    } else if (IsPrimary()) {
-        if (Osp::Failed(StartCapture())) EnableControls(true);
+        RestartAfterSilence();
     } else {
-        CaptureFromPreview();
+        BeginFrame();
     }
+}
+
+void MainForm::RestartAfterSilence() {
+    focusGuard_ = false;
+    (void)Stop();
+    if (!RestartOrEnd()) return;
+    // The zoom survives a power cycle only after a picture, which did not come.
+    RestoreZoom();
+    PreCapture();
 }
 
 void MainForm::OnCameraCaptured(ByteBuffer& capturedData, result r) {
@@ -99,8 +103,12 @@ void MainForm::OnCameraCaptured(ByteBuffer& capturedData, result r) {
     PlayShutterSound();
     (void)Stop();
     const std::unique_ptr<ByteBuffer> frame = Osp::Succeeded(r) ? Decode(capturedData) : nullptr;
-    if (frame) TakeFrame(*frame);
-    RestartOrEnd();
+    if (frame) {
+        TakeFrame(*frame);
+    } else {
+        LoseFrame();
+    }
+    (void)RestartOrEnd();
     FollowUp(kActionDelayMs, kQuadDelayMs);
 }
 
@@ -131,6 +139,7 @@ std::unique_ptr<ByteBuffer> MainForm::Decode(const ByteBuffer& picture) {
 }
 
 void MainForm::TakeFrame(ByteBuffer& frame) {
+    lostFrames_ = 0;
     if (!Effects::IsLastFrame(setting_->GetCameraType(), shotCounter_)) {
         (void)SaveToCache(frame);
         return;
@@ -138,55 +147,25 @@ void MainForm::TakeFrame(ByteBuffer& frame) {
     overlay_->ShowProcessing();
     (void)SaveToFile(&frame, true, false);
     if (setting_->IsHdrEnabled()) (void)SaveToFile(&frame, true, true);
-    accumulation_.Clear();
-    shotCounter_ = 0;
+    EndSeries();
     overlay_->ShowScreen();
-}
-
-void MainForm::FollowUp(int actionDelayMs, int quadDelayMs) {
-    const CameraType type = setting_->GetCameraType();
-    const bool isInSeries = shotCounter_ >= 1 && shotCounter_ <= 3;
-    if (isInSeries && (type == CameraType::kAction || type == CameraType::kQuad)) {
-        overlay_->SetCaptureButton(shotCounter_);
-        (void)timer_->Start(type == CameraType::kAction ? actionDelayMs : quadDelayMs);
-    } else if (shotCounter_ > 0 && type == CameraType::kMix) {
-        overlay_->SetCaptureButton(0);
-        EnableControls(false);
-        (void)overlay_->SetButtonEnabled(kActionCapture, true);
-    } else {
-        overlay_->SetCaptureButton(-1);
-        EnableControls(true);
-    }
-}
-
-void MainForm::AbandonCapture() {
-    const bool waitsForSecondPress =
-        setting_->GetCameraType() == CameraType::kMix && shotCounter_ > 0;
-    if (timer_) (void)timer_->Cancel();
-    focusGuard_ = false;
-    frontCountdown_ = -1;
-    if (!waitsForSecondPress) {
-        shotCounter_ = 0;
-        setting_->EnablePreview(false);
-    }
-    if (overlay_ == nullptr) return;
-    overlay_->SetFocused(false);
-    FollowUp(0, 0);
 }
 
 void MainForm::PlayShutterSound() {
     if (!setting_->IsShutterSoundEnabled()) return;
     const auto type = static_cast<std::size_t>(setting_->GetCameraType());
     constexpr std::size_t kOthers = 2;
-    if (auto& player = players_[type < kOthers ? type : kOthers]) Play(*player);
+    auto& player = players_[type < kOthers ? type : kOthers];
+    if (!player) return;
+    StopIfActive(*player);
+    (void)player->Play();
 }
 
-void MainForm::Play(Osp::Media::Player& player) {
+void MainForm::StopIfActive(Osp::Media::Player& player) {
     const Osp::Media::PlayerState state = player.GetState();
     if (state == Osp::Media::PlayerState::kPlaying || state == Osp::Media::PlayerState::kPaused) {
         (void)player.Stop();
     }
-    (void)player.Play();
 }
 
 }  // namespace Kivo

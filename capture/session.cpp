@@ -180,8 +180,11 @@ void MainForm::DeinitSound() {
     players_ = {};
 }
 
-void MainForm::RestartOrEnd() {
-    if (Osp::Failed(Start(false))) (void)Osp::App::Application::GetInstance()->Terminate();
+// Whether the session runs again; if not, the application is about to end.
+bool MainForm::RestartOrEnd() {
+    if (Osp::Succeeded(Start(false))) return true;
+    (void)Osp::App::Application::GetInstance()->Terminate();
+    return false;
 }
 
 bool MainForm::IsPrimary() const {

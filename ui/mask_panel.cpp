@@ -44,6 +44,7 @@ void MaskPanel::SetColor(int red, int green, int blue, int alpha) {
 }
 
 void MaskPanel::Appear() {
+    (void)fadeTimer_->Cancel();
     (void)SetShowState(true);
     (void)Draw();
     (void)Show();
@@ -57,14 +58,16 @@ void MaskPanel::Disappear() {
     (void)fadeTimer_->Start(kFadeStepMs);
 }
 
+void MaskPanel::Vanish() {
+    (void)fadeTimer_->Cancel();
+    fadeStep_ = 0;
+    icon_ = IconType::kNone;
+    (void)SetShowState(false);
+}
+
 void MaskPanel::OnTimerExpired(Osp::Base::Runtime::Timer&) {
     RequestRedraw();
-    if (fadeStep_ > kLastFadeStep) {
-        fadeStep_ = 0;
-        icon_ = IconType::kNone;
-        (void)SetShowState(false);
-        return;
-    }
+    if (fadeStep_ > kLastFadeStep) return Vanish();
     alpha_ = std::max(0, alpha_ + alpha_ / (fadeStep_ - kLastFadeStep - 1));
     ++fadeStep_;
     (void)fadeTimer_->Start(kFadeStepMs);

@@ -28,11 +28,13 @@ class MaskPanel : public Osp::Ui::Controls::Panel, public Osp::Base::Runtime::IT
     void SetZoomBar(const Osp::Graphics::Bitmap* bitmap) { zoomBar_ = bitmap; }
     void SetEffectRoll(const Osp::Graphics::Bitmap* bitmap) { effectRoll_ = bitmap; }
 
-    /// Shows, draws and presents the panel.
+    /// Shows, draws and presents the panel; a fade under way ends here.
     void Appear();
     /// Takes the picture away at once and fades the colour out in six steps of 10 ms; a fade under
     /// way begins again from the opacity it has reached.
     void Disappear();
+    /// Takes everything away at once, a fade under way included.
+    void Vanish();
 
     result OnDraw() override;
     void OnTimerExpired(Osp::Base::Runtime::Timer& timer) override;

@@ -254,7 +254,7 @@ void Overlay::SetFocused(bool focused) {
 void Overlay::FlashEffect() {
     mask_->SetColor(255, 255, 255, 255);
     mask_->SetShowIcon(IconType::kFlashText);
-    ShowMask();
+    mask_->Appear();
 }
 
 void Overlay::ShowHelpButtons(bool show) {
@@ -284,6 +284,9 @@ void Overlay::ShowProcessing() {
 }
 
 void Overlay::HideScreen() {
+    DropTouch();
+    ShowHelpButtons(false);
+    mask_->SetShowIcon(IconType::kNone);
     SetCaptureButton(-1);
     SetPictures(*cameraType_,
                 pictures_.Get(kCameraTypePictures, static_cast<int>(setting_->GetCameraType())));
@@ -295,7 +298,7 @@ void Overlay::HideScreen() {
     effectRollX_ = kEffectRollRetractedX;
     PlaceSliders();
     mask_->SetColor(0, 0, 0, 255);
-    ShowMask();
+    mask_->Appear();
     (void)SetShowState(true);
     (void)Draw();
     (void)Show();
@@ -311,6 +314,7 @@ void Overlay::UpdateOverlay() {
         pictures_.Get(kZoomPictures, static_cast<int>(setting_->GetZoomLevel())));
     effectRoll_->SetBackgroundBitmap(RollPicture(static_cast<int>(setting_->GetPhotoEffect())));
     const bool isFlashOn = setting_->GetFlashState() == FlashState::kOn;
+    SetPictures(*selection_, SelectionPicture());
     SetPictures(*flash_, pictures_.Get(kFlashPictures, isFlashOn ? 1 : 0));
     SetPictures(*whiteBalance_, pictures_.Get(kWhiteBalancePictures,
                                               static_cast<int>(setting_->GetWhiteBalance())));

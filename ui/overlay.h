@@ -43,8 +43,8 @@ class Overlay : public Osp::Ui::Controls::OverlayPanel,
     /// The shot counter of a multi-shot camera on the shutter button: the picture after n shots and
     /// the one under way. Other cameras get the plain shutter.
     void SetCaptureButton(int n);
-    /// While disabled, touches on the drag controls and on the mask do nothing.
-    void EnableKeys(bool enable) { keysEnabled_ = enable; }
+    /// While disabled, no touch has any effect; disabling takes the finger off what it is on.
+    void EnableKeys(bool enable);
     void SetFocused(bool focused);
 
     /// Lights the screen as a flash.
@@ -52,7 +52,7 @@ class Overlay : public Osp::Ui::Controls::OverlayPanel,
     void ShowHelp();
     void ShowCredit();
     void ShowProcessing();
-    /// Resets the camera screen, covers it with black and shows the overlay.
+    /// Resets the camera screen, finger and help included, covers it with black and shows it.
     void HideScreen();
     /// Removes the cover or the help.
     void ShowScreen();
@@ -94,7 +94,7 @@ class Overlay : public Osp::Ui::Controls::OverlayPanel,
     const Osp::Graphics::Bitmap& SelectionPicture() const;
 
     // overlay_touch.cpp
-    bool IsValueButton(const Osp::Ui::Control& control) const;
+    void DropTouch();
     bool PreviewValue(const Osp::Ui::Control& source);
     void Preview(Osp::Ui::Controls::Button& button, IconType icon,
                  const Osp::Graphics::Bitmap& bitmap);
@@ -106,9 +106,9 @@ class Overlay : public Osp::Ui::Controls::OverlayPanel,
     void ReleaseZoomBar();
     void ReleaseEffectRoll();
     void PressSlider(Slider& slider, bool isAtRest, IconType icon, int value);
+    void Drop(Slider& slider, int value);
     void Animate(Slider& slider);
     void EndDrag(Slider& slider);
-    void ShowMask();
     bool Step(Slider& slider, int& place, int stepPixels, int retracted, int extended);
     void PlaceSliders();
 
@@ -135,6 +135,8 @@ class Overlay : public Osp::Ui::Controls::OverlayPanel,
     Slider zoom_;
     Slider effect_;
     Osp::Graphics::Point pressPoint_;
+    // What the finger shows a value of on the mask; not owned. Null once it is up or dropped.
+    const Osp::Ui::Control* touched_ = nullptr;
     int zoomBarY_ = 0;
     int effectRollX_ = 0;
     bool keysEnabled_ = true;

@@ -1,4 +1,5 @@
 #include <cstdlib>
+#include <utility>
 
 #include "drag_steps.h"
 #include "overlay.h"
@@ -29,10 +30,33 @@ constexpr Rectangle kCloseRegion{17, 401, 50, 50};
 void Overlay::OnTouchPressed(const Control& source, const Point& position) {
     if (!keysEnabled_) return;
     pressPoint_ = position;
+    touched_ = &source == mask_ ? nullptr : &source;
     if (PreviewValue(source)) return;
     if (&source == zoomBar_) PressZoomBar();
     if (&source == effectRoll_) PressEffectRoll();
     if (&source == mask_) PressMask(position);
+}
+
+// Where a touch ends without a release, nothing that it showed may stay: the values on the screen
+// are those of the settings again, and a drag under way has not been.
+void Overlay::DropTouch() {
+    if (std::exchange(touched_, nullptr) == nullptr) return;
+    Drop(zoom_, static_cast<int>(setting_->GetZoomLevel()));
+    Drop(effect_, static_cast<int>(setting_->GetPhotoEffect()));
+    mask_->SetZoomBar(nullptr);
+    mask_->SetEffectRoll(nullptr);
+    UpdateOverlay();
+    mask_->Vanish();
+}
+
+void Overlay::Drop(Slider& slider, int value) {
+    slider.armed = slider.moved = false;
+    slider.pending = static_cast<std::uint8_t>(value);
+}
+
+void Overlay::EnableKeys(bool enable) {
+    keysEnabled_ = enable;
+    if (!enable) DropTouch();
 }
 
 // A press shows the value that the action will set.
@@ -64,13 +88,7 @@ void Overlay::Preview(Button& button, IconType icon, const Bitmap& bitmap) {
     SetPictures(button, bitmap);
     mask_->SetShowIcon(icon);
     mask_->SetColor(0, 0, 0, kScrimAlpha);
-    ShowMask();
-}
-
-void Overlay::ShowMask() {
-    (void)mask_->SetShowState(true);
-    (void)mask_->Draw();
-    (void)mask_->Show();
+    mask_->Appear();
 }
 
 void Overlay::PressZoomBar() {
@@ -103,7 +121,7 @@ void Overlay::PressSlider(Slider& slider, bool isAtRest, IconType icon, int valu
     slider.lastReported = static_cast<std::uint8_t>(value);
     mask_->SetShowIcon(IconAfter(icon, value));
     mask_->SetColor(0, 0, 0, kScrimAlpha);
-    ShowMask();
+    mask_->Appear();
 }
 
 void Overlay::Animate(Slider& slider) {
@@ -124,7 +142,7 @@ void Overlay::PressMask(const Point& position) {
 }
 
 void Overlay::OnTouchMoved(const Control& source, const Point& position) {
-    if (!keysEnabled_) return;
+    if (!keysEnabled_ || &source != touched_) return;
     if (&source == zoomBar_ && zoom_.armed) DragZoom(position.x - pressPoint_.x);
     if (&source == effectRoll_ && effect_.armed) DragEffect(position.y - pressPoint_.y);
 }
@@ -149,7 +167,8 @@ void Overlay::DragEffect(int dy) {
     const int effect = EffectAfterDrag(setting_->GetCameraType(),
                                        static_cast<int>(setting_->GetPhotoEffect()), dy);
     effect_.pending = static_cast<std::uint8_t>(effect);
-    mask_->SetShowIcon(IconAfter(IconType::kFirstEffect, effect));
+    mask_->SetShowIcon(
+        IconAfter(IconType::kFirstEffect, static_cast<int>(KnownEffect(effect_.pending))));
     if (effect_.pending == effect_.lastReported) return;
     listener_->OnActionPerformed(*effectRoll_, kActionEffectChanging);
     effectRoll_->SetBackgroundBitmap(RollPicture(effect));
@@ -159,30 +178,24 @@ void Overlay::DragEffect(int dy) {
 }
 
 void Overlay::OnTouchReleased(const Control& source, const Point& position) {
-    if (!keysEnabled_) return;
-    if (IsValueButton(source)) {
-        // Released outside there is no action, and the button goes back to the value that holds.
-        if (!source.GetScreenBounds().Contains(position)) {
-            UpdateOverlay();
-            SetPictures(*selection_, SelectionPicture());
-        }
-        mask_->Disappear();
-    } else if (&source == zoomBar_) {
+    if (!keysEnabled_ || &source != touched_) return;
+    if (&source == zoomBar_) {
         ReleaseZoomBar();
     } else if (&source == effectRoll_) {
         ReleaseEffectRoll();
+    } else {
+        // Released outside there is no action, and the button goes back to the value that holds.
+        if (!source.GetScreenBounds().Contains(position)) UpdateOverlay();
+        mask_->Disappear();
     }
-}
-
-bool Overlay::IsValueButton(const Control& control) const {
-    return &control == selection_ || &control == flash_ || &control == whiteBalance_ ||
-           &control == hdr_;
+    touched_ = nullptr;
 }
 
 void Overlay::ReleaseZoomBar() {
     mask_->SetZoomBar(nullptr);
     if (!zoom_.armed) return;
     setting_->SetZoomLevel(static_cast<ZoomLevel>(zoom_.pending));
+    zoomBar_->SetBackgroundBitmap(pictures_.Get(kZoomPictures, zoom_.pending));
     listener_->OnActionPerformed(*zoomBar_, kActionZoom);
     EndDrag(zoom_);
 }
@@ -190,7 +203,10 @@ void Overlay::ReleaseZoomBar() {
 void Overlay::ReleaseEffectRoll() {
     mask_->SetEffectRoll(nullptr);
     if (!effect_.armed) return;
-    setting_->SetPhotoEffect(static_cast<PhotoEffect>(effect_.pending));
+    // What a long drag leaves outside the effects looks like Normal, and is stored as that.
+    const PhotoEffect effect = KnownEffect(effect_.pending);
+    setting_->SetPhotoEffect(effect);
+    effectRoll_->SetBackgroundBitmap(RollPicture(static_cast<int>(effect)));
     EndDrag(effect_);
 }
 
@@ -201,7 +217,7 @@ void Overlay::EndDrag(Slider& slider) {
         Animate(slider);
     }
     mask_->SetColor(0, 0, 0, 0);
-    ShowMask();
+    mask_->Appear();
     mask_->Disappear();
 }
 

@@ -21,10 +21,19 @@ class CameraTrouble : public testing::Test {
     CameraTrouble() {
         phone_.Do({"await preview", "background"});
         phone_.On([this] {
-            auto& device = CameraService::Current().Slot(CameraSelection::kPrimary).device;
-            device = std::make_unique<FaultyCamera>(std::move(device), fault_);
+            for (const auto selection : {CameraSelection::kPrimary, CameraSelection::kSecondary}) {
+                auto& device = CameraService::Current().Slot(selection).device;
+                device = std::make_unique<FaultyCamera>(std::move(device), fault_);
+            }
         });
         phone_.Do({"foreground", "await preview", "wait 200"});
+    }
+    void UseFrontCamera() { phone_.Do({"tap 618 425", "await preview", "wait 200"}); }
+    int ZoomStep() {
+        return phone_.On([] {
+            auto& device = CameraService::Current().Slot(CameraSelection::kPrimary).device;
+            return static_cast<FaultyCamera&>(*device).ZoomStep();
+        });
     }
     void SetFault(Fault fault) {
         phone_.On([this, fault] { fault_ = fault; });
@@ -79,6 +88,56 @@ TEST_F(CameraTrouble, TheGuardTriesAgainThreeSecondsAfterFocusing) {
     const long long restart = 3000 + 200;  // and the focusing of the second try
     EXPECT_GE(focused[1] - focused[0], 3000);
     EXPECT_LE(focused[1] - focused[0], restart);
+    ExpectPressTakesPhotograph();
+}
+
+TEST_F(CameraTrouble, TheGuardsRestartKeepsTheZoomThatTheBarShows) {
+    phone_.Do({"tap 700 10", "wait 100", "drag 750 20 660 20", "wait 100"});
+    ASSERT_EQ(ZoomStep(), 3);
+    SetFault(Fault::kRefuses);
+    phone_.Do({"key camera", "wait 3400"});
+    EXPECT_EQ(phone_.MarksMs("focus-done").size(), 2u);
+    EXPECT_EQ(ZoomStep(), 3);
+}
+
+TEST_F(CameraTrouble, APreviewThatEndsLeavesControlsThatStartItAgain) {
+    for (const bool isFront : {false, true}) {
+        if (isFront) UseFrontCamera();
+        for (const char* press : {"key camera", "tap 736 228"}) {
+            SCOPED_TRACE(std::string(press) + (isFront ? ", front camera" : ""));
+            SetFault(Fault::kDies);
+            phone_.Wait(300);
+            EXPECT_TRUE(phone_.IsEnabled(kShutter));
+            SetFault(Fault::kNone);
+            const std::size_t before = phone_.Photos().size();
+            phone_.Do({press, "wait 2000"});
+            EXPECT_EQ(phone_.Photos().size(), before + 1);
+        }
+    }
+    phone_.Do({"key camera", "wait 70"});
+    ASSERT_FALSE(phone_.IsEnabled(kShutter));
+    SetFault(Fault::kDies);
+    phone_.Do({"wait 300", "key camera", "wait 300"});
+    ExpectPressTakesPhotograph();
+}
+
+TEST_F(CameraTrouble, ThePictureThatSaysThatACameraIsGoneIsNoPhotograph) {
+    for (const bool isFront : {false, true}) {
+        SCOPED_TRACE(isFront ? "front camera" : "back camera");
+        if (isFront) UseFrontCamera();
+        const std::size_t before = phone_.Photos().size();
+        phone_.Do({isFront ? "unplug secondary" : "unplug primary", "wait 300"});
+        (void)phone_.Sounds();
+        phone_.Do({"key camera", "tap 736 228", "wait 5000"});
+        EXPECT_TRUE(phone_.Sounds().empty());
+        EXPECT_EQ(phone_.Photos().size(), before);
+        phone_.Do({isFront ? "plug secondary" : "plug primary", "wait 300"});
+        ExpectPressTakesPhotograph();
+    }
+    const std::size_t before = phone_.Photos().size();
+    phone_.Do({"key camera", "wait 70", "unplug secondary", "wait 3000"});
+    EXPECT_EQ(phone_.Photos().size(), before) << "gone while the front camera counts down";
+    phone_.Do({"plug secondary", "wait 300"});
     ExpectPressTakesPhotograph();
 }
 

@@ -20,7 +20,8 @@ struct Box {
 class ControlsTest : public testing::Test {
   protected:
     // A camera that shows a still picture, so that screens can be compared.
-    ControlsTest() : subjects_(1), phone_({.primary = subjects_.Source(), .registry = {}}) {
+    ControlsTest()
+        : subjects_(1), phone_({.primary = subjects_.Source(), .secondary = subjects_.Source()}) {
         phone_.Do({"await preview", "wait 100"});
     }
 
@@ -209,6 +210,100 @@ TEST_F(ControlsTest, TheFrontCameraHasNeitherZoomNorWhiteBalanceButTheScreenAsFl
     phone_.Do({"wait 3000", "tap 618 425", "wait 500", "await preview", "wait 100"});
     EXPECT_FALSE(Find("Zoom").is_null());
     EXPECT_FALSE(Find("White balance").is_null());
+}
+
+TEST_F(ControlsTest, WhatTheKeyTakesFromTheFingerShowsWhatIsSet) {
+    phone_.Do({"tap 618 425", "wait 500", "await preview", "wait 200"});
+    const Pixels before = WholeScreen();
+    for (const char* place : {"264 425", "500 425"}) {
+        SCOPED_TRACE(place);
+        phone_.Do(std::string("press ") + place);
+        phone_.Do({"wait 50", "key camera", "wait 100"});
+        phone_.Do(std::string("release ") + place);
+        phone_.Do("wait 2000");
+        EXPECT_EQ(WholeScreen(), before);
+    }
+    EXPECT_FALSE(Setting([](auto& s) { return s.IsHdrEnabled(); }));
+    EXPECT_EQ(Setting([](auto& s) { return s.GetFlashState(); }), FlashState::kOff);
+    EXPECT_EQ(phone_.Photos().size(), 2u);
+
+    phone_.Do({"tap 618 425", "wait 500", "await preview", "wait 200"});
+    Extend();
+    const Pixels out = WholeScreen();
+    phone_.Do({"press 750 20", "move 690 20", "key camera", "wait 2000", "release 690 20"});
+    phone_.Wait(200);
+    EXPECT_EQ(WholeScreen(), out);
+    EXPECT_EQ(Zoom(), 0);
+    phone_.Do({"tap 700 10", "wait 200"});
+    EXPECT_EQ(Zoom(), 0) << "a drag that was taken away leaves nothing to store";
+}
+
+TEST_F(ControlsTest, ARollThatIsDraggedPastItsEndStopsAtNormal) {
+    Extend();
+    const Pixels normal = WholeScreen();
+    phone_.Do({"press 20 110", "move 20 479"});
+    phone_.Wait(50);
+    const Pixels held = WholeScreen();
+    phone_.Do({"move 20 109", "move 20 140", "move 20 479"});
+    phone_.Wait(50);
+    EXPECT_EQ(WholeScreen(), held);
+    phone_.Do({"release 20 479", "wait 100"});
+    EXPECT_EQ(Effect(), 0);
+    EXPECT_EQ(WholeScreen(), normal);
+    Drag(20, 230, 0, -30);
+    EXPECT_EQ(Effect(), 1) << "and goes on from there";
+}
+
+TEST_F(ControlsTest, TheBackgroundTakesFingerHelpAndDragAway) {
+    const Pixels before = WholeScreen();
+    for (const char* leave : {"tap 40 425", "press 264 425", "press 500 425", "press 736 227"}) {
+        SCOPED_TRACE(leave);
+        phone_.Do({leave, "wait 50", "background", "wait 50", "foreground"});
+        const Pixels covered = WholeScreen();
+        phone_.Do({"release 264 425", "wait 500"});
+        EXPECT_EQ(WholeScreen(), before);
+        phone_.Do({"background", "wait 50", "foreground"});
+        EXPECT_EQ(WholeScreen(), covered) << "nothing of it flashes up";
+        phone_.Do("wait 500");
+    }
+    EXPECT_TRUE(phone_.Photos().empty());
+    EXPECT_FALSE(Setting([](auto& s) { return s.IsHdrEnabled(); }));
+
+    Extend();
+    phone_.Do({"press 750 20", "move 690 20", "background", "foreground", "wait 500"});
+    EXPECT_EQ(WholeScreen(), before);
+    EXPECT_EQ(Zoom(), 0);
+}
+
+TEST_F(ControlsTest, ARequestToARunningSessionCoversItForAFrameOnly) {
+    const Pixels before = WholeScreen();
+    phone_.On([] {
+        (void)Osp::Ui::Screen::Current().GetCurrentForm()->SendUserEvent(kRequestForeground,
+                                                                         nullptr);
+    });
+    EXPECT_NE(WholeScreen(), before);
+    phone_.Wait(300);
+    EXPECT_EQ(WholeScreen(), before);
+}
+
+TEST_F(ControlsTest, TheFocusGuideForgetsAPressThatFails) {
+    phone_.Do({"unplug primary", "wait 200"});
+    const Pixels before = WholeScreen();
+    phone_.Do({"key camera", "wait 200"});
+    EXPECT_EQ(WholeScreen(), before);
+    Use(CameraType::kAction);
+    const Pixels action = WholeScreen();
+    phone_.Do({"key camera", "wait 200"});
+    EXPECT_EQ(WholeScreen(), action) << "nor does the shutter count it";
+}
+
+TEST_F(ControlsTest, ADoubleExposureShowsThatItWaitsAlsoAfterTheBackground) {
+    const Box shutter{682, 173, 109, 109};
+    Use(CameraType::kMix);
+    phone_.Do({"key camera", "wait 1500"});
+    const Pixels waiting = Shown(shutter);
+    phone_.Do({"background", "wait 100", "foreground", "await preview", "wait 500"});
+    EXPECT_EQ(Shown(shutter), waiting);
 }
 
 TEST_F(ControlsTest, NothingAnswersWhileAPhotographIsTaken) {

@@ -21,6 +21,7 @@ enum class Fault {
     kTruncated,  // delivers half of one
     kTwice,      // delivers it twice
     kLate,       // delivers it when nobody waits any more
+    kDies,       // its stream ends instead of the next frame
 };
 
 /// Stands before a good device. Loop thread only.
@@ -39,9 +40,14 @@ class FaultyCamera : public Osp::Media::CameraDevice, private Osp::Media::Camera
     }
     void Close() override { device_->Close(); }
     result Start(const Osp::Media::StreamSettings& settings) override {
+        zoomStep_ = settings.zoomStep;
         return device_->Start(settings);
     }
-    void Change(const Osp::Media::StreamSettings& settings) override { device_->Change(settings); }
+    void Change(const Osp::Media::StreamSettings& settings) override {
+        zoomStep_ = settings.zoomStep;
+        device_->Change(settings);
+    }
+    int ZoomStep() const { return zoomStep_; }
     void Stop() override { device_->Stop(); }
     result StartAutoFocus() override {
         return fault_ == Fault::kUnfocused ? result::kUnsupported : device_->StartAutoFocus();
@@ -57,7 +63,14 @@ class FaultyCamera : public Osp::Media::CameraDevice, private Osp::Media::Camera
     using ByteBuffer = Osp::Base::ByteBuffer;
 
     bool WantsFrame() const override { return client_->WantsFrame(); }
-    void OnFrame(ByteBuffer frame) override { client_->OnFrame(std::move(frame)); }
+    void OnFrame(ByteBuffer frame) override {
+        if (fault_ != Fault::kDies) return client_->OnFrame(std::move(frame));
+        // No delivery calls the device.
+        Osp::Base::EventLoop::Current().Post(Osp::Base::EventClass::kSystem, [this] {
+            device_->Stop();
+            client_->OnFailed(result::kIo);
+        });
+    }
     void OnFocused(bool isSharp) override { client_->OnFocused(isSharp); }
     void OnFailed(result r) override { client_->OnFailed(r); }
     void OnStill(ByteBuffer jpeg, result r) override {
@@ -88,6 +101,7 @@ class FaultyCamera : public Osp::Media::CameraDevice, private Osp::Media::Camera
     std::unique_ptr<CameraDevice> device_;
     const Fault& fault_;                    // the test's
     CameraDeviceClient* client_ = nullptr;  // not owned; while open
+    int zoomStep_ = 0;                      // of the running stream
 };
 
 }  // namespace Kivo::Testing
