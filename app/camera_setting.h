@@ -11,6 +11,14 @@
 
 namespace Kivo {
 
+/// The one that a press of the white-balance button leads to.
+constexpr Osp::Media::CameraWhiteBalance NextWhiteBalance(Osp::Media::CameraWhiteBalance balance) {
+    using Osp::Media::CameraWhiteBalance;
+    return balance >= CameraWhiteBalance::kTungsten
+               ? CameraWhiteBalance::kAuto
+               : static_cast<CameraWhiteBalance>(static_cast<int>(balance) + 1);
+}
+
 /// What the user has chosen, and the capture sizes of the camera in use. The camera form owns it;
 /// overlay and forms share it by pointer. Every setter changes exactly its own field. Loop thread
 /// only.

@@ -50,6 +50,11 @@ enum class StorageType : std::uint8_t { kPhone = 0, kMemoryCard = 1 };
 inline constexpr std::uint8_t kPrimaryCamera = 0;
 inline constexpr std::uint8_t kSecondaryCamera = 1;
 
+/// The others have no Fisheye, Concave and Mirror.
+constexpr bool OffersAllEffects(CameraType type) {
+    return type == CameraType::kKivo || type == CameraType::kDslr;
+}
+
 /// Tilt-shift is written "TILT", not by its short name.
 inline constexpr std::array<std::string_view, 6> kCameraTypeNames{"KIVO", "DSLR", "ACTION",
                                                                   "QUAD", "MIX",  "TILT"};

@@ -3,9 +3,6 @@
 
 namespace Kivo {
 
-inline constexpr long kFirstRequest = 100;
-inline constexpr long kLastRequest = 128;
-
 /// Wake the camera.
 inline constexpr long kRequestForeground = 100;
 /// Let go of the camera.

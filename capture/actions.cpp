@@ -9,16 +9,6 @@ namespace Kivo {
 using Osp::Media::CameraSelection;
 using Osp::Media::CameraWhiteBalance;
 
-namespace {
-
-constexpr int kWhiteBalances = 5;
-
-CameraWhiteBalance Next(CameraWhiteBalance balance) {
-    return static_cast<CameraWhiteBalance>((static_cast<int>(balance) + 1) % kWhiteBalances);
-}
-
-}  // namespace
-
 void MainForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
     switch (actionId) {
         case kActionCapture:
@@ -103,7 +93,7 @@ void MainForm::ToggleFlash() {
 void MainForm::NextWhiteBalance() {
     if (!camera_) return;
     (void)overlay_->SetButtonEnabled(kActionWhiteBalance, false);
-    const CameraWhiteBalance next = Next(camera_->GetWhiteBalance());
+    const CameraWhiteBalance next = Kivo::NextWhiteBalance(camera_->GetWhiteBalance());
     if (Osp::Succeeded(camera_->SetWhiteBalance(next))) setting_->SetWhiteBalance(next);
     overlay_->UpdateOverlay();
     (void)overlay_->SetButtonEnabled(kActionWhiteBalance, true);

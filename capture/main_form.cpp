@@ -6,6 +6,7 @@
 #include <osp/system/system_info.h>
 
 #include "overlay.h"
+#include "photo_folders.h"
 #include "registry_keys.h"
 
 namespace Kivo {
@@ -20,8 +21,6 @@ constexpr const char* kSplashResources[] = {
     "/Res/splash_quad.png",  "/Res/splash_mix.png",  "/Res/splash_ts.png",
     "/Res/splash_album.png",
 };
-
-constexpr const char* kCardFolder = "/Storagecard/Media/Images";
 
 AppRegistry& Registry() {
     return *Osp::App::Application::GetInstance()->GetAppRegistry();

@@ -18,7 +18,6 @@ constexpr int kSecondaryPanelWidth = 360;
 constexpr int kFramesPerBlend = 8;
 constexpr int kPhotographCountdown = 5;
 constexpr int kFrontDelayMs = 1000;
-constexpr int kBytesPerPixel = 3;
 
 constexpr const char* kMemoryValues[] = {"AvailableMemory", "AllocatedMemory",
                                          "MaxAllocatableMemory"};
@@ -67,7 +66,7 @@ void MainForm::ConvertFrame(OverlayPanel& panel, ByteBuffer& data) {
     frameCounter_ = 0;
     const auto [width, height] = camera_->GetPreviewResolution();
     ByteBuffer converted;
-    if (Osp::Failed(converted.Construct(width * height * kBytesPerPixel))) return;
+    if (Osp::Failed(converted.Construct(width * height * Effects::kBytesPerPixel))) return;
     const Effects::Pixels pixels{converted.GetPointer(), width, height};
     ConvertPreview(data.GetPointer(), pixels);
 

@@ -16,7 +16,6 @@ constexpr int kPictureTimeoutMs = 3000;
 constexpr int kActionDelayMs = 100;
 constexpr int kQuadDelayMs = 600;
 constexpr int kBmpHeaderBytes = 54;
-constexpr int kBytesPerPixel = 3;
 
 }  // namespace
 
@@ -119,17 +118,18 @@ std::unique_ptr<ByteBuffer> MainForm::Decode(const ByteBuffer& picture) {
     const std::unique_ptr<ByteBuffer> bmp(
         image_->EncodeToBufferN(*bitmap, Osp::Media::ImageFormat::kBmp));
     const auto [width, height] = setting_->GetCaptureDimension();
-    const int size = width * height * kBytesPerPixel;
+    const int size = width * height * Effects::kBytesPerPixel;
     // A picture of another size than was asked for is no frame of this photograph.
     if (!bmp || bmp->GetCapacity() != kBmpHeaderBytes + size) return nullptr;
 
     auto frame = std::make_unique<ByteBuffer>();
     if (Osp::Failed(frame->Construct(size))) return nullptr;
-    const std::ptrdiff_t stride = std::ptrdiff_t{kBytesPerPixel} * width;
+    const std::ptrdiff_t stride = std::ptrdiff_t{Effects::kBytesPerPixel} * width;
     for (int y = 0; y < height; ++y) {
         const Osp::Base::byte* from = bmp->GetPointer() + kBmpHeaderBytes + stride * y;
         Osp::Base::byte* to = frame->GetPointer() + stride * (height - 1 - y);
-        for (int x = 0; x < width; ++x, from += kBytesPerPixel, to += kBytesPerPixel) {
+        for (int x = 0; x < width;
+             ++x, from += Effects::kBytesPerPixel, to += Effects::kBytesPerPixel) {
             to[0] = from[2];
             to[1] = from[1];
             to[2] = from[0];
@@ -162,10 +162,8 @@ void MainForm::PlayShutterSound() {
 }
 
 void MainForm::StopIfActive(Osp::Media::Player& player) {
-    const Osp::Media::PlayerState state = player.GetState();
-    if (state == Osp::Media::PlayerState::kPlaying || state == Osp::Media::PlayerState::kPaused) {
-        (void)player.Stop();
-    }
+    // A paused player (state 6) would be stopped as well, but nothing pauses one.
+    if (player.GetState() == Osp::Media::PlayerState::kPlaying) (void)player.Stop();
 }
 
 }  // namespace Kivo

@@ -21,7 +21,6 @@ namespace {
 constexpr Dimension kOfferedSizes[] = {{640, 480}, {800, 480}, {1280, 960}, {1600, 960}};
 constexpr Dimension kDefaultSize{1280, 960};
 constexpr int kBusyMessageMs = 3000;
-constexpr int kBytesPerPixel = 3;
 
 constexpr const char* kSounds[] = {"/Res/kivo.mp3", "/Res/dslr.mp3", "/Res/others.mp3",
                                    "/Res/snd_change_roll.wav"};
@@ -79,7 +78,7 @@ result MainForm::Start(bool restoreZoom) {
     if (restoreZoom && IsPrimary()) RestoreZoom();
     if (accumulation_.GetCapacity() == 0) {
         const auto [width, height] = setting_->GetMaxSupportResolution();
-        (void)accumulation_.Construct(width * height * kBytesPerPixel);
+        (void)accumulation_.Construct(width * height * Effects::kBytesPerPixel);
     }
     running_ = true;
     return result::kSuccess;

@@ -10,6 +10,7 @@
 #include "composition.h"
 #include "main_form.h"
 #include "photo_description.h"
+#include "photo_folders.h"
 #include "photo_number.h"
 
 namespace Kivo {
@@ -19,20 +20,11 @@ using Osp::Base::String;
 
 namespace {
 
-constexpr int kBytesPerPixel = 3;
-constexpr int kBytesPerStoredPixel = 4;
-
 void WarnThatWritingFailed() {
     Osp::Ui::Controls::MessageBox box;
     const result r =
         box.Construct("WARNING", "File writing error", Osp::Ui::Controls::MessageBoxStyle::kOk, 0);
     if (Osp::Succeeded(r)) (void)box.ShowAndWait();
-}
-
-String FolderOf(StorageType storage) {
-    String folder("/Media/Images");
-    if (storage == StorageType::kMemoryCard) (void)folder.Insert("/Storagecard", 0);
-    return folder;
 }
 
 result ListNames(const String& folder, std::vector<std::string>& names) {
@@ -53,7 +45,7 @@ result MainForm::SaveToFile(ByteBuffer* frame, bool composed, bool hdr) {
     const CameraType type = setting_->GetCameraType();
     if (type == CameraType::kMix) setting_->EnablePreview(false);  // the pair is complete
 
-    String path = FolderOf(setting_->GetStorageType());
+    String path(FolderOf(setting_->GetStorageType()));
     std::vector<std::string> names;
     result r = ListNames(path, names);
     if (Osp::Failed(r)) {
@@ -64,7 +56,7 @@ result MainForm::SaveToFile(ByteBuffer* frame, bool composed, bool hdr) {
 
     const auto [width, height] = setting_->GetCaptureDimension();
     ByteBuffer picture;
-    r = picture.Construct(width * height * kBytesPerPixel);
+    r = picture.Construct(width * height * Effects::kBytesPerPixel);
     if (Osp::Failed(r)) return r;
     if (composed) {
         Effects::ComposePhotograph(MakeJob(), hdr, View(*frame), View(accumulation_),
@@ -93,7 +85,7 @@ result MainForm::StorePicture(const ByteBuffer& picture, const String& path,
     const bool isTurned =
         Effects::IsTurned(static_cast<std::uint8_t>(setting_->GetCameraSelection()));
     ByteBuffer pixels;
-    result r = pixels.Construct(size.width * size.height * kBytesPerStoredPixel);
+    result r = pixels.Construct(size.width * size.height * Effects::kBytesPerRgbaPixel);
     if (Osp::Failed(r)) return r;
     Effects::ConvertToRgba(View(picture), isTurned, pixels.GetPointer());
 

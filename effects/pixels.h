@@ -11,6 +11,9 @@
 
 namespace Kivo::Effects {
 
+inline constexpr int kBytesPerPixel = 3;      ///< of every picture here
+inline constexpr int kBytesPerRgbaPixel = 4;  ///< of the bitmaps that are encoded
+
 /// A picture to read: three bytes a pixel (red, green, blue), rows top to bottom, stride exactly
 /// 3 * width. Views never own their bytes.
 struct ConstPixels {
@@ -18,9 +21,10 @@ struct ConstPixels {
     int width = 0;
     int height = 0;
 
-    std::ptrdiff_t StrideBytes() const { return std::ptrdiff_t{3} * width; }
+    std::ptrdiff_t StrideBytes() const { return std::ptrdiff_t{kBytesPerPixel} * width; }
     std::size_t SizeBytes() const {
-        return std::size_t{3} * static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+        return std::size_t{kBytesPerPixel} * static_cast<std::size_t>(width) *
+               static_cast<std::size_t>(height);
     }
     const std::uint8_t* Row(int y) const { return data + y * StrideBytes(); }
 };
@@ -31,7 +35,7 @@ struct Pixels {
     int width = 0;
     int height = 0;
 
-    std::ptrdiff_t StrideBytes() const { return std::ptrdiff_t{3} * width; }
+    std::ptrdiff_t StrideBytes() const { return std::ptrdiff_t{kBytesPerPixel} * width; }
     std::size_t SizeBytes() const { return ConstPixels(*this).SizeBytes(); }
     std::uint8_t* Row(int y) const { return data + y * StrideBytes(); }
     operator ConstPixels() const { return {data, width, height}; }

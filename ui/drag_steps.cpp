@@ -7,12 +7,8 @@ namespace Kivo {
 
 namespace {
 
-constexpr int kZoomLevels = 7;
-constexpr int kEffects = 10;
-
-bool OffersAllEffects(CameraType type) {
-    return type == CameraType::kKivo || type == CameraType::kDslr;
-}
+constexpr int kZoomLevels = static_cast<int>(kZoomLevelLabels.size());
+constexpr int kEffects = static_cast<int>(kPhotoEffectNames.size());
 
 int Forward(CameraType type, int sum) {
     if (!OffersAllEffects(type)) {

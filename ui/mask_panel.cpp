@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "overlay_layout.h"
+
 namespace Kivo {
 
 namespace {
@@ -10,10 +12,11 @@ namespace {
 constexpr int kFadeStepMs = 10;
 constexpr int kLastFadeStep = 5;
 constexpr int kFontSize = 32;
+constexpr int kScrimAlpha = 175;
 constexpr Osp::Graphics::Color kTextColor{60, 60, 60, 255};
 constexpr Osp::Graphics::Point kFlashTextPlace{345, 225};
-constexpr Osp::Graphics::Point kZoomBarPlace{505, 0};
-constexpr Osp::Graphics::Point kEffectRollPlace{-132, 108};
+constexpr Osp::Graphics::Point kZoomBarPlace{kZoomBarX, kZoomBarExtendedY};
+constexpr Osp::Graphics::Point kEffectRollPlace{kEffectRollExtendedX, kEffectRollY};
 
 std::uint8_t Channel(int value) {
     return static_cast<std::uint8_t>(value);
@@ -48,6 +51,12 @@ void MaskPanel::Appear() {
     (void)SetShowState(true);
     (void)Draw();
     (void)Show();
+}
+
+void MaskPanel::AppearDimmed(IconType icon) {
+    SetColor(0, 0, 0, kScrimAlpha);
+    SetShowIcon(icon);
+    Appear();
 }
 
 void MaskPanel::Disappear() {

@@ -30,6 +30,8 @@ class MaskPanel : public Osp::Ui::Controls::Panel, public Osp::Base::Runtime::IT
 
     /// Shows, draws and presents the panel; a fade under way ends here.
     void Appear();
+    /// The same with that picture, on the scrim that dims the preview.
+    void AppearDimmed(IconType icon);
     /// Takes the picture away at once and fades the colour out in six steps of 10 ms; a fade under
     /// way begins again from the opacity it has reached.
     void Disappear();

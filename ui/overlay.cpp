@@ -1,5 +1,7 @@
 #include "overlay.h"
 
+#include <algorithm>
+
 #include "overlay_layout.h"
 
 namespace Kivo {
@@ -11,79 +13,60 @@ using Osp::Ui::Controls::Label;
 
 namespace {
 
-constexpr int kScrimAlpha = 175;
 constexpr Rectangle kZoomBarBounds{kZoomBarX, kZoomBarRetractedY, 295, 90};
 constexpr Rectangle kEffectRollBounds{kEffectRollRetractedX, kEffectRollY, 246, 246};
 constexpr Rectangle kFocusGuideBounds{323, 178, 153, 124};
 
+// What is said of a button in the table below.
+constexpr unsigned kOnMask = 1U;       // part of the help, hidden until that is shown
+constexpr unsigned kTouchSource = 2U;  // shows its value while it is held
+constexpr unsigned kCapture = 4U;      // taken away by a running capture
+constexpr unsigned kHides = 8U;        // not there with every camera
+
+result Present(Osp::Ui::Control& control) {
+    const result r = control.Draw();
+    return Osp::Failed(r) ? r : control.Show();
+}
+
 }  // namespace
 
+/// All that differs between the buttons.
 struct Overlay::ButtonLayout {
     Button* Overlay::*member;
     ActionId id;
     Rectangle bounds;
     PictureGroup pictures;
     int pressedIndex;
-    bool isOnMask;  // part of the help, hidden until that is shown
-    bool isTouchSource;
+    unsigned flags;
     const char* name;
 };
 
-const Overlay::ButtonLayout Overlay::kButtons[] = {
-    {&Overlay::capture_,
-     kActionCapture,
-     {682, 173, 109, 109},
-     kCapturePictures,
-     1,
-     false,
-     false,
-     "Shutter"},
-    {&Overlay::cameraType_,
-     kActionCameraType,
-     {11, 9, 100, 90},
-     kCameraTypePictures,
-     0,
-     false,
-     false,
-     "Camera and effect"},
-    {&Overlay::selection_,
-     kActionCameraSelection,
-     {578, 385, 80, 80},
-     kSelectionPictures,
-     0,
-     false,
-     true,
-     "Front or back camera"},
-    {&Overlay::album_, kActionAlbum, {696, 385, 80, 80}, kAlbumPicture, 0, false, false, "Album"},
-    {&Overlay::smallCapture_,
-     kActionCloseHelp,
-     {715, 16, 69, 69},
-     kSmallCapturePictures,
-     1,
-     true,
-     false,
-     "Back to the camera"},
-    {&Overlay::logo_, kActionLogo, {130, 20, 122, 48}, kLogoPicture, 0, true, false, "Credits"},
-    {&Overlay::flash_, kActionFlash, {460, 385, 80, 80}, kFlashPictures, 0, false, true, "Flash"},
-    {&Overlay::whiteBalance_,
-     kActionWhiteBalance,
-     {342, 385, 80, 80},
-     kWhiteBalancePictures,
-     0,
-     false,
-     true,
-     "White balance"},
-    {&Overlay::hdr_, kActionHdr, {224, 385, 80, 80}, kHdrPictures, 0, false, true, "HDR"},
-    {&Overlay::info_, kActionInfo, {16, 400, 51, 51}, kInfoPicture, 0, false, false, "Help"},
-    {&Overlay::settings_,
-     kActionSettings,
-     {70, 400, 51, 51},
-     kSettingsPicture,
-     0,
-     false,
-     false,
-     "Settings"},
-};
+const std::array<Overlay::ButtonLayout, Overlay::kButtonCount> Overlay::kButtons{{
+    // clang-format off
+    {&Overlay::capture_, kActionCapture, {682, 173, 109, 109}, kCapturePictures, 1,
+     kCapture, "Shutter"},
+    {&Overlay::cameraType_, kActionCameraType, {11, 9, 100, 90}, kCameraTypePictures, 0,
+     kCapture, "Camera and effect"},
+    {&Overlay::selection_, kActionCameraSelection, {578, 385, 80, 80}, kSelectionPictures, 0,
+     kCapture | kTouchSource, "Front or back camera"},
+    {&Overlay::album_, kActionAlbum, {696, 385, 80, 80}, kAlbumPicture, 0,
+     kCapture, "Album"},
+    {&Overlay::smallCapture_, kActionCloseHelp, {715, 16, 69, 69}, kSmallCapturePictures, 1,
+     kOnMask, "Back to the camera"},
+    {&Overlay::logo_, kActionLogo, {130, 20, 122, 48}, kLogoPicture, 0,
+     kOnMask, "Credits"},
+    {&Overlay::flash_, kActionFlash, {460, 385, 80, 80}, kFlashPictures, 0,
+     kCapture | kTouchSource | kHides, "Flash"},
+    {&Overlay::whiteBalance_, kActionWhiteBalance, {342, 385, 80, 80}, kWhiteBalancePictures, 0,
+     kCapture | kTouchSource | kHides, "White balance"},
+    {&Overlay::hdr_, kActionHdr, {224, 385, 80, 80}, kHdrPictures, 0,
+     kCapture | kTouchSource | kHides, "HDR"},
+    {&Overlay::info_, kActionInfo, {16, 400, 51, 51}, kInfoPicture, 0,
+     0, "Help"},
+    {&Overlay::settings_, kActionSettings, {70, 400, 51, 51}, kSettingsPicture, 0,
+     kCapture, "Settings"},
+    // clang-format on
+}};
 
 result Overlay::Construct(Osp::Ui::IActionEventListener* listener, CameraSetting* setting,
                           const Rectangle& bounds) {
@@ -152,73 +135,45 @@ result Overlay::AddButton(const ButtonLayout& layout) {
     button->SetNormalBitmap(pictures_.Get(layout.pictures));
     button->SetPressedBitmap(pictures_.Get(layout.pictures, layout.pressedIndex));
     button->AddActionEventListener(*listener_);
-    if (layout.isTouchSource) button->AddTouchEventListener(*this);
-    if (layout.isOnMask) (void)button->SetShowState(false);
-    r = layout.isOnMask ? mask_->AddControl(button.get()) : AddControl(button.get());
+    if (layout.flags & kTouchSource) button->AddTouchEventListener(*this);
+    const bool isOnMask = layout.flags & kOnMask;
+    if (isOnMask) (void)button->SetShowState(false);
+    r = isOnMask ? mask_->AddControl(button.get()) : AddControl(button.get());
     if (Osp::Succeeded(r)) this->*layout.member = button.release();
     return r;
 }
 
+/// Null where no button with that id has the flag.
+Button* Overlay::FindButton(int id, unsigned flag) const {
+    const auto found = std::ranges::find_if(kButtons, [&](const ButtonLayout& layout) {
+        return layout.id == id && (layout.flags & flag);
+    });
+    return found == kButtons.end() ? nullptr : this->*found->member;
+}
+
 Osp::Ui::Control* Overlay::VisibilityTarget(int id) const {
-    switch (id) {
-        case kActionFlash:
-            return flash_;
-        case kActionWhiteBalance:
-            return whiteBalance_;
-        case kActionZoom:
-            return zoomBar_;
-        case kActionHdr:
-            return hdr_;
-        case kCameraSelectionVisibility:
-            return selection_;
-        default:
-            return nullptr;
-    }
+    if (id == kActionZoom) return zoomBar_;
+    // Its action's id does nothing here.
+    if (id == kCameraSelectionVisibility) return selection_;
+    return FindButton(id, kHides);
 }
 
 result Overlay::SetButtonVisible(int id, bool visible) {
     Osp::Ui::Control* const target = VisibilityTarget(id);
     if (target == nullptr) return result::kSuccess;
-    result r = target->SetShowState(visible);
-    if (Osp::Failed(r)) return r;
-    r = target->Draw();
-    return Osp::Failed(r) ? r : target->Show();
-}
-
-Button* Overlay::EnablingTarget(int id) const {
-    switch (id) {
-        case kActionCapture:
-            return capture_;
-        case kActionCameraType:
-            return cameraType_;
-        case kActionCameraSelection:
-            return selection_;
-        case kActionAlbum:
-            return album_;
-        case kActionFlash:
-            return flash_;
-        case kActionWhiteBalance:
-            return whiteBalance_;
-        case kActionHdr:
-            return hdr_;
-        case kActionSettings:
-            return settings_;
-        default:
-            return nullptr;
-    }
+    const result r = target->SetShowState(visible);
+    return Osp::Failed(r) ? r : Present(*target);
 }
 
 result Overlay::SetButtonEnabled(int id, bool enable) {
-    Button* const target = EnablingTarget(id);
+    Button* const target = FindButton(id, kCapture);
     if (target == nullptr) return result::kSuccess;
-    result r = target->SetEnabled(enable);
-    if (Osp::Failed(r)) return r;
-    r = target->Draw();
-    return Osp::Failed(r) ? r : target->Show();
+    const result r = target->SetEnabled(enable);
+    return Osp::Failed(r) ? r : Present(*target);
 }
 
 bool Overlay::IsButtonEnabled(int id) const {
-    const Button* const target = EnablingTarget(id);
+    const Button* const target = FindButton(id, kCapture);
     return target != nullptr && target->IsEnabled();
 }
 
@@ -266,9 +221,7 @@ void Overlay::ShowHelpButtons(bool show) {
 
 void Overlay::ShowHelp() {
     ShowHelpButtons(true);
-    mask_->SetColor(0, 0, 0, kScrimAlpha);
-    mask_->SetShowIcon(IconType::kHelp);
-    mask_->Appear();
+    mask_->AppearDimmed(IconType::kHelp);
 }
 
 void Overlay::ShowCredit() {
@@ -278,9 +231,7 @@ void Overlay::ShowCredit() {
 
 void Overlay::ShowProcessing() {
     SetFocused(false);
-    mask_->SetColor(0, 0, 0, kScrimAlpha);
-    mask_->SetShowIcon(IconType::kProcessing);
-    mask_->Appear();
+    mask_->AppearDimmed(IconType::kProcessing);
 }
 
 void Overlay::HideScreen() {
@@ -325,8 +276,7 @@ void Overlay::UpdateOverlay() {
 }
 
 const Bitmap& Overlay::RollPicture(int effect) const {
-    const CameraType type = setting_->GetCameraType();
-    const bool offersAll = type == CameraType::kKivo || type == CameraType::kDslr;
+    const bool offersAll = OffersAllEffects(setting_->GetCameraType());
     return pictures_.Get(offersAll ? kRollPictures : kDimmedRollPictures, effect);
 }
 

@@ -1,6 +1,8 @@
 // The layer of controls over the live preview.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -69,7 +71,8 @@ class Overlay : public Osp::Ui::Controls::OverlayPanel,
 
   private:
     struct ButtonLayout;
-    static const ButtonLayout kButtons[];
+    static constexpr std::size_t kButtonCount = 11;
+    static const std::array<ButtonLayout, kButtonCount> kButtons;
 
     // The state of one control that slides out and is dragged.
     struct Slider {
@@ -87,7 +90,7 @@ class Overlay : public Osp::Ui::Controls::OverlayPanel,
     result AddLabel(Osp::Ui::Controls::Label*& label, const Osp::Graphics::Rectangle& bounds,
                     const Osp::Graphics::Bitmap& bitmap, const char* name);
     Osp::Ui::Control* VisibilityTarget(int id) const;
-    Osp::Ui::Controls::Button* EnablingTarget(int id) const;
+    Osp::Ui::Controls::Button* FindButton(int id, unsigned flag) const;
     void SetPictures(Osp::Ui::Controls::Button& button, const Osp::Graphics::Bitmap& bitmap);
     void ShowHelpButtons(bool show);
     const Osp::Graphics::Bitmap& RollPicture(int effect) const;

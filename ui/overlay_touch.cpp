@@ -14,11 +14,9 @@ using Osp::Ui::Controls::Button;
 
 namespace {
 
-constexpr int kScrimAlpha = 175;
 constexpr int kAnimationStepMs = 10;
 constexpr int kZoomBarStep = 14;
 constexpr int kEffectRollStep = 13;
-constexpr int kWhiteBalances = 5;
 
 // Regions of the help picture; its edges belong to them.
 constexpr Rectangle kHelpRegion{231, 135, 339, 211};
@@ -71,7 +69,7 @@ bool Overlay::PreviewValue(const Control& source) {
         Preview(*flash_, isOff ? IconType::kFlashOn : IconType::kFlashOff,
                 pictures_.Get(kFlashPictures, isOff ? 1 : 0));
     } else if (&source == whiteBalance_) {
-        const int next = (static_cast<int>(setting_->GetWhiteBalance()) + 1) % kWhiteBalances;
+        const int next = static_cast<int>(NextWhiteBalance(setting_->GetWhiteBalance()));
         Preview(*whiteBalance_, IconAfter(IconType::kFirstWhiteBalance, next),
                 pictures_.Get(kWhiteBalancePictures, next));
     } else if (&source == hdr_) {
@@ -86,9 +84,7 @@ bool Overlay::PreviewValue(const Control& source) {
 
 void Overlay::Preview(Button& button, IconType icon, const Bitmap& bitmap) {
     SetPictures(button, bitmap);
-    mask_->SetShowIcon(icon);
-    mask_->SetColor(0, 0, 0, kScrimAlpha);
-    mask_->Appear();
+    mask_->AppearDimmed(icon);
 }
 
 void Overlay::PressZoomBar() {
@@ -119,9 +115,7 @@ void Overlay::PressSlider(Slider& slider, bool isAtRest, IconType icon, int valu
     slider.moved = false;
     // The pending value is deliberately not refreshed here.
     slider.lastReported = static_cast<std::uint8_t>(value);
-    mask_->SetShowIcon(IconAfter(icon, value));
-    mask_->SetColor(0, 0, 0, kScrimAlpha);
-    mask_->Appear();
+    mask_->AppearDimmed(IconAfter(icon, value));
 }
 
 void Overlay::Animate(Slider& slider) {

@@ -66,9 +66,7 @@ result PlayerVoice::Play() {
 }
 
 result PlayerVoice::Stop() {
-    if (state_ != PlayerState::kPlaying && state_ != PlayerState::kPaused) {
-        return result::kInvalidState;
-    }
+    if (state_ != PlayerState::kPlaying) return result::kInvalidState;
     if (SoundOutput* output = SoundService::Current().GetOutput()) output->Stop(voice_);
     voice_ = 0;
     events_.Drop();

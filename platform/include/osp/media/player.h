@@ -32,7 +32,7 @@ class Player {
 
     /// Starts from the beginning; kInvalidState without a clip or while playing.
     result Play();
-    /// From kPlaying or kPaused to kStopped; kInvalidState otherwise.
+    /// From kPlaying to kStopped; kInvalidState otherwise.
     result Stop();
     PlayerState GetState() const;
 

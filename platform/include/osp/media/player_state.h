@@ -3,6 +3,6 @@
 
 namespace Osp::Media {
 
-enum class PlayerState { kInitial = 0, kOpened = 1, kStopped = 4, kPlaying = 5, kPaused = 6 };
+enum class PlayerState { kInitial = 0, kOpened = 1, kStopped = 4, kPlaying = 5 };
 
 }  // namespace Osp::Media
