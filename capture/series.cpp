@@ -3,8 +3,8 @@
 // The shot counter, the accumulation, the MIX blend and the pictures of both on the screen belong
 // to one series. A series ends with its photograph; with going to the background, unless it is a
 // double exposure that waits for its second press; with whatever leaves the camera screen or
-// changes camera or type, so that no later photograph is made of its bytes; and with the fifth
-// frame in a row that is lost. In between the controls are disabled while a frame is on its way,
+// changes camera or type, so that no later photograph is made of its bytes; with a frame that
+// cannot be begun; and with the fifth in a row that is lost. In between the controls are disabled while a frame is on its way,
 // and whoever loses that frame enables them again: nothing else would.
 #include "action_ids.h"
 #include "main_form.h"
@@ -61,9 +61,11 @@ void MainForm::LoseFrame() {
     if (shotCounter_ > 0 && ++lostFrames_ >= kMostLostFrames) EndSeries();
 }
 
-// A frame that cannot even be begun.
+// A frame that cannot even be begun: no timer will ask for it again, and a series that went on with
+// a later press would be of two scenes. A double exposure is meant to be, and waits.
 void MainForm::RefuseFrame() {
     LoseFrame();
+    if (!WaitsForSecondPress()) EndSeries();
     ShowShotCounter();
     EnableControls(true);
 }

@@ -64,6 +64,7 @@ TEST_P(SeriesTest, OneThatASwapLeavesIsNoPartOfTheNextPhotograph) {
     phone.Do({"unplug primary", "wait 1000", "key camera", "wait 4000"});
     EXPECT_TRUE(phone.Photos().empty());
     ASSERT_TRUE(phone.IsEnabled(kSwap));
+    phone.Do({"plug primary", "wait 200"});
     const Picture picture = TakeWithFrontCamera(phone);
     ExpectSame(picture, undisturbed_, "photograph");
     EXPECT_FALSE(phone.On([] { return CurrentSettings().IsPreviewEnabled(); }));
