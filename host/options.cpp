@@ -41,6 +41,16 @@ Parsed Fail(const std::string& message) {
     return {{}, 2};
 }
 
+bool IsSwitchWithValue(const std::string& argument, const GOptionEntry* entries) {
+    for (; entries->long_name != nullptr; ++entries) {
+        const bool isSwitch = entries->arg == G_OPTION_ARG_NONE;
+        if (isSwitch && argument.starts_with("--" + std::string(entries->long_name) + "=")) {
+            return true;
+        }
+    }
+    return false;
+}
+
 Parsed Interpret(const Raw& raw) {
     Parsed parsed;
     Options& options = parsed.options;
@@ -87,6 +97,12 @@ Parsed ParseCommandLine(int argc, char** argv) {
          "Print what the program found on this machine and end", nullptr},
         {"version", 0, 0, G_OPTION_ARG_NONE, &raw.version, "Print the version and end", nullptr},
         {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr}};
+    for (int i = 1; i < argc; ++i) {
+        // GLib takes a value for a plain switch and does not look at it.
+        if (IsSwitchWithValue(argv[i], entries)) {
+            return Fail(std::string("'") + argv[i] + "': this switch takes no value");
+        }
+    }
     const Osp::Base::OptionContextOwner context(g_option_context_new("- the KIVO camera"));
     g_option_context_add_main_entries(context.get(), entries, nullptr);
     GError* error = nullptr;

@@ -32,6 +32,8 @@ TEST(Program, SaysWhatIsWrongWithItsArguments) {
         {{"--unknown"}, 2, "unknown"},
         {{"stray"}, 2, "stray"},
         {{"--headless"}, 2, "virtual clock"},
+        {{"--headless=no", "--script", "-"}, 2, "--headless=no"},
+        {{"--diagnose=", "--clock", "real"}, 2, "--diagnose="},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.said);
