@@ -86,10 +86,13 @@ bool IsTextVisible(const std::string& text) {
 }
 
 bool HasPreview() {
+    bool isCovered = false;
     bool hasPreview = false;
     WalkScreen([&](const Control& control) {
         const auto* panel = dynamic_cast<const Osp::Ui::Controls::OverlayPanel*>(&control);
-        hasPreview = hasPreview || (panel && Osp::Ui::Access::VideoPicture(*panel) != nullptr);
+        hasPreview =
+            hasPreview || (panel && !isCovered && Osp::Ui::Access::VideoPicture(*panel) != nullptr);
+        isCovered = isCovered || control.GetScreenBounds().Size() == Osp::Ui::Screen::kSize;
     });
     return hasPreview;
 }

@@ -10,7 +10,7 @@ namespace Host {
 std::string CurrentFormName();
 /// Whether `text` stands in a text of a visible control.
 bool IsTextVisible(const std::string& text);
-/// Whether a visible panel has a picture of the camera.
+/// Whether a picture of the camera is on the screen with nothing as large as the screen over it.
 bool HasPreview();
 
 /// Virtual paths of the stored photographs, memory card last, each folder in name order.

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdio>
 #include <functional>
+#include <limits>
 #include <map>
 #include <optional>
 #include <sstream>
@@ -31,8 +32,10 @@ namespace {
 using Words = std::vector<std::string>;
 using Error = std::optional<std::string>;
 
+constexpr std::size_t kMany = std::numeric_limits<std::size_t>::max();
 constexpr int kAwaitMs = 10000;
 constexpr int kDragSteps = 10;
+constexpr int kMostDragSteps = 10000;
 constexpr int kDragStepMs = 10;
 
 /// Thrown while a line is being read; ends up as the line's failing step.
@@ -48,18 +51,20 @@ int Number(const std::string& word) {
     return value;
 }
 
-int NumberAt(const Words& words, std::size_t index) {
-    if (index >= words.size()) throw BadCommand{"a number is missing"};
-    return Number(words[index]);
+int NotNegative(const std::string& word) {
+    const int value = Number(word);
+    if (value < 0) throw BadCommand{"'" + word + "' is negative"};
+    return value;
 }
 
-const std::string& WordAt(const Words& words, std::size_t index) {
-    if (index >= words.size()) throw BadCommand{"a word is missing"};
-    return words[index];
+/// `fewest` to `most` words after the command's name.
+void CheckCount(const Words& words, std::size_t fewest, std::size_t most) {
+    if (words.size() - 1 < fewest) throw BadCommand{"a word is missing"};
+    if (words.size() - 1 > most) throw BadCommand{"'" + words[most + 1] + "' is too much"};
 }
 
 Point PointAt(const Words& words, std::size_t index) {
-    return {NumberAt(words, index), NumberAt(words, index + 1)};
+    return {Number(words[index]), Number(words[index + 1])};
 }
 
 // The application may wait for a box inside what a command causes, so a command only posts.
@@ -91,13 +96,15 @@ Step Print(std::string (*report)()) {
 Steps Drag(const Words& words) {
     const Point from = PointAt(words, 1);
     const Point to = PointAt(words, 3);
-    const int count = words.size() > 5 ? NumberAt(words, 5) : kDragSteps;
-    if (count < 1) throw BadCommand{"a drag has at least one step"};
+    const int count = words.size() > 5 ? Number(words[5]) : kDragSteps;
+    if (count < 1 || count > kMostDragSteps) throw BadCommand{"a drag has 1 to 10000 steps"};
+    const auto at = [count](long long a, long long b, int i) {
+        return static_cast<int>(a + (b - a) * i / count);
+    };
     Steps steps{Press(from)};
     for (int i = 1; i <= count; ++i) {
         steps.push_back(WaitStep{milliseconds(kDragStepMs)});
-        steps.push_back(
-            Move({from.x + (to.x - from.x) * i / count, from.y + (to.y - from.y) * i / count}));
+        steps.push_back(Move({at(from.x, to.x, i), at(from.y, to.y, i)}));
     }
     steps.push_back(Release(to));
     return steps;
@@ -109,7 +116,7 @@ Steps Key(const Words& words) {
         {"soft0", Osp::Ui::KeyCode::kSoftKey0},
         {"soft1", Osp::Ui::KeyCode::kSoftKey1},
         {"back", Osp::Ui::KeyCode::kBack}};
-    const auto found = kKeys.find(WordAt(words, 1));
+    const auto found = kKeys.find(words[1]);
     if (found == kKeys.end()) throw BadCommand{"no such key"};
     const Osp::Ui::KeyCode code = found->second;
     return {Posted([code] { Input::Current().KeyPress(code); }),
@@ -118,56 +125,65 @@ Steps Key(const Words& words) {
 
 struct Condition {
     std::function<bool()> isSo;
-    std::string failure;
-    int limitMs;
+    std::function<std::string()> failure;
 };
 
-/// "form NAME", "text TEXT" or "photos N", each with optional milliseconds; "preview".
-Condition ReadCondition(const Words& words) {
-    const std::string& kind = WordAt(words, 1);
-    Words rest(words.begin() + 2, words.end());
-    int limitMs = kAwaitMs;
-    const bool mayHaveLimit = rest.size() > 1 || kind == "preview";
-    if (mayHaveLimit && !rest.empty()) {
-        int value = 0;
-        if (Osp::Succeeded(Osp::Base::Integer::Parse(Osp::Base::String(rest.back()), value))) {
-            limitMs = value;
-            rest.pop_back();
-        }
-    }
-    if (kind == "preview") return {HasPreview, "there is no preview", limitMs};
-    std::string argument;
-    for (const std::string& word : rest) argument += (argument.empty() ? "" : " ") + word;
-    if (argument.empty()) throw BadCommand{"a word is missing"};
-    if (kind == "form") {
-        return {[argument] { return CurrentFormName() == argument; }, "it is another form",
-                limitMs};
-    }
-    if (kind == "text") {
-        return {[argument] { return IsTextVisible(argument); }, "it is not on the screen", limitMs};
-    }
-    if (kind == "photos") {
-        const auto count = static_cast<std::size_t>(Number(argument));
-        return {[count] { return PhotoPaths().size() == count; }, "it is another number", limitMs};
-    }
-    throw BadCommand{"no such condition"};
+Condition ReadPhotos(const std::string& word) {
+    const auto count = static_cast<std::size_t>(NotNegative(word));
+    return {[count] { return PhotoPaths().size() == count; },
+            [] { return "the number is " + std::to_string(PhotoPaths().size()); }};
 }
 
-Steps Await(const Words& words) {
+/// "form NAME", "text TEXT", "photos N" or "preview", after the command's name.
+Condition ReadCondition(const Words& words) {
+    const std::string& kind = words[1];
+    if (kind != "form" && kind != "text" && kind != "photos" && kind != "preview") {
+        throw BadCommand{"no such condition"};
+    }
+    CheckCount(words, kind == "preview" ? 1 : 2,
+               kind == "preview" ? 1
+               : kind == "text"  ? kMany
+                                 : 2);
+    if (kind == "preview") return {HasPreview, [] { return "there is no uncovered preview"; }};
+    std::string argument = words[2];
+    for (std::size_t i = 3; i < words.size(); ++i) argument += " " + words[i];
+    if (kind == "photos") return ReadPhotos(argument);
+    if (kind == "form") {
+        return {[argument] { return CurrentFormName() == argument; },
+                [] { return "the form is " + CurrentFormName(); }};
+    }
+    return {[argument] { return IsTextVisible(argument); },
+            [] { return "it is not on the screen"; }};
+}
+
+/// The milliseconds that may follow a condition are taken off `words`.
+int TakeLimit(Words& words) {
+    const std::size_t condition = words[1] == "preview" ? 2 : 3;
+    int limitMs = 0;
+    if (words.size() <= condition ||
+        Osp::Failed(Osp::Base::Integer::Parse(Osp::Base::String(words.back()), limitMs))) {
+        return kAwaitMs;
+    }
+    limitMs = NotNegative(words.back());
+    words.pop_back();
+    return limitMs;
+}
+
+Steps Await(Words words) {
+    const int limitMs = TakeLimit(words);
     Condition condition = ReadCondition(words);
-    return {AwaitStep{condition.isSo, milliseconds(condition.limitMs), condition.failure}};
+    return {AwaitStep{condition.isSo, milliseconds(limitMs), condition.failure}};
 }
 
 Steps Expect(const Words& words) {
-    Condition condition = ReadCondition(words);
-    return {ActionStep{[condition]() -> Error {
+    return {ActionStep{[condition = ReadCondition(words)]() -> Error {
         if (condition.isSo()) return std::nullopt;
-        return condition.failure;
+        return condition.failure();
     }}};
 }
 
 Steps Connect(const Words& words, bool connect) {
-    const std::string& which = WordAt(words, 1);
+    const std::string& which = words[1];
     if (which != "primary" && which != "secondary") throw BadCommand{"no such camera"};
     const auto selection = which == "primary" ? Osp::Media::CameraSelection::kPrimary
                                               : Osp::Media::CameraSelection::kSecondary;
@@ -184,67 +200,82 @@ Steps PrintCommand(const Words& words) {
                                                                    {"photos", PhotosReport},
                                                                    {"registry", RegistryReport},
                                                                    {"sounds", SoundsReport}};
-    const auto found = kReports.find(WordAt(words, 1));
+    const auto found = kReports.find(words[1]);
     if (found == kReports.end()) throw BadCommand{"nothing of that name can be printed"};
     return {Print(found->second)};
 }
 
-using Reader = std::function<Steps(const Words&, const CommandContext&)>;
+struct Command {
+    std::size_t fewest;  // words after its name
+    std::size_t most;
+    std::function<Steps(const Words&, const CommandContext&)> read;
+};
 
-const std::map<std::string, Reader>& Readers() {
-    static const std::map<std::string, Reader> kReaders{
-        {"press", [](auto& w, auto&) { return Steps{Press(PointAt(w, 1))}; }},
-        {"move", [](auto& w, auto&) { return Steps{Move(PointAt(w, 1))}; }},
-        {"release", [](auto& w, auto&) { return Steps{Release(PointAt(w, 1))}; }},
+const std::map<std::string, Command>& Commands() {
+    static const std::map<std::string, Command> kCommands{
+        {"press", {2, 2, [](auto& w, auto&) { return Steps{Press(PointAt(w, 1))}; }}},
+        {"move", {2, 2, [](auto& w, auto&) { return Steps{Move(PointAt(w, 1))}; }}},
+        {"release", {2, 2, [](auto& w, auto&) { return Steps{Release(PointAt(w, 1))}; }}},
         {"tap",
-         [](auto& w, auto&) {
-             return Steps{Press(PointAt(w, 1)), Release(PointAt(w, 1))};
-         }},
-        {"drag", [](auto& w, auto&) { return Drag(w); }},
-        {"key", [](auto& w, auto&) { return Key(w); }},
-        {"wait", [](auto& w, auto&) { return Steps{WaitStep{milliseconds(NumberAt(w, 1))}}; }},
-        {"await", [](auto& w, auto&) { return Await(w); }},
-        {"expect", [](auto& w, auto&) { return Expect(w); }},
+         {2, 2,
+          [](auto& w, auto&) {
+              return Steps{Press(PointAt(w, 1)), Release(PointAt(w, 1))};
+          }}},
+        {"drag", {4, 5, [](auto& w, auto&) { return Drag(w); }}},
+        {"key", {1, 1, [](auto& w, auto&) { return Key(w); }}},
+        {"wait",
+         {1, 1, [](auto& w, auto&) { return Steps{WaitStep{milliseconds(NotNegative(w[1]))}}; }}},
+        {"await", {1, kMany, [](auto& w, auto&) { return Await(w); }}},
+        {"expect", {1, kMany, [](auto& w, auto&) { return Expect(w); }}},
         {"record-shows",
-         [](auto& w, auto& c) {
-             return Steps{ActionStep{[&recorder = c.recorder, folder = WordAt(w, 1)] {
-                 return recorder.RecordTo(folder);
-             }}};
-         }},
+         {1, 1,
+          [](auto& w, auto& c) {
+              return Steps{ActionStep{
+                  [&recorder = c.recorder, folder = w[1]] { return recorder.RecordTo(folder); }}};
+          }}},
         {"background",
-         [](auto&, auto&) {
-             return Steps{Posted([] { Osp::App::Lifecycle::Current().EnterBackground(); })};
-         }},
+         {0, 0,
+          [](auto&, auto&) {
+              return Steps{Posted([] { Osp::App::Lifecycle::Current().EnterBackground(); })};
+          }}},
         {"foreground",
-         [](auto&, auto&) {
-             return Steps{Posted([] { Osp::App::Lifecycle::Current().EnterForeground(); })};
-         }},
-        {"unplug", [](auto& w, auto&) { return Connect(w, false); }},
-        {"plug", [](auto& w, auto&) { return Connect(w, true); }},
+         {0, 0,
+          [](auto&, auto&) {
+              return Steps{Posted([] { Osp::App::Lifecycle::Current().EnterForeground(); })};
+          }}},
+        {"unplug", {1, 1, [](auto& w, auto&) { return Connect(w, false); }}},
+        {"plug", {1, 1, [](auto& w, auto&) { return Connect(w, true); }}},
         {"screenshot",
-         [](auto& w, auto&) {
-             return Steps{ActionStep{[path = WordAt(w, 1)] { return SaveScreenshot(path); }}};
-         }},
-        {"print", [](auto& w, auto&) { return PrintCommand(w); }},
+         {1, 1,
+          [](auto& w, auto&) {
+              return Steps{ActionStep{[path = w[1]] { return SaveScreenshot(path); }}};
+          }}},
+        {"print", {1, 1, [](auto& w, auto&) { return PrintCommand(w); }}},
         {"quit",
-         [](auto&, auto&) {
-             return Steps{Posted([] { Osp::App::Lifecycle::Current().Terminate(false); })};
-         }},
+         {0, 0,
+          [](auto&, auto&) {
+              return Steps{Posted([] { Osp::App::Lifecycle::Current().Terminate(false); })};
+          }}},
     };
-    return kReaders;
+    return kCommands;
+}
+
+Steps Read(const Words& words, const CommandContext& context) {
+    const auto command = Commands().find(words[0]);
+    if (command == Commands().end()) throw BadCommand{"no such command"};
+    CheckCount(words, command->second.fewest, command->second.most);
+    return command->second.read(words, context);
 }
 
 }  // namespace
 
 Steps ParseCommand(const std::string& line, const CommandContext& context) {
-    std::istringstream stream(line.substr(0, line.find('#')));
-    Words words;
-    for (std::string word; stream >> word;) words.push_back(word);
-    if (words.empty()) return {};
     try {
-        const auto reader = Readers().find(words[0]);
-        if (reader == Readers().end()) throw BadCommand{"no such command"};
-        return reader->second(words, context);
+        if (line.size() > kLongestLineBytes) throw BadCommand{"the line is too long"};
+        std::istringstream stream(line.substr(0, line.find('#')));
+        Words words;
+        for (std::string word; stream >> word;) words.push_back(word);
+        return words.empty() ? Steps{} : Read(words, context);
     } catch (const BadCommand& bad) {
         return {ActionStep{[reason = bad.reason]() -> Error { return reason; }}};
     }

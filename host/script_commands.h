@@ -1,6 +1,7 @@
 // The script language: from a line to what is to be done.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -9,6 +10,9 @@
 namespace Host {
 
 class ShowRecorder;
+
+/// A longer line is no command.
+inline constexpr std::size_t kLongestLineBytes = 65536;
 
 struct CommandContext {
     ShowRecorder& recorder;

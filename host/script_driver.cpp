@@ -7,6 +7,15 @@ namespace Host {
 
 using Osp::Base::TimePoint;
 
+namespace {
+
+std::string Quoted(const std::string& line) {
+    constexpr std::size_t kBytes = 80;
+    return line.size() <= kBytes ? line : line.substr(0, kBytes) + " ...";
+}
+
+}  // namespace
+
 ScriptDriver::ScriptDriver(Osp::Base::EventLoop& loop, Osp::Base::VirtualClock* clock,
                            ScriptQueue& queue, CommandContext context,
                            std::function<void(const std::optional<std::string>&)> finished)
@@ -63,7 +72,7 @@ bool ScriptDriver::RunStep(const AwaitStep& step) {
     const TimePoint end = *stepStart_ + step.limit;
     if (loop_.GetClock().Now() < end) return PassTime(end);
     StepDone();
-    LineDone(step.failure);
+    LineDone(step.failure());
     return true;
 }
 
@@ -92,7 +101,7 @@ void ScriptDriver::LineDone(const CommandError& error) {
     if (line.done) {
         line.done(error);
     } else if (error) {
-        Finish("line " + std::to_string(line.number) + ": " + line.text + ": " + *error);
+        Finish("line " + std::to_string(line.number) + ": " + Quoted(line.text) + ": " + *error);
     }
 }
 

@@ -19,11 +19,11 @@ struct ActionStep {
 struct WaitStep {
     Osp::Base::Duration duration;
 };
-/// Lets time pass until `isSo`; fails with `failure` when it is not so in time.
+/// Lets time pass until `isSo`; fails with what `failure` says when it is not so in time.
 struct AwaitStep {
     std::function<bool()> isSo;
     Osp::Base::Duration limit;
-    std::string failure;
+    std::function<std::string()> failure;
 };
 
 using Step = std::variant<ActionStep, WaitStep, AwaitStep>;

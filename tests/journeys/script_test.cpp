@@ -1,0 +1,106 @@
+// The script language: what it refuses, and when an await ends.
+#include <gtest/gtest.h>
+
+#include "support/phone.h"
+#include "support/program.h"
+#include "support/temporary_folder.h"
+
+namespace Kivo {
+namespace {
+
+using Osp::Testing::TemporaryFolder;
+using Osp::Testing::WriteText;
+using namespace Testing;
+
+constexpr std::size_t kLongestLine = 65536;
+
+TEST(Script, RefusesLinesThatSayMoreOrLessThanTheyShould) {
+    Phone phone;
+    phone.Do("await preview");
+    const struct {
+        std::string line;
+        const char* reason;
+    } cases[] = {
+        {"press 1 2 3", "'3' is too much"},
+        {"press 1", "a word is missing"},
+        {"drag 1 2 3 4 5 6", "'6' is too much"},
+        {"drag 1 2 3 4 10001", "10000 steps"},
+        {"key camera twice", "'twice' is too much"},
+        {"wait 100 ms", "'ms' is too much"},
+        {"wait -1", "'-1' is negative"},
+        {"wait soon", "'soon' is not a number"},
+        {"await photos 0 -5", "'-5' is negative"},
+        {"await photos -1", "'-1' is negative"},
+        {"await photos 0 1 2", "'1' is too much"},
+        {"await preview soon", "'soon' is too much"},
+        {"expect preview 100", "'100' is too much"},
+        {"expect form MainForm 100", "'100' is too much"},
+        {"expect photos", "a word is missing"},
+        {"await rain", "no such condition"},
+        {"background now", "'now' is too much"},
+        {"unplug primary secondary", "'secondary' is too much"},
+        {"screenshot a.png b.png", "'b.png' is too much"},
+        {"print photos screen", "'screen' is too much"},
+        {"quit now", "'now' is too much"},
+        {"wait 0 #" + std::string(kLongestLine, '-'), "too long"},
+    };
+    for (const auto& c : cases) {
+        const auto error = phone.Try(c.line);
+        ASSERT_TRUE(error) << c.line.substr(0, 80);
+        EXPECT_NE(error->find(c.reason), std::string::npos) << c.line << ": " << *error;
+    }
+    phone.Do({"wait 0 # ms", "drag 0 0 2147483647 0 2", "await text Shutter 0",
+              "expect form MainForm", "await form MainForm 5"});
+}
+
+TEST(Script, SaysHowItIsWhenItIsNotAsExpected) {
+    Phone phone;
+    phone.Do({"await preview", "key camera", "await photos 1"});
+    EXPECT_EQ(phone.Try("await photos 2 100"), "the number is 1");
+    EXPECT_EQ(phone.Try("expect photos 0"), "the number is 1");
+    EXPECT_EQ(phone.Try("expect form OptionForm"), "the form is MainForm");
+}
+
+TEST(Script, APreviewIsOneThatNothingCovers) {
+    Phone phone;
+    EXPECT_TRUE(phone.Try("expect preview"));
+    phone.Do("await preview");
+    for (const nlohmann::json& control : phone.Screen()["controls"]) {
+        if (control["kind"] == "overlay") break;
+        EXPECT_NE(control["bounds"], nlohmann::json({0, 0, 800, 480})) << control;
+    }
+    for (const char* cover : {"tap 40 425", "background"}) {
+        phone.Do({cover, "wait 500"});
+        EXPECT_TRUE(phone.Try("expect preview")) << cover;
+        phone.Do({"tap 750 50", "foreground", "await preview"});
+    }
+}
+
+/// What the program says of a script file.
+ProgramResult RunFile(const std::string& text) {
+    const TemporaryFolder folder;
+    WriteText(folder / "script", text);
+    return CameraProgram({"--headless", "--data", folder.Path(), "--script", folder / "script"})
+        .Finish();
+}
+
+TEST(Script, LinesAreCountedAndCutOffWhereverTheyComeFrom) {
+    const std::string lines = "\xEF\xBB\xBFwait 1\n\nwait 2\r\n";
+    const std::string longest = "#" + std::string(kLongestLine - 1, '-');
+    EXPECT_EQ(RunFile(lines + longest + "\nwait 3").exitCode, 0);
+    for (const std::string& wrong : {longest + "-", "wait 4\xEF\xBB\xBF" + longest}) {
+        const std::string script = lines + wrong + "\nwait 5\n";
+        ProgramResult result = RunFile(script);
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_TRUE(result.errors.starts_with("kivo-camera: line 4: " + wrong.substr(0, 20)))
+            << result.errors;
+        EXPECT_LT(result.errors.size(), 200u);
+        const ProgramResult fromInput = RunScript({}, {script.c_str()});
+        EXPECT_EQ(fromInput.exitCode, 1);
+        EXPECT_EQ(fromInput.errors, result.errors);
+    }
+    EXPECT_EQ(CameraProgram({"--headless", "--script", "/"}).Finish().exitCode, 1) << "a folder";
+}
+
+}  // namespace
+}  // namespace Kivo
