@@ -64,6 +64,7 @@ class GtkScreenWindow : public Window, public Osp::Ui::Presenter {
     void UpdatePicture();
     void WatchSurface();
     void OnStateChanged();
+    void OnActiveChanged();
 
     GtkWindow* window_;
     GtkWidget* picture_;
@@ -109,6 +110,7 @@ GtkScreenWindow::~GtkScreenWindow() {
     Osp::System::Device::Current().SetKeepScreenOnFunction(nullptr);
     if (tick_ != 0) gtk_widget_remove_tick_callback(picture_, tick_);
     GdkSurface* const surface = gtk_native_get_surface(GTK_NATIVE(window_));
+    g_signal_handlers_disconnect_by_data(window_, this);
     g_signal_handlers_disconnect_by_data(surface, this);
     g_signal_handlers_disconnect_by_data(gdk_surface_get_frame_clock(surface), this);
     gtk_window_destroy(window_);
@@ -119,6 +121,11 @@ void GtkScreenWindow::WatchSurface() {
     g_signal_connect(surface, "notify::state",
                      G_CALLBACK(+[](GdkSurface*, GParamSpec*, gpointer self) {
                          static_cast<GtkScreenWindow*>(self)->OnStateChanged();
+                     }),
+                     this);
+    g_signal_connect(window_, "notify::is-active",
+                     G_CALLBACK(+[](GtkWindow*, GParamSpec*, gpointer self) {
+                         static_cast<GtkScreenWindow*>(self)->OnActiveChanged();
                      }),
                      this);
     g_signal_connect(gdk_surface_get_frame_clock(surface), "after-paint",
@@ -141,6 +148,13 @@ void GtkScreenWindow::OnStateChanged() {
             Lifecycle::Current().EnterForeground();
         }
     });
+    // After the background, in which it is not released.
+    if (isMinimised) input_->LetGo();
+}
+
+void GtkScreenWindow::OnActiveChanged() {
+    OnStateChanged();
+    if (!gtk_window_is_active(window_)) input_->LetGo();
 }
 
 // The newest state is drawn once for each frame of the display, however often it changed.

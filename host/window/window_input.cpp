@@ -139,4 +139,14 @@ gboolean WindowInput::OnKey(guint keyval, bool isPress) {
     return TRUE;
 }
 
+void WindowInput::LetGo() {
+    if (std::exchange(isDown_, false)) {
+        Post([] { Input::Current().Cancel(); });
+    }
+    const KeyCode code = std::exchange(keyDown_, KeyCode::kNone);
+    if (code != KeyCode::kNone) {
+        Post([code] { Input::Current().KeyRelease(code); });
+    }
+}
+
 }  // namespace Host

@@ -15,6 +15,9 @@ class WindowInput {
     /// Neither widget is owned; both outlive this object. `picture` shows the screen, letterboxed.
     WindowInput(GtkWindow* window, GtkWidget* picture);
 
+    /// What is held down is let go: its end may happen where the window does not hear of it.
+    void LetGo();
+
   private:
     gboolean OnEvent(GdkEvent* event);
     gboolean OnKey(guint keyval, bool isPress);

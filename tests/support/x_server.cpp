@@ -100,10 +100,24 @@ void XServer::Release() {
 }
 
 void XServer::Key(unsigned long symbol) {
+    HoldKey(symbol, true);
+    HoldKey(symbol, false);
+}
+
+void XServer::HoldKey(unsigned long symbol, bool isDown) {
     const KeyCode code = XKeysymToKeycode(display_, symbol);
     EXPECT_NE(code, 0);
-    XTestFakeKeyEvent(display_, code, True, CurrentTime);
-    XTestFakeKeyEvent(display_, code, False, CurrentTime);
+    XTestFakeKeyEvent(display_, code, isDown ? True : False, CurrentTime);
+    XSync(display_, False);
+}
+
+void XServer::Focus(unsigned long window) {
+    if (window == 0 && other_ == 0) {
+        other_ =
+            XCreateSimpleWindow(display_, DefaultRootWindow(display_), 1500, 1100, 10, 10, 0, 0, 0);
+        XMapWindow(display_, other_);
+    }
+    XSetInputFocus(display_, window == 0 ? other_ : window, RevertToNone, CurrentTime);
     XSync(display_, False);
 }
 

@@ -30,6 +30,9 @@ class XServer {
     void Press();
     void Release();
     void Key(unsigned long symbol);
+    void HoldKey(unsigned long symbol, bool isDown);
+    /// The keyboard goes to the program's window, or with 0 to somebody else's.
+    void Focus(unsigned long window);
     /// The colour that is shown there.
     unsigned long PixelAt(int x, int y);
 
@@ -39,6 +42,7 @@ class XServer {
     GSubprocess* server_ = nullptr;
     std::string name_ = ":";
     Display* display_ = nullptr;
+    unsigned long other_ = 0;  // somebody else's window
 };
 
 }  // namespace Kivo::Testing

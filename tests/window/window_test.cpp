@@ -65,6 +65,12 @@ class WindowTest : public testing::Test {
         x_.Press();
         x_.Release();
     }
+    /// Returns when the camera has noticed.
+    void Focus(unsigned long window) {
+        x_.Focus(window);
+        camera_.Send("wait 500");
+        Sync();
+    }
     void AwaitPhotos(int count) { camera_.Send("await photos " + std::to_string(count)); }
     void EndWell() {
         const ProgramResult result = camera_.Finish();
@@ -128,6 +134,38 @@ TEST_F(WindowTest, MinimisingStopsTheCameraAndRestoringWakesIt) {
     camera_.Send("await preview");
     Sync();
     x_.Key(XK_space);
+    AwaitPhotos(1);
+    EndWell();
+}
+
+TEST_F(WindowTest, AKeyHeldWhenTheFocusGoesIsLetGo) {
+    Focus(window_);
+    x_.HoldKey(XK_space, true);
+    AwaitPhotos(1);
+    Sync();
+    Focus(0);
+    x_.HoldKey(XK_space, false);
+    Focus(window_);
+    x_.Key(XK_space);
+    AwaitPhotos(2);
+    EndWell();
+}
+
+TEST_F(WindowTest, AButtonHeldWhenTheFocusGoesOrTheWindowIsMinimisedIsLetGo) {
+    x_.MoveTo(736, 228);
+    for (const bool isMinimised : {false, true}) {
+        Focus(window_);
+        x_.Press();
+        if (isMinimised) x_.SetMinimised(window_, true);
+        Focus(0);
+        x_.SetMinimised(window_, false);
+        Focus(window_);
+        x_.Release();
+        camera_.Send("wait 1000");
+        camera_.Send("expect photos 0");
+        Sync();
+    }
+    Click(736, 228);
     AwaitPhotos(1);
     EndWell();
 }
