@@ -1,0 +1,100 @@
+// Random scripts, with a finger that stays down across whatever happens.
+#pragma once
+
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace Kivo::Testing {
+
+/// What has to be known of the phone for a command to be one that it obeys.
+struct Known {
+    bool isForeground = true;
+    bool isPlugged[2] = {true, true};
+};
+
+inline constexpr const char* kCameras[] = {"primary", "secondary"};
+
+/// Whether the phone obeys `command`; if so, `known` follows it.
+inline bool Follow(const std::string& command, Known& known) {
+    for (int i = 0; i < 2; ++i) {
+        const bool isPlug = command == std::string("plug ") + kCameras[i];
+        const bool isUnplug = command == std::string("unplug ") + kCameras[i];
+        if ((isPlug || isUnplug) && known.isPlugged[i] == isPlug) return false;
+        if (isPlug || isUnplug) known.isPlugged[i] = isPlug;
+    }
+    if (command == "background") known.isForeground = false;
+    if (command == "foreground") known.isForeground = true;
+    return true;
+}
+
+/// Somebody who plays with the camera without looking.
+class Monkey {
+  public:
+    static constexpr int kCommands = 60;
+
+    explicit Monkey(unsigned seed) : random_(seed) {}
+
+    /// Begins with a camera that previews, and ends anywhere.
+    std::vector<std::string> WriteScript() {
+        std::vector<std::string> script{"wait 100"};
+        if (Below(3) == 0) script.insert(script.end(), {"tap 618 425", "wait 500"});
+        Known known;
+        for (int i = 0; i < kCommands; ++i) {
+            std::string command = Next(known);
+            while (!Follow(command, known)) command = Next(known);
+            wasPress_ = command.starts_with("press");
+            script.push_back(command);
+        }
+        return script;
+    }
+
+  private:
+    int Below(unsigned n) { return static_cast<int>(random_() % n); }
+
+    std::string Next(const Known& known) {
+        const int dice = Below(100);
+        if (!known.isForeground && dice < 15) return "foreground";
+        if (wasPress_ && Below(2) == 0) return Change();
+        if (dice < 20) return "press " + Place();
+        if (dice < 30) return "move " + Place();
+        if (dice < 40) return "release " + Place();
+        if (dice < 58) return "tap " + Place();
+        if (dice < 62) return "drag " + Place() + " " + Place() + " " + Number(1 + Below(12));
+        if (dice < 63) return Below(2) == 0 ? "key back" : "key soft0";
+        return dice < 83 ? Wait() : Change();
+    }
+
+    // What a finger that is down does not bring about.
+    std::string Change() {
+        const int dice = Below(100);
+        if (dice < 40) return "key camera";
+        if (dice < 65) return "background";
+        return (dice < 85 ? "unplug " : "plug ") + std::string(kCameras[Below(2)]);
+    }
+
+    std::string Wait() {
+        const int dice = Below(20);
+        return "wait " + Number(dice < 11 ? Below(60) : dice < 18 ? Below(900) : Below(3500));
+    }
+
+    // Mostly where something is.
+    std::string Place() {
+        static constexpr int kPlaces[][2] = {
+            {736, 228}, {736, 228}, {618, 425}, {500, 425}, {382, 425}, {264, 425}, {40, 425},
+            {700, 20},  {20, 230},  {750, 50},  {190, 44},  {300, 60},  {400, 240}};
+        const auto& place = kPlaces[Below(std::size(kPlaces))];
+        const bool anywhere = Below(5) == 0;
+        const int x = anywhere ? Below(900) - 50 : place[0] + Below(40) - 20;
+        const int y = anywhere ? Below(580) - 50 : place[1] + Below(20) - 10;
+        return Number(x) + " " + Number(y);
+    }
+
+    static std::string Number(int value) { return std::to_string(value); }
+
+    std::mt19937 random_;
+    bool wasPress_ = false;
+};
+
+}  // namespace Kivo::Testing
