@@ -1,6 +1,7 @@
 // Random scripts, with a finger that stays down across whatever happens.
 #pragma once
 
+#include <deque>
 #include <iterator>
 #include <random>
 #include <string>
@@ -44,7 +45,8 @@ class Monkey {
         for (int i = 0; i < kCommands; ++i) {
             std::string command = Next(known);
             while (!Follow(command, known)) command = Next(known);
-            wasPress_ = command.starts_with("press");
+            isPressed_ =
+                command.starts_with("press") || (isPressed_ && command.starts_with("move"));
             script.push_back(command);
         }
         return script;
@@ -55,15 +57,32 @@ class Monkey {
 
     std::string Next(const Known& known) {
         const int dice = Below(100);
+        if (!plan_.empty()) return NextOfPlan();
         if (!known.isForeground && dice < 15) return "foreground";
-        if (wasPress_ && Below(2) == 0) return Change();
+        if (isPressed_ && Below(2) == 0) return Change();
         if (dice < 20) return "press " + Place();
         if (dice < 30) return "move " + Place();
         if (dice < 40) return "release " + Place();
         if (dice < 58) return "tap " + Place();
         if (dice < 62) return "drag " + Place() + " " + Place() + " " + Number(1 + Below(12));
-        if (dice < 63) return Below(2) == 0 ? "key back" : "key soft0";
+        if (dice < 66) return BeginDrag();
+        if (dice < 67) return Below(2) == 0 ? "key back" : "key soft0";
         return dice < 83 ? Wait() : Change();
+    }
+
+    // Of a control that has to be pulled out first; somebody else ends it, or nobody.
+    std::string BeginDrag() {
+        const bool isZoom = Below(2) == 0;
+        const std::string by = Number(Below(300));
+        plan_ = isZoom ? Plan{"wait 200", "press 700 40", "move " + by + " 40"}
+                       : Plan{"wait 200", "press 60 230", "move 60 " + by};
+        return isZoom ? "tap 700 20" : "tap 20 230";
+    }
+
+    std::string NextOfPlan() {
+        const std::string command = plan_.front();
+        plan_.pop_front();
+        return command;
     }
 
     // What a finger that is down does not bring about.
@@ -93,8 +112,11 @@ class Monkey {
 
     static std::string Number(int value) { return std::to_string(value); }
 
+    using Plan = std::deque<std::string>;
+
     std::mt19937 random_;
-    bool wasPress_ = false;
+    Plan plan_;
+    bool isPressed_ = false;
 };
 
 }  // namespace Kivo::Testing
