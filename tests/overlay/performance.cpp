@@ -1,5 +1,6 @@
 #include "performance.h"
 
+#include "action_ids.h"
 #include "camera_types.h"
 #include "composition.h"
 #include "media/camera_service.h"
@@ -15,7 +16,7 @@ using Osp::Media::CameraSelection;
 
 namespace {
 
-constexpr int kCloseHelp = 1004;
+constexpr int kLongestSeriesS = 15;  // with a lost picture in it
 
 std::size_t Hash(std::string_view bytes) {
     return std::hash<std::string_view>()(bytes);
@@ -121,13 +122,19 @@ void Performance::WatchBackground(bool hasStored) {
     if (!phone_.Sounds().empty()) Complain("a sound in the background");
 }
 
+bool Performance::IsCapturing() {
+    return outcome_.complaint.empty() && !phone_.IsEnabled(kActionCapture);
+}
+
 void Performance::PutInOrder() {
     if (!known_.isForeground) Do("foreground");
     for (int i = 0; i < 2; ++i) {
         if (!known_.isPlugged[i]) Do(std::string("plug ") + kCameras[i]);
     }
-    Do({"release 400 100", "wait 4000"});
-    const bool isHelpOpen = outcome_.complaint.empty() && !phone_.Button(kCloseHelp).is_null();
+    Do({"release 400 100", "wait 1000"});
+    for (int i = 0; i < kLongestSeriesS && IsCapturing(); ++i) Do("wait 1000");
+    const bool isHelpOpen =
+        outcome_.complaint.empty() && !phone_.Button(kActionCloseHelp).is_null();
     if (isHelpOpen) Do("tap 750 50");
     Do({"wait 500", "expect preview"});
 }

@@ -35,6 +35,7 @@ class Performance {
     void Do(std::initializer_list<const char*> commands);
     void Complain(const std::string& reason);
     void WatchBackground(bool hasStored);
+    bool IsCapturing();
     void PutInOrder();
     void ExpectTrueControls();
     void TakeAPhotograph();

@@ -59,8 +59,10 @@ TEST_F(MessageBoxTest, WhatWasHeldDownBeforeWaitsForItsEnd) {
 
 TEST_F(MessageBoxTest, DoesNotWaitInTheBackground) {
     screen_.SetForeground(false);
-    ShowBox(MessageBoxStyle::kOk, 0);
-    loop_.Settle();
+    ShowBox(MessageBoxStyle::kOk, 1000);
+    loop_.Loop().Post(EventClass::kApplication,
+                      [this] { EXPECT_EQ(loop_.Clock().Now(), Base::TimePoint(0)); });
+    loop_.Pass(2s);
     EXPECT_EQ(log_, Log{"answered"});
 }
 
