@@ -57,6 +57,22 @@ TEST_F(MessageBoxTest, WhatWasHeldDownBeforeWaitsForItsEnd) {
     EXPECT_EQ(log_, (Log{"answered", "action"}));
 }
 
+TEST_F(MessageBoxTest, WhatIsRemovedWhileItIsHeldActsNoMore) {
+    auto* const button = Add(new Controls::Button);
+    ASSERT_EQ(button->Construct({0, 0, 100, 100}), result::kSuccess);
+    button->AddActionEventListener(*this);
+    input_.Press({50, 50});
+    loop_.Loop().Post(EventClass::kApplication, [this, button] {
+        (void)form_->RemoveControl(*button);
+        MessageBox box;  // for as long as it waits the button lives
+        ASSERT_EQ(box.Construct("", "text", MessageBoxStyle::kNone, 1000), result::kSuccess);
+        (void)box.ShowAndWait();
+    });
+    loop_.Loop().StartTimer(EventClass::kSystem, 10ms, [this] { input_.Release({50, 50}); });
+    loop_.Pass(2s);
+    EXPECT_EQ(log_, Log{});
+}
+
 TEST_F(MessageBoxTest, DoesNotWaitInTheBackground) {
     screen_.SetForeground(false);
     ShowBox(MessageBoxStyle::kOk, 1000);
