@@ -1,24 +1,23 @@
 #include "io/safe_file.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
-#include <sys/sendfile.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
 #include "base/event_loop.h"
 #include "io/errno_result.h"
+#include "io/new_name.h"
 #include "io/temporary_file.h"
 
 namespace Osp::Io {
 
 namespace {
 
-constexpr mode_t kKeptMode = 0666;
-constexpr int kMaxNumberedName = 10000;
+constexpr int kMostSetAside = 10000;
 
 struct Target {
     FileDescriptor folder;
@@ -71,88 +70,42 @@ result SyncFolder(int folder) {
     return fsync(folder) == 0 || errno == EINVAL ? result::kSuccess : ResultOfErrno(errno);
 }
 
-/// Renames without replacing: kKeyAlreadyExists.
-result RenameNew(int folder, const char* from, const char* to) {
-    if (renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0) return result::kSuccess;
-    if (errno != EINVAL && errno != ENOSYS) return ResultOfErrno(errno);
-    // The file system cannot do both in one step.
-    if (Exists(folder, to)) return result::kKeyAlreadyExists;
-    return renameat(folder, from, folder, to) == 0 ? result::kSuccess : ResultOfErrno(errno);
-}
-
-result CopyAll(int from, int to, long long sizeBytes) {
-    while (sizeBytes > 0) {
-        const ssize_t count = sendfile(to, from, nullptr, static_cast<std::size_t>(sizeBytes));
-        if (count < 0) return ResultOfErrno(errno);
-        if (count == 0) return result::kIo;  // it became shorter
-        sizeBytes -= count;
+/// Gives the new file a name that is taken: what has it moves aside first. Whoever takes the name
+/// in between is moved aside like the first.
+result PutInPlaceOfOld(int folder, const char* from, const std::string& to) {
+    for (;;) {
+        std::string aside;
+        result r = MoveAside(folder, to, aside);
+        if (r == result::kFileNotFound) r = result::kSuccess;  // somebody else has moved it
+        if (Succeeded(r)) r = SyncFolder(folder);
+        if (Succeeded(r)) r = RenameNew(folder, from, to.c_str());
+        if (r == result::kKeyAlreadyExists) continue;
+        if (Failed(r) && !aside.empty()) (void)RenameNew(folder, aside.c_str(), to.c_str());
+        return r;
     }
-    return result::kSuccess;
 }
 
-/// The way to a second name on memory cards, whose file systems know no links.
-result CopyNew(int folder, const char* from, const char* to) {
-    if (Exists(folder, to)) return result::kKeyAlreadyExists;
-    const FileDescriptor source(openat(folder, from, O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
-    struct stat status;
-    if (!source.IsOpen() || fstat(source.Get(), &status) != 0) return ResultOfErrno(errno);
-    FileDescriptor copy;
-    TransientName temporary(folder);
-    const long long dateMs = status.st_mtim.tv_sec * 1000LL + status.st_mtim.tv_nsec / 1'000'000;
-    result r = CreateTemporary(folder, kKeptMode, copy, temporary);
-    if (Succeeded(r)) r = CopyAll(source.Get(), copy.Get(), status.st_size);
-    if (Succeeded(r)) r = Sync(copy.Get(), dateMs);
-    if (Succeeded(r)) r = RenameNew(folder, temporary.Get().c_str(), to);
-    if (Succeeded(r)) temporary.Keep();
-    return r;
-}
-
-result LinkNew(int folder, const char* from, const char* to) {
-    if (linkat(folder, from, folder, to, 0) == 0) return result::kSuccess;
-    return errno == EPERM || errno == EOPNOTSUPP ? CopyNew(folder, from, to) : ResultOfErrno(errno);
-}
-
-bool IsSameFile(int folder, const char* a, const char* b) {
-    struct stat statusA;
-    struct stat statusB;
-    return fstatat(folder, a, &statusA, AT_SYMLINK_NOFOLLOW) == 0 &&
-           fstatat(folder, b, &statusB, AT_SYMLINK_NOFOLLOW) == 0 &&
-           statusA.st_dev == statusB.st_dev && statusA.st_ino == statusB.st_ino;
-}
-
-/// Gives what is at `name`, if anything is, a second name in `kept`.
-result KeepOld(int folder, const std::string& name, TransientName& kept) {
-    if (!Exists(folder, name.c_str())) return result::kSuccess;
-    for (int number = 1; number <= kMaxNumberedName; ++number) {
-        const std::string keptName = "old-" + std::to_string(number) + "-" + name;
-        const result r = LinkNew(folder, name.c_str(), keptName.c_str());
-        if (Succeeded(r)) {
-            kept.Set(keptName);
-            return SyncFolder(folder);
-        }
-        if (r != result::kKeyAlreadyExists) return r;
-        // A run that was killed right after this step has left the name.
-        if (IsSameFile(folder, name.c_str(), keptName.c_str())) return result::kSuccess;
-    }
-    return result::kKeyAlreadyExists;
+/// Until the folder is closed. Some network folders know no locks.
+void TakeTurn(int folder) {
+    while (flock(folder, LOCK_EX) != 0 && errno == EINTR) continue;
 }
 
 result PutInPlace(const Target& target, Replace replace, TransientName& temporary) {
     const int folder = target.folder.Get();
     const char* from = temporary.Get().c_str();
     const char* to = target.name.c_str();
-    TransientName kept(folder);
     result r = result::kSuccess;
-    if (replace == Replace::kKeepOld) r = KeepOld(folder, target.name, kept);
-    if (Failed(r)) return r;
-    if (replace == Replace::kRefuse) {
+    if (replace == Replace::kOverwrite) {
+        if (renameat(folder, from, folder, to) != 0) r = ResultOfErrno(errno);
+    } else {
+        TakeTurn(folder);
         r = RenameNew(folder, from, to);
-    } else if (renameat(folder, from, folder, to) != 0) {
-        r = ResultOfErrno(errno);
+    }
+    if (r == result::kKeyAlreadyExists && replace == Replace::kKeepOld) {
+        r = PutInPlaceOfOld(folder, from, target.name);
     }
     if (Failed(r)) return r;
     temporary.Keep();
-    kept.Keep();
     return SyncFolder(folder);
 }
 
@@ -206,7 +159,7 @@ void RemoveStaleTemporaries(const std::string& folder) {
 }
 
 bool SetAside(const std::string& path) {
-    for (int number = 1; number <= kMaxNumberedName; ++number) {
+    for (int number = 1; number <= kMostSetAside; ++number) {
         const std::string aside = path + ".damaged-" + std::to_string(number);
         const result r = RenameNew(AT_FDCWD, path.c_str(), aside.c_str());
         if (r != result::kKeyAlreadyExists) return Succeeded(r);

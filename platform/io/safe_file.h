@@ -16,7 +16,7 @@ namespace Osp::Io {
 enum class Replace {
     kOverwrite,
     kKeepOld,  ///< it stays in the folder as "old-1-NAME", or "old-2-NAME" and so on
-    kRefuse,   ///< it stays and nothing is written: kKeyAlreadyExists
+    kRefuse,   ///< it stays: kKeyAlreadyExists, however late it came
 };
 
 struct SafeFileOptions {
@@ -30,11 +30,12 @@ struct SafeFileOptions {
 
 /// Makes the file at the real path `path` hold exactly `bytes`, by way of a temporary with a dot
 /// name in the same folder; file and folder are synced when this returns. At every moment, a power
-/// cut included, `path` names the whole older file or the whole new one, and with kKeepOld the
-/// older one has a name of its own before it loses that. kStorageFull, kPermissionDenied,
-/// kFileNotFound (the folder has vanished) and kIo leave everything as it was, with one exception:
-/// kIo also reports that the folder itself could not be synced after the new file was in place.
-/// Any thread.
+/// cut included, `path` names the whole older file or the whole new one; with kKeepOld it may for
+/// a moment name nothing, when the older one has its other name already. With kKeepOld and kRefuse
+/// nothing is ever replaced, not even what another process puts there at the same time.
+/// kStorageFull, kPermissionDenied, kFileNotFound (the folder has vanished) and kIo leave
+/// everything as it was, with one exception: kIo also reports that the folder itself could not be
+/// synced after the new file was in place. Any thread.
 result WriteFileSafely(const std::string& path, std::span<const Base::byte> bytes,
                        const SafeFileOptions& options = {});
 result WriteFileSafely(const std::string& path, std::string_view text,

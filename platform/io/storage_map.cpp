@@ -70,6 +70,7 @@ StorageMap::StorageMap(const Options& options)
 }
 
 result StorageMap::Prepare() {
+    isPrepared_ = true;
     const result images = CreateFolder(imageFolder_, kPublicMode);
     const result own = CreatePrivateFolder(privateFolder_);
     RemoveStaleTemporaries(imageFolder_);
@@ -95,7 +96,7 @@ result StorageMap::Resolve(const Base::String& path, Access access, std::string&
 
 result StorageMap::ResolveOnCard(std::string_view rest, std::string& realPath) {
     const std::string card = FindCard();
-    if (card != preparedCard_) {
+    if (isPrepared_ && card != preparedCard_) {
         preparedCard_ = card;
         const std::string images = card + std::string(kImageRoot);
         // Whether this went well shows when the folder is used.

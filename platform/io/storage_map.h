@@ -8,6 +8,7 @@
 #include <osp/base/string.h>
 
 #include "base/service.h"
+#include "io/folder_lock.h"
 
 namespace Osp::Io {
 
@@ -28,7 +29,12 @@ class StorageMap : public Service<StorageMap> {
 
     /// Creates the folders that are missing, keeps the private one to its owner, and removes what
     /// killed writers left. The first failure is returned, but the map works as far as it can.
+    /// Without it, nothing is ever created or removed, on memory cards neither.
     result Prepare();
+
+    /// Keeps other processes out of the same storage for the life of this object: kDeviceBusy when
+    /// one is there. After Prepare.
+    result Lock() { return lock_.Acquire(privateFolder_); }
 
     /// For registry, content database and tokens.
     const std::string& GetPrivateFolder() const { return privateFolder_; }
@@ -47,7 +53,9 @@ class StorageMap : public Service<StorageMap> {
     std::string resourceFolder_;
     std::string imageFolder_;
     std::string privateFolder_;
+    bool isPrepared_ = false;
     std::string preparedCard_;  // the card whose image folder has been seen to
+    FolderLock lock_;
 };
 
 }  // namespace Osp::Io

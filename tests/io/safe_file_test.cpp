@@ -1,12 +1,15 @@
 #include "io/safe_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <random>
 #include <set>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <utility>
 #include <vector>
 
 #include "base/event_loop.h"
@@ -94,6 +97,57 @@ TEST(SafeFile, AKeptNameLeftByAKilledRunIsNotKeptTwice) {
     ASSERT_EQ(WriteFileSafely(folder / "a", "second", {.replace = Replace::kKeepOld}),
               result::kSuccess);
     EXPECT_EQ(ReadTree(folder.Path()), (Tree{{"a", "second"}, {"old-1-a", "first"}}));
+}
+
+TEST(SafeFile, NeverRunsOutOfNamesForWhatItKeeps) {
+    const TemporaryFolder folder;
+    WriteText(folder / "a", "older");
+    WriteText(folder / "old-10000-a", "oldest");
+    WriteText(folder / "old-20000-b", "another");
+    WriteText(folder / "old-x-a", "no number");
+    ASSERT_EQ(WriteFileSafely(folder / "a", "new", {.replace = Replace::kKeepOld}),
+              result::kSuccess);
+    EXPECT_EQ(ReadTree(folder.Path()), (Tree{{"a", "new"},
+                                             {"old-10000-a", "oldest"},
+                                             {"old-10001-a", "older"},
+                                             {"old-20000-b", "another"},
+                                             {"old-x-a", "no number"}}));
+}
+
+/// Stores 50 contents of its own among those of other writers: all under one name, or each under
+/// the next name that nobody has.
+void StoreAmongOthers(const TemporaryFolder& folder, Replace replace, int writer) {
+    int number = 0;
+    for (int i = 0; i < 50; ++i) {
+        const std::string content = std::to_string(writer * 1000 + i);
+        result r = result::kKeyAlreadyExists;
+        while (r == result::kKeyAlreadyExists) {
+            if (replace == Replace::kRefuse) ++number;
+            r = WriteFileSafely(folder / std::to_string(number), content, {.replace = replace});
+        }
+        ASSERT_EQ(r, result::kSuccess);
+    }
+}
+
+TEST(SafeFile, WritersAtOnceLoseNothingOfEachOthers) {
+    constexpr int kWriters = 3;
+    const std::vector<std::vector<std::pair<int, int>>> missing = {
+        {}, {{SYS_renameat2, EINVAL}}, {{SYS_renameat2, ENOSYS}, {SYS_linkat, EPERM}}};
+    for (std::size_t system = 0; system < missing.size(); ++system) {
+        for (const auto replace : {Replace::kKeepOld, Replace::kRefuse}) {
+            SCOPED_TRACE(testing::Message()
+                         << "file system " << system << ", replace " << static_cast<int>(replace));
+            const TemporaryFolder folder;
+            Testing::InProcessesAtOnce(kWriters, [&](int writer) {
+                for (const auto& [call, error] : missing[system]) Testing::RefuseCall(call, error);
+                StoreAmongOthers(folder, replace, writer);
+            });
+            std::set<std::string> contents;
+            for (const auto& [name, content] : ReadTree(folder.Path())) contents.insert(content);
+            EXPECT_EQ(contents.size(), 50u * kWriters);
+            EXPECT_EQ(ReadTree(folder.Path()).size(), 50u * kWriters) << "nothing left over";
+        }
+    }
 }
 
 // The system refuses links to what belongs to somebody else, as memory cards refuse all links.

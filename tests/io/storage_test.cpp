@@ -1,8 +1,11 @@
+#include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <memory>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <unistd.h>
 #include <vector>
 
 #include <osp/io/directory.h>
@@ -78,6 +81,36 @@ TEST_F(StorageTest, PreparingCleansUpAndReportsWhatItCannotCreate) {
     fs::remove(images);
     WriteText(images, "a file in the way");
     EXPECT_NE(storage_.Prepare(), result::kSuccess);
+}
+
+TEST_F(StorageTest, CreatesNothingUnlessItIsPrepared) {
+    fs::create_directories(folder_ / "other/Storagecard");
+    StorageMap storage({.dataFolder = folder_ / "other", .resourceFolder = folder_ / "res"});
+    std::string real;
+    EXPECT_EQ(storage.Resolve("/Storagecard/Media/Images", Access::kRead, real), result::kSuccess);
+    EXPECT_TRUE(fs::is_empty(folder_ / "other/Storagecard"));
+    EXPECT_FALSE(fs::exists(folder_ / "other/Media"));
+}
+
+TEST_F(StorageTest, IsLockedForOthersUntilItsProcessEnds) {
+    const auto lockElsewhere = [this] {
+        StorageMap other({.dataFolder = data_, .resourceFolder = folder_ / "res"});
+        return other.Lock();
+    };
+    Testing::KilledAfter(std::chrono::milliseconds(100), [&](int) {
+        EXPECT_EQ(storage_.Lock(), result::kSuccess);
+        pause();
+    });
+    auto own = std::make_unique<StorageMap>(
+        StorageMap::Options{.dataFolder = data_, .resourceFolder = folder_ / "res"});
+    EXPECT_EQ(own->Lock(), result::kSuccess) << "a killed process has let go";
+    Testing::InOwnProcess([&] { EXPECT_EQ(lockElsewhere(), result::kDeviceBusy); });
+    // A program that it started and that outlives it.
+    const std::unique_ptr<FILE, int (*)(FILE*)> started(popen("cat", "w"), pclose);
+    own = nullptr;
+    EXPECT_EQ(lockElsewhere(), result::kSuccess);
+    fs::remove_all(storage_.GetPrivateFolder());
+    EXPECT_EQ(lockElsewhere(), result::kSuccess) << "what is not there holds nobody up";
 }
 
 TEST_F(StorageTest, TheCardComesAndGoes) {

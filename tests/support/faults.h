@@ -3,17 +3,23 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstddef>
 #include <functional>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <linux/capability.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <sched.h>
 #include <string>
 #include <sys/mount.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 namespace Osp::Testing {
 
@@ -29,6 +35,28 @@ inline void InOwnProcess(const std::function<void()>& body) {
     waitpid(child, &status, 0);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0)
         << "in its own process, which printed why; status " << status;
+}
+
+/// Runs `body` with 0 to `count` - 1 in as many forked processes at once.
+inline void InProcessesAtOnce(int count, const std::function<void(int)>& body) {
+    std::vector<std::thread> waiting;
+    for (int i = 0; i < count; ++i) {
+        waiting.emplace_back([&body, i] { InOwnProcess([&body, i] { body(i); }); });
+    }
+    for (std::thread& thread : waiting) thread.join();
+}
+
+/// Makes the system call `number` fail with `error`, as on a file system that does not know it, for
+/// the rest of this process.
+inline void RefuseCall(int number, int error) {
+    sock_filter steps[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(number), 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | static_cast<unsigned>(error)),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+    const sock_fprog program = {std::size(steps), steps};
+    ASSERT_EQ(prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0), 0);
+    ASSERT_EQ(prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program), 0);
 }
 
 /// Makes `folder` hold `sizeBytes` at most, for the rest of this process. Where no file system can

@@ -18,6 +18,7 @@ enum class [[nodiscard]] result : std::uint32_t{
     kUnsupported = 0xA0000777,   ///< this device or format cannot do it
     kOutOfRange = 0xA0000778,
     kObjectNotFound = 0xA0000779,
+    kOutOfMemory = 0xA000077B,
     kInvalidFormat = 0xA000077A,  ///< data that is not what it claims to be
     kFileNotFound = 0xA00005E0,
     kStorageFull = 0xA00005E1,
