@@ -1,9 +1,11 @@
 #include "base/background.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 #include "base/event_loop.h"
+#include "base/out_of_memory.h"
 
 namespace Osp::Base {
 
@@ -32,10 +34,19 @@ void Workers::Run(std::function<void()> job, std::function<void()> completion) {
         waiting_.push_back({std::move(job), std::move(completion)});
         isShortOfThreads = waiting_.size() > idleThreads_;
     }
-    if (isShortOfThreads && threads_.size() < MostThreads()) {
-        threads_.emplace_back([this] { Serve(); });
-    }
+    if (isShortOfThreads && threads_.size() < MostThreads()) StartThread();
     wake_.notify_one();
+}
+
+// The threads that there are do the work of one that cannot be started. Without any, this one does.
+void Workers::StartThread() {
+    try {
+        threads_.emplace_back([this] { Serve(); });
+    } catch (const std::exception&) {
+        if (!threads_.empty()) return;
+        std::unique_lock lock(mutex_);
+        DoFirst(lock);
+    }
 }
 
 void Workers::Serve() {
@@ -45,16 +56,24 @@ void Workers::Serve() {
         wake_.wait(lock, [this] { return isEnding_ || !waiting_.empty(); });
         --idleThreads_;
         if (isEnding_) return;
-        Work work = std::move(waiting_.front());
-        waiting_.pop_front();
-        lock.unlock();
-        Do(std::move(work));
-        lock.lock();
+        DoFirst(lock);
     }
 }
 
+void Workers::DoFirst(std::unique_lock<std::mutex>& lock) {
+    Work work = std::move(waiting_.front());
+    waiting_.pop_front();
+    lock.unlock();
+    Do(std::move(work));
+    lock.lock();
+}
+
 void Workers::Do(Work work) {
-    work.job();
+    try {
+        work.job();
+    } catch (const std::bad_alloc&) {
+        TellOutOfMemory("a piece of work was given up");
+    }
     work.job = nullptr;  // what it holds goes before the loop hears of it
     loop_.Post(EventClass::kSystem, [&loop = loop_, completion = std::move(work.completion)] {
         loop.EndWork();

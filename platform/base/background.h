@@ -14,8 +14,9 @@ class EventLoop;
 
 /// Runs `job` on a worker thread and then `completion` on the loop, always and as a system event.
 /// The loop counts the work as under way in between, so a virtual clock stands still meanwhile.
-/// Jobs run in no particular order, a few at a time. A loop that ends waits for the jobs that run
-/// and drops the others. Loop thread only.
+/// A job that runs out of memory is given up and completed all the same: the completion takes what
+/// the job has not set for a failure. Jobs run in no particular order, a few at a time. A loop that
+/// ends waits for the jobs that run and drops the others. Loop thread only.
 void RunInBackground(std::function<void()> job, std::function<void()> completion);
 
 /// The threads of one loop, started when there is work for them. The standard library's own, so
@@ -35,7 +36,9 @@ class Workers {
         std::function<void()> completion;
     };
 
+    void StartThread();
     void Serve();
+    void DoFirst(std::unique_lock<std::mutex>& lock);
     void Do(Work work);
 
     EventLoop& loop_;

@@ -6,7 +6,6 @@
 #include <mutex>
 #include <new>
 #include <utility>
-#include <vector>
 
 namespace Osp::Base {
 
@@ -20,6 +19,7 @@ struct Pool {
     std::mutex mutex;
     std::multimap<std::size_t, std::uint8_t*> free;
     std::size_t kept = 0;
+    std::size_t mostKept = kMostKept;
 };
 
 Pool& ThePool() {
@@ -41,44 +41,74 @@ void Free(std::uint8_t* block) {
     ::operator delete(block, kAlignment);
 }
 
+/// A block of exactly this size, or null.
+std::uint8_t* TakeKept(std::size_t size) {
+    Pool& pool = ThePool();
+    const std::lock_guard lock(pool.mutex);
+    const auto found = pool.free.find(size);
+    if (found == pool.free.end()) return nullptr;
+    std::uint8_t* const block = found->second;
+    pool.free.erase(found);
+    pool.kept -= size;
+    return block;
+}
+
+/// The largest block while there are too many; null then.
+std::uint8_t* TakeSurplus() {
+    Pool& pool = ThePool();
+    const std::lock_guard lock(pool.mutex);
+    if (pool.kept <= pool.mostKept) return nullptr;
+    // Largest first: what is kept should be what the session keeps asking for.
+    const auto last = std::prev(pool.free.end());
+    std::uint8_t* const block = last->second;
+    pool.kept -= last->first;
+    pool.free.erase(last);
+    return block;
+}
+
+void FreeSurplus() {
+    while (std::uint8_t* const block = TakeSurplus()) Free(block);
+}
+
+/// From here on nothing is kept: blocks of other sizes may be what is missing.
+void StopKeeping() {
+    {
+        const std::lock_guard lock(ThePool().mutex);
+        ThePool().mostKept = 0;
+    }
+    FreeSurplus();
+}
+
+bool Keep(std::uint8_t* block, std::size_t size) {
+    Pool& pool = ThePool();
+    const std::lock_guard lock(pool.mutex);
+    try {
+        pool.free.emplace(size, block);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    pool.kept += size;
+    return true;
+}
+
 }  // namespace
 
 std::uint8_t* BlockPool::Take(std::size_t size) {
-    if (size < kSmallest) return Allocate(size == 0 ? 1 : size);
+    if (size < kSmallest) return Allocate(size);
     size = RoundUp(size);
-    Pool& pool = ThePool();
-    {
-        const std::lock_guard lock(pool.mutex);
-        const auto found = pool.free.find(size);
-        if (found != pool.free.end()) {
-            std::uint8_t* block = found->second;
-            pool.free.erase(found);
-            pool.kept -= size;
-            return block;
-        }
+    if (std::uint8_t* const block = TakeKept(size)) return block;
+    try {
+        return Allocate(size);
+    } catch (const std::bad_alloc&) {
+        StopKeeping();
+        return Allocate(size);
     }
-    return Allocate(size);
 }
 
 void BlockPool::Give(std::uint8_t* block, std::size_t size) {
     if (block == nullptr) return;
-    if (size < kSmallest) return Free(block);
-    size = RoundUp(size);
-    Pool& pool = ThePool();
-    std::vector<std::uint8_t*> surplus;
-    {
-        const std::lock_guard lock(pool.mutex);
-        pool.free.emplace(size, block);
-        pool.kept += size;
-        // Largest first: what is kept should be what the session keeps asking for.
-        while (pool.kept > kMostKept) {
-            const auto last = std::prev(pool.free.end());
-            pool.kept -= last->first;
-            surplus.push_back(last->second);
-            pool.free.erase(last);
-        }
-    }
-    for (std::uint8_t* old : surplus) Free(old);
+    if (size < kSmallest || !Keep(block, RoundUp(size))) return Free(block);
+    FreeSurplus();
 }
 
 Block::Block(Block&& other) noexcept

@@ -12,7 +12,8 @@ namespace Osp::Base {
 /// blocks go straight to the heap. Any thread.
 namespace BlockPool {
 
-/// `size` bytes, aligned to 64, content unspecified; never null.
+/// `size` bytes, aligned to 64, content unspecified; never null. Throws std::bad_alloc when there
+/// is no memory even after all that was kept has been let go; from then on nothing is kept.
 std::uint8_t* Take(std::size_t size);
 /// `block` came from Take(size); null is allowed.
 void Give(std::uint8_t* block, std::size_t size);

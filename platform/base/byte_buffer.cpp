@@ -4,6 +4,7 @@
 #include <osp/base/byte_buffer.h>
 
 #include "base/block_pool.h"
+#include "base/out_of_memory.h"
 
 namespace Osp::Base {
 
@@ -23,9 +24,11 @@ ByteBuffer::~ByteBuffer() {
 result ByteBuffer::Construct(int capacity) {
     if (data_ != nullptr) return result::kInvalidState;
     if (capacity < 0) return result::kInvalidArgument;
-    data_ = BlockPool::Take(static_cast<std::size_t>(capacity));
-    capacity_ = capacity;
-    return result::kSuccess;
+    return OrOutOfMemory([&] {
+        data_ = BlockPool::Take(static_cast<std::size_t>(capacity));
+        capacity_ = capacity;
+        return result::kSuccess;
+    });
 }
 
 result ByteBuffer::Construct(const ByteBuffer& other) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <glib.h>
 
+#include "base/out_of_memory.h"
+
 namespace Osp::Base {
 
 struct EventLoop::Source {
@@ -42,8 +44,7 @@ EventLoop::EventLoop(Clock& clock)
                                      [](GSource* source, GSourceFunc, gpointer) -> gboolean {
                                          EventLoop& loop = *reinterpret_cast<Source*>(source)->loop;
                                          g_source_set_ready_time(source, -1);
-                                         if (!loop.DispatchOne() && loop.DriverMayRun())
-                                             loop.AskDriver();
+                                         loop.DispatchOrAsk();
                                          return G_SOURCE_CONTINUE;
                                      },
                                      nullptr,
@@ -85,7 +86,10 @@ void EventLoop::CancelTimer(TimerId id) {
 }
 
 void EventLoop::RunUntil(const std::function<bool()>& done) {
-    while (!done()) g_main_context_iteration(context_, TRUE);
+    while (!done()) {
+        g_main_context_iteration(context_, TRUE);
+        if (driverFailure_) std::rethrow_exception(std::exchange(driverFailure_, nullptr));
+    }
 }
 
 void EventLoop::RunHoldingApplication(const std::function<bool()>& done) {
@@ -148,6 +152,21 @@ std::optional<EventLoop::Event> EventLoop::TakeReady() {
         return event;
     }
     return std::nullopt;
+}
+
+// Nothing may be thrown through the library that calls. An event that needs more memory than there
+// is must not cost the photographs that are still to come; a driver that does would do so again.
+void EventLoop::DispatchOrAsk() {
+    try {
+        if (DispatchOne()) return;
+    } catch (const std::bad_alloc&) {
+        return TellOutOfMemory("an event was given up");
+    }
+    try {
+        if (DriverMayRun()) AskDriver();
+    } catch (const std::bad_alloc&) {
+        driverFailure_ = std::current_exception();
+    }
 }
 
 bool EventLoop::DispatchOne() {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <exception>
 #include <functional>
 #include <map>
 #include <memory>
@@ -57,7 +58,9 @@ class EventLoop : public Service<EventLoop> {
     /// Does nothing for an id that has expired or is 0.
     void CancelTimer(TimerId id);
 
-    /// Dispatches until `done` returns true, which is asked after every dispatch. May be nested.
+    /// Dispatches until `done` returns true, which is asked after every dispatch. May be nested. An
+    /// event that runs out of memory is given up, which is said on standard error; a driver that
+    /// does ends this with std::bad_alloc.
     void RunUntil(const std::function<bool()>& done);
     /// The same while application events wait in their queue.
     void RunHoldingApplication(const std::function<bool()>& done);
@@ -96,6 +99,7 @@ class EventLoop : public Service<EventLoop> {
     }
     std::optional<Event> TakeReady();
     bool HasReady() const;
+    void DispatchOrAsk();
     bool DispatchOne();
     bool DriverMayRun() const;
     void AskDriver();
@@ -107,6 +111,7 @@ class EventLoop : public Service<EventLoop> {
     Source* source_ = nullptr;
     LoopDriver* driver_ = nullptr;
     bool driverAsleep_ = false;
+    std::exception_ptr driverFailure_;
 
     mutable std::mutex mutex_;  // guards posted_ and woken_
     std::deque<Event> posted_;

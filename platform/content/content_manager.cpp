@@ -1,5 +1,6 @@
 #include <osp/content/content_manager.h>
 
+#include "base/out_of_memory.h"
 #include "content/content_store.h"
 
 namespace Osp::Content {
@@ -13,8 +14,10 @@ result ContentManager::Construct() {
 result ContentManager::CreateContent(ContentInfo& info) {
     if (!isConstructed_) return result::kInvalidState;
     ContentRecord record;
-    const result r = ContentStore::Current().Register(info.GetContentPath(), info.GetContentName(),
-                                                      info.GetDescription(), record);
+    const result r = Base::OrOutOfMemory([&] {
+        return ContentStore::Current().Register(info.GetContentPath(), info.GetContentName(),
+                                                info.GetDescription(), record);
+    });
     if (Succeeded(r)) info.Adopt(record);
     return r;
 }

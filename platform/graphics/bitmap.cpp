@@ -3,6 +3,7 @@
 
 #include <osp/graphics/bitmap.h>
 
+#include "base/out_of_memory.h"
 #include "graphics/bitmap_pixels.h"
 
 namespace Osp::Graphics {
@@ -23,10 +24,12 @@ result Bitmap::Construct(const Base::ByteBuffer& buffer, const Dimension& dimens
         buffer.GetCapacity() != static_cast<long long>(width) * height * 4) {
         return result::kInvalidArgument;
     }
-    Base::Block rgba(buffer.Bytes().size());
-    std::ranges::copy(buffer.Bytes(), rgba.data());
-    pixels_ = std::make_shared<BitmapPixels>(dimension, std::move(rgba));
-    return result::kSuccess;
+    return Base::OrOutOfMemory([&] {
+        Base::Block rgba(buffer.Bytes().size());
+        std::ranges::copy(buffer.Bytes(), rgba.data());
+        pixels_ = std::make_shared<BitmapPixels>(dimension, std::move(rgba));
+        return result::kSuccess;
+    });
 }
 
 int Bitmap::GetWidth() const {

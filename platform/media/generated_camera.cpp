@@ -109,12 +109,16 @@ void GeneratedCamera::MakeFrame(const std::shared_ptr<Stream>& stream) {
     Base::RunInBackground(
         [job = MakeFrameJob(settings_, FrameNumberNow()), frame,
          bytes = static_cast<int>(I420Bytes(settings_.previewSize))] {
-            if (Succeeded(frame->Construct(bytes))) job(*frame);
+            ByteBuffer made;
+            if (Failed(made.Construct(bytes))) return;
+            job(made);
+            *frame = std::move(made);  // whole or not at all: the job may run out of memory
         },
         [this, weak = std::weak_ptr(stream), frame] {
             const auto current = weak.lock();
             if (current == nullptr) return;
             current->isMakingFrame = false;
+            if (frame->GetCapacity() == 0) return;
             client_->OnFrame(std::move(*frame));
             // Only now, so that nothing competes with the first frame.
             if (!std::exchange(current->hasShownFrame, true)) PrepareStill(current);

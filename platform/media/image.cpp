@@ -6,6 +6,7 @@
 #include <osp/media/image.h>
 
 #include "base/event_loop.h"
+#include "base/out_of_memory.h"
 #include "base/trace.h"
 #include "graphics/bitmap_pixels.h"
 #include "io/safe_file.h"
@@ -21,6 +22,7 @@ namespace Osp::Media {
 namespace {
 
 using Base::ByteBuffer;
+using Base::OrOutOfMemory;
 using Graphics::Bitmap;
 using Graphics::BitmapPixels;
 using Graphics::Dimension;
@@ -78,6 +80,14 @@ result EncodeToBuffer(const Bitmap& bitmap, ImageFormat format, ByteBuffer& buff
     return Failed(r) ? r : encoded.CopyTo(buffer);
 }
 
+result EncodePhotograph(const Bitmap& bitmap, const Base::String& description,
+                        EncodedPicture& encoded) {
+    const PixelView view = ViewOf(bitmap);
+    const std::vector<std::uint8_t> exif = BuildExifSegment(
+        DescribePhotograph(description.ToUtf8(), view.size, Base::EventLoop::Current().GetClock()));
+    return EncodeJpeg(view, exif, encoded);
+}
+
 }  // namespace
 
 result Image::Construct() {
@@ -90,7 +100,9 @@ Bitmap* Image::DecodeN(const Base::String& path, int pixelFormat) {
     lastResult_ = result::kInvalidArgument;
     if (pixelFormat != kDecodedPixelFormatArgb) return nullptr;
     lastResult_ = Io::StorageMap::Current().Resolve(path, Io::Access::kRead, realPath);
-    if (Succeeded(lastResult_)) lastResult_ = DecodeFile(realPath, bitmap);
+    if (Succeeded(lastResult_)) {
+        lastResult_ = OrOutOfMemory([&] { return DecodeFile(realPath, bitmap); });
+    }
     return bitmap.release();
 }
 
@@ -101,17 +113,21 @@ Bitmap* Image::DecodeN(const ByteBuffer& data, ImageFormat sourceFormat,
         pixelFormat != Graphics::BitmapPixelFormat::kArgb8888) {
         return nullptr;
     }
-    Base::Block rgba;
-    Dimension size;
-    lastResult_ = DecodeJpeg(data.Bytes(), PixelLayout::kRgba, rgba, size);
-    if (Failed(lastResult_)) return nullptr;
-    Base::Trace::Mark("decode-done");
-    return FromRgba(size, std::move(rgba)).release();
+    std::unique_ptr<Bitmap> bitmap;
+    lastResult_ = OrOutOfMemory([&] {
+        Base::Block rgba;
+        Dimension size;
+        const result r = DecodeJpeg(data.Bytes(), PixelLayout::kRgba, rgba, size);
+        if (Succeeded(r)) bitmap = FromRgba(size, std::move(rgba));
+        return r;
+    });
+    if (bitmap) Base::Trace::Mark("decode-done");
+    return bitmap.release();
 }
 
 ByteBuffer* Image::EncodeToBufferN(const Bitmap& bitmap, ImageFormat format) {
     auto buffer = std::make_unique<ByteBuffer>();
-    lastResult_ = EncodeToBuffer(bitmap, format, *buffer);
+    lastResult_ = OrOutOfMemory([&] { return EncodeToBuffer(bitmap, format, *buffer); });
     return Succeeded(lastResult_) ? buffer.release() : nullptr;
 }
 
@@ -122,20 +138,20 @@ result Image::EncodeToFile(const Bitmap& bitmap, ImageFormat format, const Base:
     if (bitmap.Pixels() == nullptr) return result::kInvalidArgument;
     if (format != ImageFormat::kJpeg) return result::kUnsupported;
     std::string realPath;
-    result r = Io::StorageMap::Current().Resolve(path, Io::Access::kWrite, realPath);
+    const result r = Io::StorageMap::Current().Resolve(path, Io::Access::kWrite, realPath);
     if (Failed(r)) return r;
-    const PixelView view = ViewOf(bitmap);
-    const std::vector<std::uint8_t> exif = BuildExifSegment(
-        DescribePhotograph(description.ToUtf8(), view.size, Base::EventLoop::Current().GetClock()));
-    EncodedPicture encoded;
-    r = EncodeJpeg(view, exif, encoded);
-    if (Failed(r)) return r;
-    Base::Trace::Mark("encode-done");
-    r = Io::WriteFileSafely(realPath, encoded.Bytes(),
-                            {.replace = overwrite ? Io::Replace::kKeepOld : Io::Replace::kRefuse,
-                             .modifiedMs = Io::NewFileDateMs()});
-    Base::Trace::Mark("file-synced");
-    return r;
+    return OrOutOfMemory([&] {
+        EncodedPicture encoded;
+        const result coded = EncodePhotograph(bitmap, description, encoded);
+        if (Failed(coded)) return coded;
+        Base::Trace::Mark("encode-done");
+        const result written = Io::WriteFileSafely(
+            realPath, encoded.Bytes(),
+            {.replace = overwrite ? Io::Replace::kKeepOld : Io::Replace::kRefuse,
+             .modifiedMs = Io::NewFileDateMs()});
+        Base::Trace::Mark("file-synced");
+        return written;
+    });
 }
 
 }  // namespace Osp::Media

@@ -23,7 +23,8 @@ class ByteBuffer : public Object {
     ~ByteBuffer() override;
 
     /// Takes `capacity` bytes, whose content is whatever was there before. kInvalidArgument for a
-    /// negative capacity, kInvalidState when constructed already.
+    /// negative capacity, kInvalidState when constructed already; kOutOfMemory leaves it
+    /// unconstructed.
     result Construct(int capacity);
     /// Becomes a copy of `other`, of the same capacity.
     result Construct(const ByteBuffer& other);

@@ -19,7 +19,7 @@ class Bitmap {
   public:
     /// From width x height x 4 bytes R, G, B, A, rows top to bottom without gaps.
     /// kInvalidArgument, leaving the bitmap as it was, when the sizes are not positive, do not
-    /// agree, or exceed 32,767 pixels a side. The buffer is copied.
+    /// agree, or exceed 32,767 pixels a side; likewise kOutOfMemory. The buffer is copied.
     result Construct(const Base::ByteBuffer& buffer, const Dimension& dimension,
                      BitmapPixelFormat format);
 

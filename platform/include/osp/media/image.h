@@ -13,7 +13,7 @@ namespace Osp::Media {
 constexpr int kDecodedPixelFormatArgb = 2;
 
 /// Loop thread only. The methods ending in N return a new object, the caller's, or null, and leave
-/// the reason in GetLastResult.
+/// the reason in GetLastResult. Everything can be kOutOfMemory.
 class Image {
   public:
     result Construct();
@@ -37,8 +37,9 @@ class Image {
 
     /// Writes a JPEG (quality 95, 4:2:0) with EXIF. The file is there whole when this succeeds, and
     /// a failure leaves what was there before. With `overwrite`, an older file is kept beside the
-    /// new one under another name; without, it is kKeyAlreadyExists. Other codes are those of the
-    /// storage: kStorageFull, kPermissionDenied, kFileNotFound, kIo.
+    /// new one under another name; without, it is kKeyAlreadyExists, even if another program put it
+    /// there just now. Other codes are those of the storage: kStorageFull, kPermissionDenied,
+    /// kFileNotFound, kIo.
     result EncodeToFile(const Graphics::Bitmap& bitmap, ImageFormat format,
                         const Base::String& path, bool overwrite);
 
