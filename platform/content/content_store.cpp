@@ -54,39 +54,63 @@ ContentStore::ContentStore(Io::StorageMap& storage, EmbeddedInfoReader reader)
         wasDamaged_ = true;
         database_ = Database::Open(file, outcome);
     }
+    isNew_ = database_ && outcome == OpenOutcome::kBegun;
+    isNewer_ = outcome == OpenOutcome::kNewer;
     if (!database_) database_ = Database::Open(":memory:", outcome);
 }
 
 ContentStore::~ContentStore() = default;
 
-result ContentStore::Register(const Base::String& path, const Base::String& name,
-                              const Base::String& description, ContentRecord& record) {
+/// What the store has to say of a file.
+struct ContentStore::Answer {
+    std::string key;
+    ContentRecord record;
+    bool isRegistered = false;
+};
+
+result ContentStore::Look(const Base::String& path, const Base::String& name,
+                          const Base::String& description, Answer& answer) {
     std::string realPath;
     result r = storage_.Resolve(path, Io::Access::kRead, realPath);
     ContentRecord fresh;
     if (Succeeded(r)) r = ReadFileState(realPath, fresh);
     if (Failed(r)) return r;
 
-    const std::string key = path.ToUtf8();
-    ContentRecord registered;
-    r = database_->Find(key, registered);
+    answer.key = path.ToUtf8();
+    ContentRecord& registered = answer.record;
+    r = database_->Find(answer.key, registered);
     if (Failed(r) && r != result::kObjectNotFound) return r;
-    if (registered.sizeBytes == fresh.sizeBytes && registered.dateMs == fresh.dateMs &&
-        Succeeded(r)) {
-        record = registered;
-        return result::kSuccess;
-    }
+    answer.isRegistered = Succeeded(r) && registered.sizeBytes == fresh.sizeBytes &&
+                          registered.dateMs == fresh.dateMs;
+    if (answer.isRegistered) return result::kSuccess;
 
     const EmbeddedInfo embedded = reader_(realPath).value_or(EmbeddedInfo{});
-    fresh.name = FirstFilled({name, Base::String(key.substr(key.rfind('/') + 1))});
+    fresh.name = FirstFilled({name, Base::String(answer.key.substr(answer.key.rfind('/') + 1))});
     // A file that a program wrote again without its description is still the same picture.
     fresh.description =
         FirstFilled({description, Base::String(embedded.description), registered.description});
     fresh.width = embedded.width;
     fresh.height = embedded.height;
-    r = database_->Put(key, fresh);
-    if (Succeeded(r)) record = fresh;
-    Base::Trace::Mark("registered");
+    answer.record = fresh;
+    return result::kSuccess;
+}
+
+result ContentStore::Register(const Base::String& path, const Base::String& name,
+                              const Base::String& description, ContentRecord& record) {
+    Answer answer;
+    result r = Look(path, name, description, answer);
+    if (Succeeded(r) && !answer.isRegistered) {
+        r = database_->Put(answer.key, answer.record);
+        Base::Trace::Mark("registered");
+    }
+    if (Succeeded(r)) record = answer.record;
+    return r;
+}
+
+result ContentStore::Describe(const Base::String& path, ContentRecord& record) {
+    Answer answer;
+    const result r = Look(path, "", "", answer);
+    if (Succeeded(r)) record = answer.record;
     return r;
 }
 

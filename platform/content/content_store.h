@@ -56,20 +56,33 @@ class ContentStore : public Service<ContentStore> {
 
     /// Whether there was a database that could not be used.
     bool WasDamaged() const { return wasDamaged_; }
+    /// Whether there is one of a newer version. It is left alone, and the store lives in memory.
+    bool IsNewer() const { return isNewer_; }
+    /// Whether the database was begun by this object, so that it lacks the files that are there.
+    bool IsNew() const { return isNew_; }
 
     /// As ContentManager::CreateContent, with `name` and `description` for a file that is new;
     /// `record` is what is registered then.
     result Register(const Base::String& path, const Base::String& name,
                     const Base::String& description, ContentRecord& record);
 
+    /// What is registered, or else what Register would, without writing anything.
+    result Describe(const Base::String& path, ContentRecord& record);
+
     /// As ContentManager::DeleteContent.
     result Delete(ContentId id);
 
   private:
+    struct Answer;
+    result Look(const Base::String& path, const Base::String& name, const Base::String& description,
+                Answer& answer);
+
     Io::StorageMap& storage_;
     EmbeddedInfoReader reader_;
     std::unique_ptr<Database> database_;
     bool wasDamaged_ = false;
+    bool isNewer_ = false;
+    bool isNew_ = false;
 };
 
 }  // namespace Osp::Content

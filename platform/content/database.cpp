@@ -1,9 +1,11 @@
 #include "content/database.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sqlite3.h>
-#include <string_view>
+#include <sys/stat.h>
+#include <utility>
 
 #include "io/file_descriptor.h"
 
@@ -13,8 +15,8 @@ namespace {
 
 constexpr mode_t kOwnerOnly = 0600;
 constexpr int kBusyTimeoutMs = 200;
-constexpr std::string_view kVersion = "1";
-constexpr std::string_view kNoVersion = "0";
+constexpr int kVersion = 1;
+constexpr int kNoVersion = 0;  // of a file that is empty
 
 // A new database is begun without waiting for the disk, which would delay the start; a power cut at
 // that moment leaves at worst one that is set aside and held nothing.
@@ -108,8 +110,11 @@ bool IsFilesOwnFault(int code) {
 /// Has the file there with the right mode before it is opened as a database.
 OpenOutcome Touch(const std::string& file) {
     const Io::FileDescriptor touched(
-        open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, kOwnerOnly));
-    if (touched.IsOpen()) return OpenOutcome::kOpened;
+        open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, kOwnerOnly));
+    struct stat status;
+    if (touched.IsOpen() && fstat(touched.Get(), &status) == 0) {
+        return S_ISREG(status.st_mode) ? OpenOutcome::kOpened : OpenOutcome::kUnusable;
+    }
     const bool isOwnFault = errno == EISDIR || errno == EACCES || errno == ELOOP || errno == ENXIO;
     return isOwnFault ? OpenOutcome::kUnusable : OpenOutcome::kUnavailable;
 }
@@ -133,16 +138,33 @@ std::unique_ptr<Database> Database::Open(const std::string& file, OpenOutcome& o
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     database->connection_.reset(connection);
     if (r == SQLITE_OK) r = database->SetUp();
-    if (r == SQLITE_OK) return database;
-    outcome = IsFilesOwnFault(r) ? OpenOutcome::kUnusable : OpenOutcome::kUnavailable;
-    return nullptr;
+    outcome = database->OutcomeOf(r);
+    return r == SQLITE_OK ? std::move(database) : nullptr;
+}
+
+OpenOutcome Database::OutcomeOf(int code) const {
+    if (code == SQLITE_OK) {
+        return version_ == kNoVersion ? OpenOutcome::kBegun : OpenOutcome::kOpened;
+    }
+    if (version_ > kVersion) return OpenOutcome::kNewer;
+    return IsFilesOwnFault(code) ? OpenOutcome::kUnusable : OpenOutcome::kUnavailable;
 }
 
 int Database::SetUp() {
     sqlite3* connection = connection_.get();
     sqlite3_busy_timeout(connection, kBusyTimeoutMs);
-    int r = sqlite3_exec(connection, kBeginSettings, nullptr, nullptr, nullptr);
-    if (r == SQLITE_OK) r = CheckVersion();
+    std::string text;
+    int r = QueryText("PRAGMA user_version", text);
+    if (r != SQLITE_OK) return r;
+    version_ = std::atoi(text.c_str());
+    // Before anything that could write.
+    if (version_ != kVersion && version_ != kNoVersion) return SQLITE_MISMATCH;
+    r = sqlite3_exec(connection, kBeginSettings, nullptr, nullptr, nullptr);
+    if (r == SQLITE_OK) r = QueryText("PRAGMA quick_check(1)", text);
+    if (r == SQLITE_OK && text != "ok") r = SQLITE_CORRUPT;
+    if (r == SQLITE_OK && version_ == kNoVersion) {
+        r = sqlite3_exec(connection, kCreate, nullptr, nullptr, nullptr);
+    }
     if (r == SQLITE_OK) r = sqlite3_exec(connection, kSettings, nullptr, nullptr, nullptr);
     if (r == SQLITE_OK) r = PrepareStatements();
     return r;
@@ -156,18 +178,6 @@ int Database::QueryText(const char* query, std::string& text) {
     const int stepped = row.Step();
     text = row.Text(0);
     return stepped == SQLITE_ROW ? SQLITE_OK : stepped;
-}
-
-int Database::CheckVersion() {
-    std::string version;
-    std::string verdict;
-    int r = QueryText("PRAGMA user_version", version);
-    if (r == SQLITE_OK) r = QueryText("PRAGMA quick_check(1)", verdict);
-    if (r != SQLITE_OK) return r;
-    if (verdict != "ok") return SQLITE_CORRUPT;
-    if (version == kVersion) return SQLITE_OK;
-    if (version != kNoVersion) return SQLITE_MISMATCH;
-    return sqlite3_exec(connection_.get(), kCreate, nullptr, nullptr, nullptr);
 }
 
 int Database::PrepareStatements() {

@@ -14,16 +14,21 @@ typedef struct sqlite3_stmt sqlite3_stmt;
 
 namespace Osp::Content {
 
-/// What opening came to: kUnusable is the file's own fault, kUnavailable that of its surroundings
-/// (no space, no permission to write there, another process that holds it).
-enum class OpenOutcome { kOpened, kUnusable, kUnavailable };
+/// What opening came to.
+enum class OpenOutcome {
+    kOpened,
+    kBegun,        ///< there was none, or an empty one
+    kNewer,        ///< one of a later version, which has not been written to
+    kUnusable,     ///< by the file's own fault
+    kUnavailable,  ///< by that of its surroundings: no space, no permission, held by a process
+};
 
 /// Paths are virtual, in UTF-8. A failed change leaves the table as it was: kStorageFull,
 /// kPermissionDenied, kIo.
 class Database {
   public:
     /// Opens the database at the real path `file`, or begins one there, readable for its owner
-    /// only; ":memory:" is one of its own that ends with the object. Null unless kOpened.
+    /// only; ":memory:" is one of its own that ends with the object. Null unless kOpened or kBegun.
     static std::unique_ptr<Database> Open(const std::string& file, OpenOutcome& outcome);
     /// Leaves the database in one file.
     ~Database() = default;
@@ -46,11 +51,12 @@ class Database {
 
     Database() = default;
     int SetUp();
-    int CheckVersion();
+    OpenOutcome OutcomeOf(int code) const;
     int QueryText(const char* query, std::string& text);
     int PrepareStatements();
     int Prepare(const char* text, Statement& statement);
 
+    int version_ = 0;        // of the file when it was opened
     Connection connection_;  // outlives the statements
     Statement find_;
     Statement findPath_;

@@ -193,15 +193,9 @@ TEST_F(ContentTest, ADamagedDatabaseIsSetAsideAndFilesDescribeThemselves) {
     ASSERT_GT(whole.size(), 20000u);
     std::string holed = whole;
     holed.replace(4096, 12288, std::string(12288, '\x55'));
-    std::string newer = whole;
-    newer[63] = 9;  // the last byte of the schema version
-    const std::vector<std::string> damaged = {whole.substr(0, whole.size() / 2),
-                                              whole.substr(0, 4096),
-                                              whole.substr(0, 50),
-                                              std::string(whole.size(), '\0'),
-                                              "not a database at all\n",
-                                              holed,
-                                              newer};
+    const std::vector<std::string> damaged = {
+        whole.substr(0, whole.size() / 2), whole.substr(0, 4096),     whole.substr(0, 50),
+        std::string(whole.size(), '\0'),   "not a database at all\n", holed};
     for (std::size_t i = 0; i < damaged.size(); ++i) {
         fs::remove_all(folder_ / "kivo-camera");
         fs::create_directory(folder_ / "kivo-camera");
@@ -209,14 +203,45 @@ TEST_F(ContentTest, ADamagedDatabaseIsSetAsideAndFilesDescribeThemselves) {
         {
             PhoneRun run(folder_.Path());
             EXPECT_TRUE(run.store.WasDamaged()) << i;
+            EXPECT_TRUE(run.store.IsNew()) << i;
             EXPECT_EQ(run.Describe(kFirst), "own") << i;
             EXPECT_EQ(run.Describe(kSecond, "new"), "new") << i;
         }
         EXPECT_EQ(ReadText(database_ + ".damaged-1"), damaged[i]) << i;
         PhoneRun run(folder_.Path());
         EXPECT_FALSE(run.store.WasDamaged()) << i;
+        EXPECT_FALSE(run.store.IsNew()) << i;
         EXPECT_EQ(run.Describe(kSecond), "new") << i;
     }
+}
+
+TEST_F(ContentTest, ADatabaseOfANewerVersionIsLeftAlone) {
+    { PhoneRun(folder_.Path()).Describe(kSecond, "theirs"); }
+    std::string newer = ReadText(database_);
+    newer[63] = 9;  // the last byte of the schema version
+    WriteText(database_, newer);
+    {
+        PhoneRun run(folder_.Path());
+        EXPECT_TRUE(run.store.IsNewer());
+        EXPECT_FALSE(run.store.WasDamaged());
+        EXPECT_FALSE(run.store.IsNew());
+        EXPECT_EQ(run.Describe(kSecond, "held in memory"), "held in memory");
+    }
+    EXPECT_EQ(ReadTree(folder_ / "kivo-camera"),
+              (std::map<std::string, std::string>{{"contents.db", newer}}));
+}
+
+TEST_F(ContentTest, LookingAtAFileDoesNotRegisterIt) {
+    PhoneRun run(folder_.Path());
+    ContentRecord record;
+    EXPECT_EQ(run.store.Describe(kFirst, record), result::kSuccess);
+    EXPECT_EQ(record.description, String("own"));
+    EXPECT_EQ(record.width, 40);
+    EXPECT_EQ(record.id, 0);
+    EXPECT_EQ(run.Describe(kFirst, "registered"), "registered");
+    EXPECT_EQ(run.store.Describe(kFirst, record), result::kSuccess);
+    EXPECT_EQ(record.description, String("registered"));
+    EXPECT_EQ(run.store.Describe("/Media/Images/no.jpg", record), result::kFileNotFound);
 }
 
 TEST_F(ContentTest, AnUnusablePlaceNeverStopsTheStore) {
@@ -227,6 +252,9 @@ TEST_F(ContentTest, AnUnusablePlaceNeverStopsTheStore) {
         EXPECT_EQ(run.Describe(kFirst), "own");
     }
     EXPECT_TRUE(fs::is_directory(database_ + ".damaged-1/inner"));
+    fs::remove(database_);
+    ASSERT_EQ(mkfifo(database_.c_str(), 0600), 0);
+    { EXPECT_TRUE(PhoneRun(folder_.Path()).store.WasDamaged()) << "a pipe"; }
     fs::remove_all(folder_ / "kivo-camera");
     WriteText(folder_ / "kivo-camera", "a file in the way");
     PhoneRun run(folder_.Path());
