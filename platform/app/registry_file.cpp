@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "io/regular_file.h"
 #include "io/safe_file.h"
 
 namespace Osp::App {
@@ -35,7 +36,6 @@ class Error {
 
     GError** Out() { return &error_; }
     bool IsSet() const { return error_ != nullptr; }
-    bool Matches(int code) const { return g_error_matches(error_, G_FILE_ERROR, code); }
 
   private:
     GError* error_ = nullptr;
@@ -70,30 +70,30 @@ bool ReadGroup(GKeyFile* file, const char* group, Reader reader,
 }  // namespace
 
 RegistryFile::RegistryFile(std::string path) : path_(std::move(path)) {
-    char* content = nullptr;
-    gsize length = 0;
-    Error error;
-    g_file_get_contents(path_.c_str(), &content, &length, error.Out());
-    const std::unique_ptr<char, decltype(&g_free)> owned(content, g_free);
-    if (error.Matches(G_FILE_ERROR_NOENT) || error.Matches(G_FILE_ERROR_NOTDIR)) return;
-    if (!error.IsSet() && Load(std::string(content, length))) return;
+    std::string text;
+    const result r = Io::ReadRegularFile(path_, text);
+    if (r == result::kFileNotFound) return;
+    state_ = Succeeded(r) ? Load(text) : State::kDamaged;
+    if (state_ == State::kUsable) return;
     values_.clear();
-    wasDamaged_ = true;
-    Io::SetAside(path_);
+    if (state_ == State::kDamaged) Io::SetAside(path_);
 }
 
 // A file that was cut off shows it: it has fewer values than its header says, or no end of line.
-bool RegistryFile::Load(const std::string& text) {
+RegistryFile::State RegistryFile::Load(const std::string& text) {
     const KeyFile file(g_key_file_new());
     if (!text.ends_with('\n') || !g_key_file_load_from_data(file.get(), text.data(), text.size(),
                                                             G_KEY_FILE_NONE, nullptr)) {
-        return false;
+        return State::kDamaged;
     }
     const auto version = ReadNumber(file.get(), kHeaderGroup, kVersionKey);
+    if (version && *version > kVersion) return State::kNewer;
     const auto count = ReadNumber(file.get(), kHeaderGroup, kCountKey);
-    return version == kVersion && count && ReadGroup(file.get(), kTextGroup, ReadText, values_) &&
-           ReadGroup(file.get(), kNumberGroup, ReadNumber, values_) &&
-           static_cast<int>(values_.size()) >= *count;
+    const bool isWhole = version == kVersion && count &&
+                         ReadGroup(file.get(), kTextGroup, ReadText, values_) &&
+                         ReadGroup(file.get(), kNumberGroup, ReadNumber, values_) &&
+                         static_cast<int>(values_.size()) >= *count;
+    return isWhole ? State::kUsable : State::kDamaged;
 }
 
 void RegistryFile::Put(const std::string& key, RegistryValue value) {
@@ -110,6 +110,7 @@ bool RegistryFile::Erase(const std::string& key) {
 }
 
 result RegistryFile::Save() {
+    if (state_ == State::kNewer) return result::kPermissionDenied;
     const KeyFile file(g_key_file_new());
     g_key_file_set_integer(file.get(), kHeaderGroup, kVersionKey, kVersion);
     g_key_file_set_integer(file.get(), kHeaderGroup, kCountKey, static_cast<int>(values_.size()));

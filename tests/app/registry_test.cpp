@@ -122,7 +122,7 @@ TEST_F(RegistryTest, AFileOfAnotherKindIsSetAside) {
     };
     ExpectDamaged(with("1280", "wide"));
     ExpectDamaged(with("1280", "12800000000"));
-    ExpectDamaged(with("Version=1", "Version=2"));
+    ExpectDamaged(with("Version=1", "Version=0"));
     ExpectDamaged(with("CAM_TYPE=2", "CAM_TYPE=\xFF"));
     ExpectDamaged(with("[Texts]", "[Texts"));
     ExpectDamaged(std::string(4096, '\0'));
@@ -138,6 +138,31 @@ TEST_F(RegistryTest, AFolderInItsPlaceIsSetAside) {
     EXPECT_TRUE(registry.GetFile().WasDamaged());
     EXPECT_EQ(registry.Save(), result::kSuccess);
     EXPECT_TRUE(std::filesystem::is_directory(path_ + ".damaged-1/inner"));
+}
+
+TEST_F(RegistryTest, WhatIsNoFileIsSetAsideAndNotWaitedFor) {
+    ASSERT_EQ(mkfifo(path_.c_str(), 0600), 0);
+    std::filesystem::create_symlink("/dev/zero", folder_ / "endless");
+    for (const std::string& path : {path_, folder_ / "endless"}) {
+        AppRegistry registry(path);
+        EXPECT_TRUE(registry.GetFile().WasDamaged()) << path;
+        EXPECT_EQ(registry.Save(), result::kSuccess);
+        EXPECT_FALSE(std::filesystem::is_regular_file(path + ".damaged-1"));
+        EXPECT_TRUE(std::filesystem::exists(path + ".damaged-1"));
+    }
+}
+
+TEST_F(RegistryTest, OneOfANewerVersionIsLeftAlone) {
+    const std::string newer = "[Registry]\nVersion=2\nShape=another\n[Texts]\nCAM_TYPE=2\n";
+    WriteText(path_, newer);
+    AppRegistry registry(path_);
+    EXPECT_TRUE(registry.GetFile().IsNewer());
+    EXPECT_FALSE(registry.GetFile().WasDamaged());
+    EXPECT_TRUE(registry.GetFile().Values().empty());
+    EXPECT_EQ(registry.Add("CAM_TYPE", "3"), result::kSuccess);
+    EXPECT_EQ(registry.Save(), result::kPermissionDenied);
+    EXPECT_EQ(registry.GetFile().SaveUnsaved(), result::kPermissionDenied);
+    EXPECT_EQ(ReadTree(folder_.Path()), (std::map<std::string, std::string>{{"registry", newer}}));
 }
 
 TEST_F(RegistryTest, AFailedSaveKeepsTheFileAndTheChanges) {
