@@ -4,6 +4,8 @@
 #include <array>
 #include <future>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include <osp/base/byte_buffer.h>
 #include <osp/base/runtime/timer.h>
@@ -174,8 +176,11 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     void ToggleHdr();
 
     // storage.cpp
-    result StorePicture(const Osp::Base::ByteBuffer& picture, const Osp::Base::String& path,
-                        const Osp::Base::String& description);
+    result ComposeAndStore(Osp::Base::ByteBuffer& frame, bool composed, bool hdr);
+    /// `names` are those in `folder`; `path` is where the picture is stored then.
+    result StorePicture(const Osp::Base::ByteBuffer& picture, const Osp::Base::String& folder,
+                        const std::vector<std::string>& names, const Osp::Base::String& description,
+                        Osp::Base::String& path);
     void Register(const Osp::Base::String& path, const Osp::Base::String& description);
 
     // preview.cpp

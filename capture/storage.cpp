@@ -1,4 +1,8 @@
+#include <algorithm>
+#include <cstdio>
+#include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <osp/content/content_manager.h>
@@ -20,11 +24,36 @@ using Osp::Base::String;
 
 namespace {
 
-void WarnThatWritingFailed() {
-    Osp::Ui::Controls::MessageBox box;
-    const result r =
-        box.Construct("WARNING", "File writing error", Osp::Ui::Controls::MessageBoxStyle::kOk, 0);
-    if (Osp::Succeeded(r)) (void)box.ShowAndWait();
+constexpr int kRoomForTextBytes = 48 << 20;
+
+/// What the user can do something about.
+constexpr std::pair<result, const char*> kReasons[] = {
+    {result::kStorageFull, "the storage is full"},
+    {result::kPermissionDenied, "the folder is read-only"},
+    {result::kFileNotFound, "the folder is not there"},
+    {result::kOutOfMemory, "there is not enough memory"},
+};
+
+const char* ReasonOf(result r) {
+    const auto* const reason =
+        std::ranges::find(kReasons, r, &std::pair<result, const char*>::first);
+    return reason == std::end(kReasons) ? "reading or writing failed" : reason->second;
+}
+
+void WarnThatWritingFailed(result reason) {
+    std::fprintf(stderr, "kivo-camera: the photograph was not stored: %s\n", ReasonOf(reason));
+    // Text takes a typeface and threads, without which its libraries end the process.
+    ByteBuffer room;
+    if (reason == result::kOutOfMemory && Osp::Failed(room.Construct(kRoomForTextBytes))) return;
+    room = ByteBuffer();
+    try {
+        Osp::Ui::Controls::MessageBox box;
+        const result r = box.Construct("WARNING", "File writing error",
+                                       Osp::Ui::Controls::MessageBoxStyle::kOk, 0);
+        if (Osp::Succeeded(r)) (void)box.ShowAndWait();
+    } catch (const std::bad_alloc&) {
+        // Not even enough for the box; it has been said above.
+    }
 }
 
 result ListNames(const String& folder, std::vector<std::string>& names) {
@@ -45,42 +74,46 @@ result MainForm::SaveToFile(ByteBuffer* frame, bool composed, bool hdr) {
     const CameraType type = setting_->GetCameraType();
     if (type == CameraType::kMix) setting_->EnablePreview(false);  // the pair is complete
 
-    String path(FolderOf(setting_->GetStorageType()));
-    std::vector<std::string> names;
-    result r = ListNames(path, names);
-    if (Osp::Failed(r)) {
-        // Without the names in use, a number could be one that is taken.
-        WarnThatWritingFailed();
-        return r;
+    result r = result::kOutOfMemory;
+    try {
+        r = ComposeAndStore(*frame, composed, hdr);
+    } catch (const std::bad_alloc&) {
+        // Whatever ran out of it, what had been begun has been taken back on the way here.
     }
+    if (Osp::Failed(r)) WarnThatWritingFailed(r);
+    return r;
+}
+
+result MainForm::ComposeAndStore(ByteBuffer& frame, bool composed, bool hdr) {
+    const String folder(FolderOf(setting_->GetStorageType()));
+    std::vector<std::string> names;
+    // Without the names in use, a number could be one that is taken.
+    result r = ListNames(folder, names);
+    if (Osp::Failed(r)) return r;
 
     const auto [width, height] = setting_->GetCaptureDimension();
     ByteBuffer picture;
     r = picture.Construct(width * height * Effects::kBytesPerPixel);
     if (Osp::Failed(r)) return r;
     if (composed) {
-        Effects::ComposePhotograph(MakeJob(), hdr, View(*frame), View(accumulation_),
-                                   View(picture));
+        Effects::ComposePhotograph(MakeJob(), hdr, View(frame), View(accumulation_), View(picture));
     } else if (hdr) {
-        HDR(frame, &picture);
+        HDR(&frame, &picture);
     } else {
-        std::copy(frame->Bytes().begin(), frame->Bytes().end(), picture.GetPointer());
+        std::ranges::copy(frame.Bytes(), picture.GetPointer());
     }
 
-    path.Append("/").Append(String(PhotoFileName(HighestPhotoNumber(names) + 1)));
-    const String description(
-        ComposePhotoDescription(type, setting_->GetPhotoEffect(), setting_->GetZoomLevel(), hdr));
-    r = StorePicture(picture, path, description);
-    if (Osp::Failed(r)) {
-        WarnThatWritingFailed();
-        return r;
-    }
-    Register(path, description);
-    return result::kSuccess;
+    const String description(ComposePhotoDescription(
+        setting_->GetCameraType(), setting_->GetPhotoEffect(), setting_->GetZoomLevel(), hdr));
+    String path;
+    r = StorePicture(picture, folder, names, description, path);
+    if (Osp::Succeeded(r)) Register(path, description);
+    return r;
 }
 
-result MainForm::StorePicture(const ByteBuffer& picture, const String& path,
-                              const String& description) {
+result MainForm::StorePicture(const ByteBuffer& picture, const String& folder,
+                              const std::vector<std::string>& names, const String& description,
+                              String& path) {
     const Osp::Graphics::Dimension size = setting_->GetCaptureDimension();
     const bool isTurned =
         Effects::IsTurned(static_cast<std::uint8_t>(setting_->GetCameraSelection()));
@@ -94,8 +127,18 @@ result MainForm::StorePicture(const ByteBuffer& picture, const String& path,
                          isTurned ? Osp::Graphics::Dimension{size.height, size.width} : size,
                          Osp::Graphics::BitmapPixelFormat::kArgb8888);
     if (Osp::Failed(r)) return r;
-    image_->SetDescription(description);
-    return image_->EncodeToFile(bitmap, Osp::Media::ImageFormat::kJpeg, path, true);
+    int number = HighestPhotoNumber(names);
+    do {
+        const std::string name = PhotoFileName(++number);
+        path = folder;
+        path.Append("/").Append(String(name));
+        // Past 9999 a number comes again, and the older photograph has to make room. One that was
+        // not there a moment ago is another program's, which has been quicker: the next number.
+        const bool overwrite = std::ranges::count(names, name) > 0;
+        image_->SetDescription(description);
+        r = image_->EncodeToFile(bitmap, Osp::Media::ImageFormat::kJpeg, path, overwrite);
+    } while (r == result::kKeyAlreadyExists);
+    return r;
 }
 
 // The photograph is on disk with its description; a failing registration is not worth a warning.
