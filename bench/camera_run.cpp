@@ -27,11 +27,11 @@ int RunIn(const std::string& folder, Host::ClockKind clock, Host::ScriptQueue& q
     options.primary = "scene";
     options.secondary = "none";
     const std::string package = Host::PackageFolder();
-    std::string error;
-    const auto machine = Host::Machine::Make(options, package + "/share/kivo-camera/Res", error);
-    if (!machine) return Fail(error);
-    const Host::EntryFunction entry = Host::LoadApplication(package, error);
-    if (entry == nullptr) return Fail(error);
+    Host::StartFailure refusal;
+    const auto machine = Host::Machine::Make(options, package + "/share/kivo-camera/Res", refusal);
+    if (!machine) return Fail(refusal.message);
+    const Host::EntryFunction entry = Host::LoadApplication(package, refusal.message);
+    if (entry == nullptr) return Fail(refusal.message);
     Host::ShowRecorder recorder(nullptr);
     int failure = 0;
     Host::ScriptDriver driver(machine->GetLoop(), machine->GetVirtualClock(), queue,

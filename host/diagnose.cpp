@@ -5,8 +5,6 @@
 
 #include <osp/base/string.h>
 
-#include "io/storage_map.h"
-#include "media/camera_service.h"
 #include "version.h"
 
 namespace Host {
@@ -18,27 +16,39 @@ namespace {
 constexpr std::pair<const char*, CameraSelection> kCameras[] = {
     {"primary", CameraSelection::kPrimary}, {"secondary", CameraSelection::kSecondary}};
 
-void PrintFolder(const char* virtualPath) {
-    std::string realPath = "not there";
-    (void)Osp::Io::StorageMap::Current().Resolve(virtualPath, Osp::Io::Access::kRead, realPath);
-    std::printf("%-12s %s\n", virtualPath, realPath.c_str());
-}
-
 }  // namespace
 
-int ListCameras() {
+std::unique_ptr<Diagnosis> Diagnosis::Make(const Options& options,
+                                           const std::string& resourceFolder, std::string& error) {
+    auto cameras = Osp::Media::CameraService::Make(options.primary, options.secondary, error);
+    if (!cameras) return nullptr;
+    return std::unique_ptr<Diagnosis>(new Diagnosis(options, resourceFolder, std::move(cameras)));
+}
+
+Diagnosis::Diagnosis(const Options& options, const std::string& resourceFolder,
+                     std::unique_ptr<Osp::Media::CameraService> cameras)
+    : storage_({options.dataFolder, resourceFolder}), cameras_(std::move(cameras)) {}
+
+int Diagnosis::ListCameras() const {
     for (const auto& [name, selection] : kCameras) {
-        const std::string id = Osp::Media::CameraService::Current().Id(selection);
+        const std::string id = cameras_->Id(selection);
         std::printf("%-12s %s\n", name, id.empty() ? "none" : id.c_str());
     }
     return 0;
 }
 
-int Diagnose(const std::string& packageFolder) {
+int Diagnosis::Print(const std::string& packageFolder) {
     std::printf("%-12s %s\n%-12s %s\n", "version", kVersion, "package", packageFolder.c_str());
     (void)ListCameras();
     for (const char* path : {"/Res", "/Media/Images", "/Storagecard"}) PrintFolder(path);
+    std::printf("%-12s %s\n", "settings", storage_.GetPrivateFolder().c_str());
     return 0;
+}
+
+void Diagnosis::PrintFolder(const char* virtualPath) {
+    std::string realPath = "not there";
+    (void)storage_.Resolve(virtualPath, Osp::Io::Access::kRead, realPath);
+    std::printf("%-12s %s\n", virtualPath, realPath.c_str());
 }
 
 }  // namespace Host

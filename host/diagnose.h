@@ -1,12 +1,33 @@
 // What the program found on this machine, for a person to read.
 #pragma once
 
+#include <memory>
 #include <string>
+
+#include "io/storage_map.h"
+#include "media/camera_service.h"
+#include "options.h"
 
 namespace Host {
 
-/// Print to standard output and return the exit code.
-int ListCameras();
-int Diagnose(const std::string& packageFolder);
+/// Prints to standard output; creates and changes nothing, and needs no data folder of its own. The
+/// methods return the exit code.
+class Diagnosis {
+  public:
+    /// As Machine::Make.
+    static std::unique_ptr<Diagnosis> Make(const Options& options,
+                                           const std::string& resourceFolder, std::string& error);
+
+    int ListCameras() const;
+    int Print(const std::string& packageFolder);
+
+  private:
+    Diagnosis(const Options& options, const std::string& resourceFolder,
+              std::unique_ptr<Osp::Media::CameraService> cameras);
+    void PrintFolder(const char* virtualPath);
+
+    Osp::Io::StorageMap storage_;
+    std::unique_ptr<Osp::Media::CameraService> cameras_;
+};
 
 }  // namespace Host

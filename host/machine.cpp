@@ -9,6 +9,7 @@
 #include "app/registry_file.h"
 #include "media/exif.h"
 #include "media/mixed_sound.h"
+#include "report.h"
 #include "sound_module.h"
 
 namespace Host {
@@ -34,6 +35,10 @@ std::optional<Osp::Content::EmbeddedInfo> ReadEmbedded(const std::string& realPa
     return Osp::Content::EmbeddedInfo{exif->description, exif->size.width, exif->size.height};
 }
 
+void Tell(const char* text) {
+    std::fprintf(stderr, "kivo-camera: %s\n", text);
+}
+
 void ShowNotice(const char* text) {
     Osp::Ui::Controls::MessageBox box;
     const result r = box.Construct("", text, Osp::Ui::Controls::MessageBoxStyle::kOk, kNoticeMs);
@@ -43,20 +48,29 @@ void ShowNotice(const char* text) {
 }  // namespace
 
 std::unique_ptr<Machine> Machine::Make(const Options& options, const std::string& resourceFolder,
-                                       std::string& error) {
-    auto cameras = Osp::Media::CameraService::Make(options.primary, options.secondary, error);
+                                       StartFailure& failure) {
+    auto cameras =
+        Osp::Media::CameraService::Make(options.primary, options.secondary, failure.message);
     if (!cameras) return nullptr;
-    return std::unique_ptr<Machine>(new Machine(options, resourceFolder, std::move(cameras)));
+    auto storage = std::make_unique<Osp::Io::StorageMap>(
+        Osp::Io::StorageMap::Options{options.dataFolder, resourceFolder});
+    const result prepared = storage->Prepare();
+    if (storage->Lock() == result::kDeviceBusy) {
+        failure = {"another KIVO camera is running on " + storage->GetPrivateFolder(), kExitInUse};
+        return nullptr;
+    }
+    return std::unique_ptr<Machine>(
+        new Machine(options, std::move(storage), prepared, std::move(cameras)));
 }
 
-Machine::Machine(const Options& options, const std::string& resourceFolder,
-                 std::unique_ptr<Osp::Media::CameraService> cameras)
+Machine::Machine(const Options& options, std::unique_ptr<Osp::Io::StorageMap> storage,
+                 result prepared, std::unique_ptr<Osp::Media::CameraService> cameras)
     : clock_(MakeClock(options.clock)),
       loop_(*clock_),
-      storage_({options.dataFolder, resourceFolder}),
-      prepared_(storage_.Prepare()),
-      registry_(storage_.GetPrivateFolder() + "/registry.ini"),
-      contents_(storage_, ReadEmbedded),
+      storage_(std::move(storage)),
+      prepared_(prepared),
+      registry_(storage_->GetPrivateFolder() + "/registry.ini"),
+      contents_(*storage_, ReadEmbedded),
       cameras_(std::move(cameras)),
       sounds_(MakeSoundOutput(options)),
       device_([this] { return cameras_->Count(); }),
@@ -69,37 +83,55 @@ Osp::Base::VirtualClock* Machine::GetVirtualClock() {
 }
 
 int Machine::Run(EntryFunction entry) {
-    if (Osp::Failed(prepared_)) {
-        std::fprintf(stderr,
-                     "kivo-camera: the folder for photographs cannot be prepared; "
-                     "nothing will be stored there\n");
-    }
-    TellAboutDamage();
+    TellAboutStorage();
+    RebuildPhotoList();
     char name[] = "kivo-camera";
     char* arguments[] = {name, nullptr};
     // The entry's 16 bits cannot tell every failure from success.
     (void)entry(1, arguments);
     if (lifecycle_.HasStarted()) return 0;
     TellWhyItCouldNotStart();
-    return 1;
+    return kExitFailure;
 }
 
-void Machine::TellAboutDamage() {
-    if (contents_.WasDamaged()) {
-        std::fprintf(stderr,
-                     "kivo-camera: the photo list was damaged and is built anew from the "
-                     "photographs\n");
+// Before the application takes a photograph and numbers it among the others.
+void Machine::RebuildPhotoList() {
+    if (!contents_.IsNew()) return;
+    for (const std::string& path : PhotoPaths()) {
+        Osp::Content::ContentRecord record;
+        // One that is no picture or cannot be read is not missed in the list.
+        (void)contents_.Register(Osp::Base::String(path), "", "", record);
     }
-    if (!registry_.GetFile().WasDamaged()) return;
-    std::fprintf(stderr, "kivo-camera: the settings were damaged and have been reset\n");
+}
+
+void Machine::TellAboutStorage() {
+    if (Osp::Failed(prepared_)) {
+        Tell("the folder for photographs cannot be prepared; nothing will be stored there");
+    }
+    if (contents_.WasDamaged()) {
+        Tell("the photo list was damaged and is built anew from the photographs");
+    } else if (contents_.IsNewer()) {
+        Tell("the photo list is of a newer version and is left alone");
+    }
+    const Osp::App::RegistryFile& settings = registry_.GetFile();
+    if (settings.IsNewer()) {
+        Tell("the settings are of a newer version and are left alone; changes will not be kept");
+    }
+    if (!settings.WasDamaged()) return;
+    Tell("the settings were damaged and have been reset");
     loop_.Post(Osp::Base::EventClass::kApplication,
                [] { ShowNotice("The settings were damaged\nand have been reset."); });
 }
 
-void Machine::TellWhyItCouldNotStart() {
-    const char* const reason =
-        cameras_->Count() == 0 ? "no camera was found" : "the application could not start";
-    std::fprintf(stderr, "kivo-camera: %s\n", reason);
+void Machine::TellWhyItCouldNotStart() const {
+    using Osp::Media::CameraSelection;
+    if (cameras_->Count() == 0) {
+        Tell("no camera was found");
+    } else if (cameras_->Id(CameraSelection::kPrimary).empty()) {
+        Tell("there is no back camera, which the application starts with (--primary none)");
+    } else {
+        Tell("the application could not start");
+    }
 }
 
 }  // namespace Host

@@ -13,6 +13,7 @@
 #include "media/camera_service.h"
 #include "media/sound_service.h"
 #include "options.h"
+#include "start_failure.h"
 #include "system/device.h"
 #include "ui/input.h"
 #include "ui/screen.h"
@@ -26,10 +27,10 @@ using EntryFunction = int (*)(int argc, char** argv);
 /// thread that makes it is the loop thread.
 class Machine {
   public:
-    /// Null, with `error` saying why in one line, when a camera source is wrong. `resourceFolder`
-    /// holds the files of "/Res".
+    /// Null, with `failure` saying why in one line, when a camera source is wrong or another
+    /// process uses the data folder. `resourceFolder` holds the files of "/Res".
     static std::unique_ptr<Machine> Make(const Options& options, const std::string& resourceFolder,
-                                         std::string& error);
+                                         StartFailure& failure);
     ~Machine();
 
     /// Runs the application from start to end. Returns 0, or 1 when it could not start.
@@ -41,17 +42,18 @@ class Machine {
     Osp::App::AppRegistry& GetRegistry() { return registry_; }
 
   private:
-    Machine(const Options& options, const std::string& resourceFolder,
+    Machine(const Options& options, std::unique_ptr<Osp::Io::StorageMap> storage, result prepared,
             std::unique_ptr<Osp::Media::CameraService> cameras);
 
-    void TellAboutDamage();
-    void TellWhyItCouldNotStart();
+    void RebuildPhotoList();
+    void TellAboutStorage();
+    void TellWhyItCouldNotStart() const;
 
     std::unique_ptr<Osp::Base::Clock> clock_;
     Osp::Base::EventLoop loop_;
     Osp::Base::EventLoop::Installed installedLoop_{loop_};
-    Osp::Io::StorageMap storage_;
-    Osp::Io::StorageMap::Installed installedStorage_{storage_};
+    std::unique_ptr<Osp::Io::StorageMap> storage_;
+    Osp::Io::StorageMap::Installed installedStorage_{*storage_};
     result prepared_;
     Osp::App::AppRegistry registry_;
     Osp::Content::ContentStore contents_;

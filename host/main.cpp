@@ -1,14 +1,18 @@
 // The program: command line, then the application in a window or headless.
+#include <csignal>
 #include <cstdio>
 #include <glib-unix.h>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "application_library.h"
 #include "diagnose.h"
 #include "machine.h"
 #include "options.h"
+#include "process.h"
 #include "script_driver.h"
 #include "script_file.h"
 #include "show_recorder.h"
@@ -18,22 +22,47 @@ namespace Host {
 
 namespace {
 
-int Fail(const std::string& message) {
-    std::fprintf(stderr, "kivo-camera: %s\n", message.c_str());
-    return 1;
+int Fail(const StartFailure& failure) {
+    std::fprintf(stderr, "kivo-camera: %s\n", failure.message.c_str());
+    return failure.exitCode;
 }
+
+// What ends the application as a user would.
+constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 gboolean OnSignal(gpointer) {
     Osp::App::Lifecycle::Current().Terminate(true);
     return G_SOURCE_CONTINUE;
 }
 
+/// The ending signals, for as long as it lives.
+class SignalWatch {
+  public:
+    SignalWatch() {
+        for (const int signal : kEndingSignals) {
+            // Whoever had it ignored wants the program to outlive it.
+            struct sigaction present {};
+            sigaction(signal, nullptr, &present);
+            if (present.sa_handler == SIG_IGN) continue;
+            sources_.push_back(g_unix_signal_add(signal, OnSignal, nullptr));
+        }
+    }
+    ~SignalWatch() {
+        for (const guint source : sources_) g_source_remove(source);
+    }
+    SignalWatch(const SignalWatch&) = delete;
+    SignalWatch& operator=(const SignalWatch&) = delete;
+
+  private:
+    std::vector<guint> sources_;
+};
+
 int RunApplication(const Options& options, Machine& machine, EntryFunction entry) {
     std::string error;
     std::unique_ptr<Window> window;
     if (!options.isHeadless) {
         window = OpenWindow(options.isFullscreen, error);
-        if (!window) return Fail(error);
+        if (!window) return Fail({error});
     }
     ShowRecorder recorder(window ? &window->GetPresenter() : nullptr);
 
@@ -43,32 +72,43 @@ int RunApplication(const Options& options, Machine& machine, EntryFunction entry
     bool hasFailed = false;
     if (options.script) {
         script = OpenScript(*options.script, queue, error);
-        if (!script) return Fail(error);
+        if (!script) return Fail({error});
         driver.emplace(machine.GetLoop(), machine.GetVirtualClock(), queue,
                        CommandContext{recorder}, [&](const std::optional<std::string>& failure) {
-                           if (failure) hasFailed = Fail(*failure) != 0;
+                           if (failure) hasFailed = Fail({*failure}) != 0;
                            Osp::App::Lifecycle::Current().Terminate(false);
                        });
     }
-    const guint signals[] = {g_unix_signal_add(SIGINT, OnSignal, nullptr),
-                             g_unix_signal_add(SIGTERM, OnSignal, nullptr)};
+    const SignalWatch signals;
     const int exitCode = machine.Run(entry);
-    for (const guint signal : signals) g_source_remove(signal);
-    return hasFailed ? 1 : exitCode;
+    return hasFailed ? kExitFailure : exitCode;
+}
+
+int Run(const Options& options, const std::string& package) {
+    const std::string resources = package + "/share/kivo-camera/Res";
+    StartFailure failure;
+    if (options.listCameras || options.diagnose) {
+        const auto report = Diagnosis::Make(options, resources, failure.message);
+        if (!report) return Fail(failure);
+        if (options.listCameras) return report->ListCameras();
+        return report->Print(package);
+    }
+    const auto machine = Machine::Make(options, resources, failure);
+    if (!machine) return Fail(failure);
+    const EntryFunction entry = LoadApplication(package, failure.message);
+    if (entry == nullptr) return Fail(failure);
+    return RunApplication(options, *machine, entry);
 }
 
 int Main(int argc, char** argv) {
+    PrepareProcess();
     const Parsed parsed = ParseCommandLine(argc, argv);
-    if (parsed.exitCode) return *parsed.exitCode;
-    const std::string package = PackageFolder();
-    std::string error;
-    const auto machine = Machine::Make(parsed.options, package + "/share/kivo-camera/Res", error);
-    if (!machine) return Fail(error);
-    if (parsed.options.listCameras) return ListCameras();
-    if (parsed.options.diagnose) return Diagnose(package);
-    const EntryFunction entry = LoadApplication(package, error);
-    if (entry == nullptr) return Fail(error);
-    return RunApplication(parsed.options, *machine, entry);
+    if (parsed.exitCode) return FinishOutput(*parsed.exitCode);
+    try {
+        return FinishOutput(Run(parsed.options, PackageFolder()));
+    } catch (const std::bad_alloc&) {
+        return Fail({"there is not enough memory"});
+    }
 }
 
 }  // namespace

@@ -1,9 +1,14 @@
 #include "options.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <glib.h>
+#include <memory>
+#include <system_error>
 
 #include "base/glib_owner.h"
+#include "media/camera_service.h"
+#include "start_failure.h"
 #include "version.h"
 
 namespace Host {
@@ -23,6 +28,7 @@ struct Raw {
     gboolean fullscreen = FALSE;
     gboolean listCameras = FALSE;
     gboolean diagnose = FALSE;
+    gboolean help = FALSE;
     gboolean version = FALSE;
     gchar* clock = nullptr;
     gchar* data = nullptr;
@@ -38,7 +44,12 @@ std::optional<std::string> Text(const gchar* text) {
 
 Parsed Fail(const std::string& message) {
     std::fprintf(stderr, "kivo-camera: %s\nTry 'kivo-camera --help'.\n", message.c_str());
-    return {{}, 2};
+    return {{}, kExitUsage};
+}
+
+bool IsFolder(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::is_directory(path, error);
 }
 
 bool IsSwitchWithValue(const std::string& argument, const GOptionEntry* entries) {
@@ -62,6 +73,14 @@ Parsed Interpret(const Raw& raw) {
     options.primary = Text(raw.primary).value_or("auto");
     options.secondary = Text(raw.secondary).value_or("auto");
     options.script = Text(raw.script);
+    for (const std::string& source : {options.primary, options.secondary}) {
+        if (Osp::Media::CameraService::IsKnownSource(source)) continue;
+        return Fail("unknown camera source '" + source + "': it is " +
+                    Osp::Media::CameraService::kKnownSources);
+    }
+    if (options.script && IsFolder(*options.script)) {
+        return Fail("the script " + *options.script + " is a folder");
+    }
     const std::string clock = Text(raw.clock).value_or(raw.headless ? "virtual" : "real");
     if (clock != "real" && clock != "virtual") return Fail("--clock is 'real' or 'virtual'");
     options.clock = clock == "real" ? ClockKind::kReal : ClockKind::kVirtual;
@@ -84,7 +103,7 @@ Parsed ParseCommandLine(int argc, char** argv) {
         {"data", 0, 0, G_OPTION_ARG_FILENAME, &raw.data, "Keep photographs and settings under DIR",
          "DIR"},
         {"primary", 0, 0, G_OPTION_ARG_STRING, &raw.primary,
-         "Back camera: auto, scene, photos:DIR or none", "SOURCE"},
+         "Back camera: auto, scene, photos:DIR or none (there is no such camera)", "SOURCE"},
         {"secondary", 0, 0, G_OPTION_ARG_STRING, &raw.secondary, "Front camera, likewise",
          "SOURCE"},
         {"clock", 0, 0, G_OPTION_ARG_STRING, &raw.clock,
@@ -95,6 +114,7 @@ Parsed ParseCommandLine(int argc, char** argv) {
          nullptr},
         {"diagnose", 0, 0, G_OPTION_ARG_NONE, &raw.diagnose,
          "Print what the program found on this machine and end", nullptr},
+        {"help", 'h', 0, G_OPTION_ARG_NONE, &raw.help, "Print this and end", nullptr},
         {"version", 0, 0, G_OPTION_ARG_NONE, &raw.version, "Print the version and end", nullptr},
         {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr}};
     for (int i = 1; i < argc; ++i) {
@@ -104,6 +124,8 @@ Parsed ParseCommandLine(int argc, char** argv) {
         }
     }
     const Osp::Base::OptionContextOwner context(g_option_context_new("- the KIVO camera"));
+    // The library's own help would end the process whether or not it could be printed.
+    g_option_context_set_help_enabled(context.get(), FALSE);
     g_option_context_add_main_entries(context.get(), entries, nullptr);
     GError* error = nullptr;
     if (!g_option_context_parse(context.get(), &argc, &argv, &error)) {
@@ -111,6 +133,12 @@ Parsed ParseCommandLine(int argc, char** argv) {
         return Fail(error->message);
     }
     if (argc > 1) return Fail(std::string("unknown argument '") + argv[1] + "'");
+    if (raw.help) {
+        const std::unique_ptr<gchar, decltype(&g_free)> text(
+            g_option_context_get_help(context.get(), TRUE, nullptr), g_free);
+        std::fputs(text.get(), stdout);
+        return {{}, 0};
+    }
     if (raw.version) {
         std::printf("kivo-camera %s\n", kVersion);
         return {{}, 0};

@@ -125,7 +125,7 @@ std::string PhotosReport() {
     for (const std::string& path : PhotoPaths()) {
         Osp::Content::ContentRecord record;
         const result r =
-            Osp::Content::ContentStore::Current().Register(Osp::Base::String(path), "", "", record);
+            Osp::Content::ContentStore::Current().Describe(Osp::Base::String(path), record);
         if (Osp::Failed(r)) continue;
         json["photos"].push_back({{"path", path},
                                   {"width", record.width},

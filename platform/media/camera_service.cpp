@@ -25,12 +25,17 @@ bool MakeDevice(std::string_view source, CameraSelection selection,
         device = PhotosCamera::Make(folder, selection, error);
         return device != nullptr;
     }
-    error = "unknown camera source \"" + std::string(source) +
-            "\" (known: auto, scene, photos:DIR, none)";
+    error = "unknown camera source '" + std::string(source) + "': it is " +
+            CameraService::kKnownSources;
     return false;
 }
 
 }  // namespace
+
+bool CameraService::IsKnownSource(std::string_view source) {
+    return source == "none" || source == "scene" || source == "auto" ||
+           source.starts_with(kPhotosPrefix);
+}
 
 std::unique_ptr<CameraService> CameraService::Make(const std::string& primary,
                                                    const std::string& secondary,

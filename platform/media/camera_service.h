@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include <osp/base/result.h>
 #include <osp/media/camera_selection.h>
@@ -34,6 +35,10 @@ struct CameraSlot {
 /// Holds the devices for the life of the process. Loop thread only.
 class CameraService : public Service<CameraService> {
   public:
+    static constexpr const char* kKnownSources = "auto, scene, photos:DIR or none";
+    /// Whether `source` is one of these, whatever becomes of it.
+    static bool IsKnownSource(std::string_view source);
+
     /// From the names of sources: "scene", "photos:DIR", "none", or "auto" for the best there is.
     /// Null, with `error` saying which name is wrong and why in one line, when one is.
     static std::unique_ptr<CameraService> Make(const std::string& primary,

@@ -1,14 +1,30 @@
 // The program from its command line.
 #include "support/program.h"
 
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <sys/wait.h>
+#include <thread>
+#include <vector>
 
+#include "support/jpeg.h"
+#include "support/sanitizers.h"
 #include "support/temporary_folder.h"
 
 namespace Kivo {
 namespace {
 
+namespace fs = std::filesystem;
 using Osp::Testing::ReadText;
+using Osp::Testing::ReadTree;
 using Osp::Testing::TemporaryFolder;
 using Osp::Testing::WriteText;
 using namespace Testing;
@@ -20,7 +36,8 @@ TEST(Program, SaysWhatIsWrongWithItsArguments) {
         int exitCode;
         const char* said;
     } cases[] = {
-        {{"--headless", "--script", "-", "--primary", "nonsense"}, 1, "nonsense"},
+        {{"--headless", "--script", "-", "--primary", "nonsense"}, 2, "nonsense"},
+        {{"--headless", "--script", "-", "--secondary", "photos"}, 2, "photos"},
         {{"--headless", "--script", "-", "--primary", "photos:" + (folder / "missing")},
          1,
          "missing"},
@@ -28,6 +45,8 @@ TEST(Program, SaysWhatIsWrongWithItsArguments) {
         {{"--headless", "--script", "-", "--primary", "none", "--secondary", "none"},
          1,
          "no camera"},
+        {{"--headless", "--script", "-", "--primary", "none"}, 1, "--primary none"},
+        {{"--headless", "--script", folder.Path()}, 2, "is a folder"},
         {{"--headless", "--clock", "sundial"}, 2, "--clock"},
         {{"--unknown"}, 2, "unknown"},
         {{"stray"}, 2, "stray"},
@@ -58,6 +77,179 @@ TEST(Program, EndsAtTheFirstFailingStepOfAScript) {
             .Finish();
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_NE(result.errors.find("line 3: expect photos 1"), std::string::npos) << result.errors;
+}
+
+/// Runs the program by way of a shell, as "$KIVO" in `command`, in `folder`; the exit code.
+int RunInShell(const TemporaryFolder& folder, const std::string& command) {
+    const std::string line = "cd " + folder.Path() + "; KIVO='" + ProgramFolder() +
+                             "/kivo-camera --secondary none'; " + command;
+    const int status = std::system(line.c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+constexpr const char* kTwoPhotographs =
+    "await preview\nkey camera\nawait photos 1\nwait 500\nkey camera\nawait photos 2\n";
+
+TEST(Program, SaysThatItsOutputCouldNotBeWritten) {
+    const TemporaryFolder folder;
+    WriteText(folder / "script", "await preview\nprint screen\n");
+    for (const char* arguments : {"--list-cameras", "--diagnose", "--help", "--version",
+                                  "--headless --data data --script script"}) {
+        SCOPED_TRACE(arguments);
+        const std::string command = std::string("$KIVO ") + arguments;
+        EXPECT_EQ(RunInShell(folder, command + " >out"), 0);
+        EXPECT_NE(ReadText(folder / "out"), "");
+        EXPECT_EQ(RunInShell(folder, command + " >/dev/full 2>errors"), 1);
+        EXPECT_NE(ReadText(folder / "errors").find("standard output"), std::string::npos);
+    }
+    // Whoever reads it may go away, which ends no photograph.
+    WriteText(folder / "script", std::string("await preview\nprint screen\n") + kTwoPhotographs);
+    RunInShell(folder, "$KIVO --headless --data data --script script | true");
+    EXPECT_EQ(ReadTree(folder / "data/Media/Images").size(), 2u);
+}
+
+TEST(Program, LooksAtAMachineWithoutChangingIt) {
+    const TemporaryFolder folder;
+    fs::create_directories(folder / "data/Storagecard");
+    for (const char* arguments : {"--list-cameras", "--diagnose"}) {
+        EXPECT_EQ(RunInShell(folder, std::string("$KIVO --data data ") + arguments + " >/dev/null"),
+                  0);
+    }
+    EXPECT_EQ(std::distance(fs::recursive_directory_iterator(folder / "data"), {}), 1);
+}
+
+TEST(Program, TakesOnlyAbsoluteFoldersFromTheEnvironment) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(RunInShell(folder,
+                         "HOME=$PWD/home XDG_DATA_HOME=data XDG_CONFIG_HOME=config $KIVO "
+                         "--diagnose >out && HOME= XDG_DATA_HOME= $KIVO --diagnose >empty"),
+              0);
+    const std::string home = fs::canonical(folder.Path()).string() + "/home";
+    const std::string printed = ReadText(folder / "out");
+    EXPECT_NE(printed.find(" " + home + "/KIVO\n"), std::string::npos) << printed;
+    EXPECT_NE(printed.find(" " + home + "/.local/share/kivo-camera\n"), std::string::npos);
+    // The home that the user's account names.
+    EXPECT_EQ(ReadText(folder / "empty").find(" .local"), std::string::npos);
+    EXPECT_EQ(ReadText(folder / "empty").find(" /KIVO"), std::string::npos);
+}
+
+TEST(Program, ManagesWithoutStandardDescriptorsAndWithSmallFilesOnly) {
+    const TemporaryFolder folder;
+    WriteText(folder / "script", kTwoPhotographs);
+    EXPECT_EQ(RunInShell(folder, "$KIVO --headless --data a --script script <&- >&- 2>&-"), 0);
+    EXPECT_EQ(ReadTree(folder / "a/Media/Images").size(), 2u);
+    WriteText(folder / "script",
+              "await preview\nkey camera\nawait text WARNING\nexpect text writing\n"
+              "tap 400 320\nexpect photos 0\n");
+    EXPECT_EQ(
+        RunInShell(folder, "ulimit -f 40; $KIVO --headless --data b --script script 2>errors"), 0);
+    EXPECT_NE(ReadText(folder / "errors").find("full"), std::string::npos);
+}
+
+TEST(Program, WithoutMemoryAPhotographFailsAndTheCameraGoesOn) {
+    if (kIsSanitized) GTEST_SKIP() << "a sanitizer's own memory cannot be limited";
+    int failures = 0;
+    // From more than enough down to where it is the storing that fails.
+    for (int kilobytes = 140'000; kilobytes > 0 && failures == 0; kilobytes -= 4'000) {
+        const TemporaryFolder folder;
+        WriteText(folder / "script",
+                  "await preview\nkey camera\nwait 3000\nkey camera\nwait 3000\n");
+        const int exitCode =
+            RunInShell(folder, "ulimit -v " + std::to_string(kilobytes) +
+                                   "; $KIVO --headless --data . --script script 2>errors");
+        const std::string errors = ReadText(folder / "errors");
+        ASSERT_EQ(exitCode, 0) << kilobytes << ": " << errors;
+        const auto photographs = ReadTree(folder / "Media/Images");
+        for (const auto& [name, content] : photographs) {
+            EXPECT_TRUE(IsWholeJpeg(folder / ("Media/Images/" + name))) << kilobytes;
+        }
+        EXPECT_EQ(photographs.size() < 2, !errors.empty()) << kilobytes << ": " << errors;
+        failures += errors.find("not stored: there is not enough memory") != std::string::npos;
+    }
+    EXPECT_EQ(failures, 1) << "the limit was never felt";
+}
+
+/// Waits until `isSo`; the test fails when that takes too long even for a slow machine.
+void Await(const std::function<bool()>& isSo) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (!isSo()) {
+        ASSERT_LT(std::chrono::steady_clock::now(), deadline);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+TEST(Program, FinishesThePairOfAnHdrPhotographWhenItIsEnded) {
+    std::signal(SIGHUP, SIG_DFL);  // ignored, it would not be the program's to follow
+    for (const int signal : {SIGHUP, SIGTERM, SIGINT}) {
+        const TemporaryFolder folder;
+        CameraProgram program({"--headless", "--clock", "real", "--script", "-", "--data",
+                               folder.Path(), "--secondary", "none"});
+        for (const char* line :
+             {"await preview", "wait 200", "tap 264 425", "key camera", "wait 60000"}) {
+            program.Send(line);
+        }
+        Await([&] { return fs::exists(folder / "Media/Images/KIVO0000.jpg"); });
+        kill(program.Id(), signal);
+        EXPECT_EQ(program.Finish().exitCode, 0) << signal;
+        EXPECT_EQ(ReadTree(folder / "Media/Images").size(), 2u) << signal;
+    }
+}
+
+TEST(Program, OneInstanceAtATimeUsesADataFolder) {
+    const TemporaryFolder folder;
+    std::size_t stored = 0;
+    for (const std::ptrdiff_t count : {2, 4}) {
+        std::vector<std::unique_ptr<CameraProgram>> programs;
+        for (std::ptrdiff_t i = 0; i < count; ++i) {
+            programs.push_back(std::make_unique<CameraProgram>(std::vector<std::string>{
+                "--headless", "--script", "-", "--data", folder.Path(), "--secondary", "none"}));
+        }
+        // The one that is not refused waits for its script.
+        Await([&] {
+            return count - 1 == std::ranges::count_if(programs, [](const auto& program) {
+                       return program->HasEnded();
+                   });
+        });
+        for (const auto& program : programs) {
+            const bool isRefused = program->HasEnded();
+            if (!isRefused) {
+                for (const char* line : {"await preview", "key camera", "wait 1500"}) {
+                    program->Send(line);
+                }
+            }
+            const ProgramResult result = program->Finish();
+            EXPECT_EQ(result.exitCode, isRefused ? 3 : 0) << result.errors;
+            EXPECT_EQ(result.errors.find("another KIVO camera") != std::string::npos, isRefused);
+        }
+        EXPECT_EQ(ReadTree(folder / "Media/Images").size(), ++stored);
+    }
+}
+
+// Two data folders that share their photographs: what one lock does not cover.
+TEST(Program, TwoThatStoreInOneFolderAtOnceLoseNoPhotograph) {
+    const TemporaryFolder folder;
+    fs::create_directories(folder / "a/Media/Images");
+    fs::create_directories(folder / "b");
+    fs::create_directory_symlink("../a/Media", folder / "b/Media");
+    constexpr int kEach = 15;
+    std::vector<std::unique_ptr<CameraProgram>> programs;
+    for (const char* data : {"a", "b"}) {
+        programs.push_back(std::make_unique<CameraProgram>(std::vector<std::string>{
+            "--headless", "--script", "-", "--data", folder / data, "--secondary", "none"}));
+        programs.back()->Send("await preview");
+    }
+    for (int i = 0; i < kEach; ++i) {
+        for (const auto& program : programs) {
+            program->Send("key camera");
+            program->Send("wait 1500");
+        }
+    }
+    for (const auto& program : programs) EXPECT_EQ(program->Finish().exitCode, 0);
+    const auto files = ReadTree(folder / "a/Media/Images");
+    EXPECT_EQ(files.size(), 2u * kEach);
+    for (const auto& [name, content] : files) {
+        EXPECT_TRUE(IsWholeJpeg(folder / "a/Media/Images" + "/" + name)) << name;
+    }
 }
 
 TEST(Program, RecordsEveryPresentedShow) {

@@ -1,8 +1,17 @@
 // Photographs that cannot be stored, and what is left then. Every test has a process of its own: it
 // breaks things there, and a forked process must not miss threads of its parent's.
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
+#include <map>
+#include <memory>
+#include <sqlite3.h>
+#include <string>
+#include <string_view>
+#include <utility>
 
+#include "base/trace.h"
+#include "media/exif.h"
 #include "support/faults.h"
 #include "support/jpeg.h"
 #include "support/phone.h"
@@ -14,6 +23,7 @@ namespace {
 namespace fs = std::filesystem;
 using Osp::Testing::InOwnProcess;
 using Osp::Testing::LimitSpace;
+using Osp::Testing::ReadText;
 using Osp::Testing::ReadTree;
 using Osp::Testing::TemporaryFolder;
 using Osp::Testing::WriteText;
@@ -90,22 +100,119 @@ TEST(StorageTrouble, DamagedSettingsAreSetAsideAndTold) {
     });
 }
 
+/// Paths and descriptions in the database itself, past everything that the program might add.
+std::map<std::string, std::string> PhotoListOnDisk(const std::string& dataFolder) {
+    std::map<std::string, std::string> rows;
+    sqlite3* database = nullptr;
+    const std::string file = dataFolder + "/kivo-camera/contents.db";
+    EXPECT_EQ(sqlite3_open_v2(file.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr), SQLITE_OK);
+    const auto add = [](void* to, int, char** columns, char**) {
+        (*static_cast<decltype(rows)*>(to))[columns[0]] = columns[1];
+        return 0;
+    };
+    EXPECT_EQ(sqlite3_exec(database, "SELECT path, description FROM contents", add, &rows, nullptr),
+              SQLITE_OK);
+    sqlite3_close(database);
+    return rows;
+}
+
 TEST(StorageTrouble, ADamagedPhotoListIsBuiltAnewFromThePhotographs) {
     InOwnProcess([] {
         TemporaryFolder folder;
+        fs::create_directory(folder / "Storagecard");
         {
             Phone phone({.dataFolder = folder.Path()});
-            phone.Do({"await preview", "key camera", "await photos 1"});
+            phone.Do(
+                {"await preview", "key camera", "await photos 1", "key camera", "await photos 2"});
         }
-        for (const auto& entry : fs::directory_iterator(folder / "kivo-camera")) {
-            if (entry.path().extension() == ".db") WriteText(entry.path(), std::string(9000, 'x'));
-        }
+        fs::rename(folder / "Media/Images/KIVO0001.jpg",
+                   folder / "Storagecard/Media/Images/KIVO0001.jpg");
+        WriteText(folder / "kivo-camera/contents.db", std::string(9000, 'x'));
         Phone phone({.dataFolder = folder.Path()});
         phone.Do("await preview");
-        const auto list = phone.PhotoList();
-        ASSERT_EQ(list.size(), 1u);
-        EXPECT_EQ(list[0]["description"], "KIVO (Normal),1X");
-        phone.Do({"key camera", "await photos 2"});
+        const std::map<std::string, std::string> all = {
+            {"/Media/Images/KIVO0000.jpg", "KIVO (Normal),1X"},
+            {"/Storagecard/Media/Images/KIVO0001.jpg", "KIVO (Normal),1X"}};
+        EXPECT_EQ(PhotoListOnDisk(folder.Path()), all);
+        fs::copy(folder / "Media/Images/KIVO0000.jpg", folder / "Media/Images/KIVO0007.jpg");
+        EXPECT_EQ(phone.PhotoList().size(), 3u);
+        EXPECT_EQ(PhotoListOnDisk(folder.Path()), all) << "a report only reads";
+    });
+}
+
+TEST(StorageTrouble, WhatIsOfANewerVersionIsLeftAloneAndPhotographsAreStored) {
+    InOwnProcess([] {
+        TemporaryFolder folder;
+        const std::string settings = folder / "kivo-camera/registry.ini";
+        const std::string list = folder / "kivo-camera/contents.db";
+        { Phone phone({.dataFolder = folder.Path()}); }
+        std::string newer = ReadText(list);
+        newer[63] = 2;  // the last byte of the version
+        WriteText(list, newer);
+        WriteText(settings, "[Registry]\nVersion=2\n");
+        {
+            Phone phone({.dataFolder = folder.Path()});
+            phone.Do({"await preview", "key camera", "await photos 1", "tap 636 428"});
+            EXPECT_EQ(phone.PhotoList().size(), 1u);
+            EXPECT_EQ(phone.End(), 0);
+        }
+        const auto files = ReadTree(folder / "kivo-camera");
+        EXPECT_EQ(files.size(), 2u);
+        EXPECT_TRUE(files.at("contents.db") == newer);
+        EXPECT_EQ(files.at("registry.ini"), "[Registry]\nVersion=2\n");
+    });
+}
+
+/// Does something of its own when the loop's thread comes to a mark.
+class AtMark : public Osp::Base::Trace {
+  public:
+    AtMark(std::string_view mark, std::function<void()> action)
+        : mark_(mark), action_(std::move(action)) {}
+    void OnMark(const char* stage) override {
+        if (stage == mark_) action_();
+    }
+
+  private:
+    std::string_view mark_;
+    std::function<void()> action_;
+    Installed installed_{*this};
+};
+
+TEST(StorageTrouble, ANumberThatSomebodyElseWasQuickerToTakeIsLeftToHim) {
+    InOwnProcess([] {
+        Phone phone;
+        const std::string images = phone.DataFolder() + "/Media/Images/";
+        phone.Do({"await preview", "key camera", "await photos 1"});
+        std::unique_ptr<AtMark> rival;
+        const auto store = [&] { WriteText(images + "KIVO0001.jpg", "a rival's"); };
+        phone.On([&] { rival = std::make_unique<AtMark>("encode-done", store); });
+        phone.Do({"wait 500", "key camera", "await photos 3"});
+        phone.On([&] { rival = nullptr; });
+        EXPECT_EQ(ReadText(images + "KIVO0001.jpg"), "a rival's");
+        EXPECT_TRUE(IsWholeJpeg(images + "KIVO0002.jpg"));
+        EXPECT_EQ(phone.Photos().size(), 3u) << "and nothing beside them";
+        EXPECT_EQ(PhotoListOnDisk(phone.DataFolder()),
+                  (std::map<std::string, std::string>{
+                      {"/Media/Images/KIVO0000.jpg", "KIVO (Normal),1X"},
+                      {"/Media/Images/KIVO0002.jpg", "KIVO (Normal),1X"}}));
+        const auto exif = Osp::Media::ReadExif(images + "KIVO0002.jpg");
+        ASSERT_TRUE(exif);
+        EXPECT_EQ(exif->description, "KIVO (Normal),1X");
+    });
+}
+
+TEST(StorageTrouble, PastTheLastNumberTheOlderPhotographIsKeptBesideTheNewOne) {
+    InOwnProcess([] {
+        TemporaryFolder folder;
+        const std::string images = folder / "Media/Images/";
+        fs::create_directories(images);
+        WriteText(images + "KIVO9999.jpg", "last");
+        WriteText(images + "KIVO10000.jpg", "older");
+        Phone phone({.dataFolder = folder.Path()});
+        phone.Do({"await preview", "key camera", "wait 1500"});
+        EXPECT_EQ(ReadText(images + "old-1-KIVO10000.jpg"), "older");
+        EXPECT_TRUE(IsWholeJpeg(images + "KIVO10000.jpg"));
+        EXPECT_EQ(ReadTree(images).size(), 3u);
     });
 }
 

@@ -68,11 +68,11 @@ struct Phone::Running {
 
     void Run(const Host::Options& options) {
         const std::string package = Host::PackageFolder();
-        std::string error;
-        const Host::EntryFunction entry = Host::LoadApplication(package, error);
-        auto machine = Host::Machine::Make(options, package + "/share/kivo-camera/Res", error);
+        Host::StartFailure failure;
+        const Host::EntryFunction entry = Host::LoadApplication(package, failure.message);
+        auto machine = Host::Machine::Make(options, package + "/share/kivo-camera/Res", failure);
         if (entry == nullptr || !machine) {
-            ADD_FAILURE() << error;
+            ADD_FAILURE() << failure.message;
             Set([this] { hasStarted = hasEnded = true; });
             return;
         }

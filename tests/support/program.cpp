@@ -58,6 +58,10 @@ int CameraProgram::Id() const {
     return std::atoi(g_subprocess_get_identifier(process_.get()));
 }
 
+bool CameraProgram::HasEnded() const {
+    return g_subprocess_get_identifier(process_.get()) == nullptr;
+}
+
 void CameraProgram::Send(const std::string& line) {
     const std::string text = line + "\n";
     GOutputStream* const input = g_subprocess_get_stdin_pipe(process_.get());

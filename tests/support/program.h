@@ -31,7 +31,9 @@ class CameraProgram {
     CameraProgram(const CameraProgram&) = delete;
     CameraProgram& operator=(const CameraProgram&) = delete;
 
+    /// While it runs.
     int Id() const;
+    bool HasEnded() const;
     /// One line of a script that is read from standard input.
     void Send(const std::string& line);
     /// The next line that it prints; empty at the end.
