@@ -135,9 +135,12 @@ TEST(Program, TakesOnlyAbsoluteFoldersFromTheEnvironment) {
 
 TEST(Program, ManagesWithoutStandardDescriptorsAndWithSmallFilesOnly) {
     const TemporaryFolder folder;
-    WriteText(folder / "script", kTwoPhotographs);
+    WriteText(folder / "script", std::string(kTwoPhotographs) + "print screen\n");
     EXPECT_EQ(RunInShell(folder, "$KIVO --headless --data a --script script <&- >&- 2>&-"), 0);
     EXPECT_EQ(ReadTree(folder / "a/Media/Images").size(), 2u);
+    for (const auto& [name, content] : ReadTree(folder / "a")) {
+        EXPECT_EQ(content.find("MainForm"), std::string::npos) << name << " was taken for output";
+    }
     WriteText(folder / "script",
               "await preview\nkey camera\nawait text WARNING\nexpect text writing\n"
               "tap 400 320\nexpect photos 0\n");
@@ -210,6 +213,7 @@ TEST(Program, OneInstanceAtATimeUsesADataFolder) {
                        return program->HasEnded();
                    });
         });
+        if (HasFatalFailure()) return;
         for (const auto& program : programs) {
             const bool isRefused = program->HasEnded();
             if (!isRefused) {
