@@ -4,8 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
-#include <memory>
-#include <vector>
+#include <numeric>
 
 #include "line_plan.h"
 
@@ -32,23 +31,22 @@ double SumOfBell(double base, int firstStep, double reach, double divisor) {
 int gen_convolve_matrix(float radius, float** matrix) {
     const auto sigma = static_cast<float>(0.25 + 0.5 * std::abs(radius));
     const float reach = sigma + sigma;
-    const double divisor = static_cast<double>(reach) * sigma;
+    const float divisor = reach * sigma;
     const int length = std::max(static_cast<int>(2 * std::ceil(reach - 0.5) + 1), 1);
     const int half = length / 2;
-    std::vector<double> entries(static_cast<std::size_t>(length));
+    // What is summed is double; what is stored is float, from the entries' first store on.
+    auto* const entries = new float[static_cast<std::size_t>(length)];
     for (int i = 1; i <= half; ++i) {
-        const double entry = SumOfBell(static_cast<float>(i) - 0.5F, 1, reach, divisor) / kSteps;
-        entries[static_cast<std::size_t>(half + i)] = entry;
-        entries[static_cast<std::size_t>(half - i)] = entry;
+        const double sum = SumOfBell(static_cast<float>(i) - 0.5F, 1, reach, divisor);
+        entries[half + i] = entries[half - i] = static_cast<float>(sum / kSteps);
     }
     // The middle takes one step more, and all of them whatever the reach.
-    entries[static_cast<std::size_t>(half)] =
-        SumOfBell(0.5, 0, std::numeric_limits<double>::infinity(), divisor) / (kSteps + 1);
-    double sum = 0;
-    for (const double entry : entries) sum += entry;
-    *matrix = new float[entries.size()];
-    std::transform(entries.begin(), entries.end(), *matrix,
-                   [sum](double entry) { return static_cast<float>(entry / sum); });
+    const double middle = SumOfBell(0.5, 0, std::numeric_limits<double>::infinity(), divisor);
+    entries[half] = static_cast<float>(middle / (kSteps + 1));
+    const double sum = std::accumulate(entries, entries + length, 0.0);
+    std::for_each_n(entries, length,
+                    [sum](float& entry) { entry = static_cast<float>(entry / sum); });
+    *matrix = entries;
     return length;
 }
 

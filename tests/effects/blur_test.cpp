@@ -32,6 +32,22 @@ TEST(GaussianLevels, AreThePlainMatricesAndProducts) {
     EXPECT_EQ(levels.Weights(0)[0], 1.0F);
 }
 
+// Worked out apart from either, by another language with floats rounded by hand.
+TEST(GaussianLevels, AreFloatsFromTheirFirstStoreOn) {
+    const std::vector<float> third{0x1.dbd6e6p-5F, 0x1.082a3ap-3F, 0x1.aad8fcp-3F, 0x1.ac0e2p-3F};
+    const std::vector<float> widest{0x1.e1050cp-7F, 0x1.5e3724p-6F, 0x1.e7eeacp-6F, 0x1.45381ap-5F,
+                                    0x1.9ece46p-5F, 0x1.fa3744p-5F, 0x1.278ab8p-4F, 0x1.4a2edap-4F,
+                                    0x1.60f32p-4F,  0x1.6114cep-4F};
+    const GaussianLevels levels;
+    for (const auto& half : {third, widest}) {
+        const auto weights = levels.Weights(static_cast<int>(half.size()) - 1);
+        for (std::size_t i = 0; i < half.size(); ++i) {
+            EXPECT_EQ(weights[i], half[i]) << half.size() << " to the middle, " << i;
+            EXPECT_EQ(weights[weights.size() - 1 - i], half[i]) << i;
+        }
+    }
+}
+
 TEST(GaussianLevels, HandOutArraysThatTheCallerOwns) {
     float* matrix = nullptr;
     const int length = gen_convolve_matrix(-4, &matrix);

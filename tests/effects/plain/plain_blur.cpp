@@ -53,28 +53,27 @@ std::vector<float> ConvolveMatrix(float radius) {
     const float reach = sigma + sigma;
     const int length = std::max(static_cast<int>(2 * std::ceil(reach - 0.5) + 1), 1);
     const int half = length / 2;
-    const double divisor = static_cast<double>(reach) * sigma;
-    std::vector<double> entries(length);
+    const float product = reach * sigma;
+    std::vector<float> matrix(length);
     for (int i = half + 1; i < length; ++i) {
         const float base = static_cast<float>(i) - std::floor(static_cast<float>(half)) - 0.5F;
         double sum = 0;
         for (int j = 1; j <= 50; ++j) {
             const double x = base + 0.02 * j;
-            if (x <= reach) sum += std::exp(-(x * x) / divisor);
+            if (x <= reach) sum += std::exp(-(x * x) / product);
         }
-        entries[i] = sum / 50;
+        matrix[i] = static_cast<float>(sum / 50);
     }
-    for (int i = 0; i <= half; ++i) entries[i] = entries[length - 1 - i];
+    for (int i = 0; i < half; ++i) matrix[i] = matrix[length - 1 - i];
     double centre = 0;
     for (int j = 0; j <= 50; ++j) {
         const double x = 0.5 + 0.02 * j;
-        centre += std::exp(-(x * x) / divisor);
+        centre += std::exp(-(x * x) / product);
     }
-    entries[half] = centre / 51;
-    double sum = 0;
-    for (const double entry : entries) sum += entry;
-    std::vector<float> matrix(length);
-    for (int i = 0; i < length; ++i) matrix[i] = static_cast<float>(entries[i] / sum);
+    matrix[half] = static_cast<float>(centre / 51);
+    double total = 0;
+    for (const float entry : matrix) total += entry;
+    for (float& entry : matrix) entry = static_cast<float>(entry / total);
     return matrix;
 }
 
