@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <cstdlib>
 #include <span>
+#include <string>
 
 #include "frame.h"
 #include "media/exif.h"
-#include "media/jpeg_codec.h"
 #include "picture_format.h"
 
 namespace {
@@ -17,10 +17,13 @@ constexpr long long kMostPixels = 256 * 1024;
 void Decode(std::span<const std::uint8_t> file, const Osp::Graphics::Dimension& size) {
     Osp::Base::Block pixels(Osp::Media::PackedSize(size, Osp::Media::PixelLayout::kRgb));
     int rowsDone = 0;
-    const bool isWhole = Kivo::Tools::DecodePicture(file, size, pixels.data(), [&](int rows) {
+    std::string oddity;
+    const auto count = [&](int rows) {
         if (rows <= rowsDone || rows > size.height) std::abort();
         rowsDone = rows;
-    });
+    };
+    const result r = Kivo::Tools::DecodePicture(file, size, pixels.data(), count, oddity);
+    const bool isWhole = Osp::Succeeded(r);
     if (isWhole && rowsDone != size.height) std::abort();
     Kivo::Tools::Frame frame;
     if (!frame.Load(file, false).empty() || frame.WaitForAll() != isWhole) std::abort();
@@ -38,8 +41,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t coun
     }
     Osp::Media::ExifInfo info = Osp::Media::ReadExif(file).value_or(Osp::Media::ExifInfo{});
     info.size = size;
-    auto segments = Osp::Media::RebuildExifSegment(file, info);
-    if (segments.size() > 0xFFFF + 2) std::abort();
-    Osp::Media::AppendColourProfile(file, segments);
+    Kivo::Tools::Metadata metadata{Osp::Media::RebuildExifSegment(file, info),
+                                   Kivo::Tools::ReadColourProfile(file)};
+    if (metadata.exif.size() > 0xFFFF + 2) std::abort();
+    if (metadata.Segments().size() < metadata.colourProfile.size()) std::abort();
     return 0;
 }

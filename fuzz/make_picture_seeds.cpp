@@ -1,10 +1,10 @@
 // Writes the pictures that fuzzing starts from into a folder.
 #include <cstdio>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "media/exif.h"
-#include "media/jpeg_codec.h"
 #include "picture_files.h"
 #include "picture_format.h"
 
@@ -20,7 +20,7 @@ std::vector<std::uint8_t> MakePixels(const Dimension& size) {
     return pixels;
 }
 
-std::vector<std::uint8_t> MakeMetadata(const Dimension& size) {
+Metadata MakeMetadata(const Dimension& size) {
     Osp::Media::ExifInfo info;
     info.description = "A seed";
     info.dateTimeOriginal = "2024:05:06 07:08:09";
@@ -28,11 +28,8 @@ std::vector<std::uint8_t> MakeMetadata(const Dimension& size) {
     info.software = Osp::Media::kSoftware;
     info.orientation = 6;
     info.size = size;
-    std::vector<std::uint8_t> segments = Osp::Media::BuildExifSegment(info);
-    constexpr char kProfile[] = "ICC_PROFILE\0\1\1................RGB XYZ ";
-    Osp::Media::AppendSegment(2, {reinterpret_cast<const std::uint8_t*>(kProfile), sizeof kProfile},
-                              segments);
-    return segments;
+    constexpr std::string_view kProfile = "................RGB XYZ ";
+    return {Osp::Media::BuildExifSegment(info), {kProfile.begin(), kProfile.end()}};
 }
 
 Problem WriteSeed(const std::string& folder, const char* extension, const Dimension& size) {
@@ -45,7 +42,7 @@ Problem WriteSeed(const std::string& folder, const char* extension, const Dimens
     EncodedPicture encoded;
     problem = EncodePicture(format, PackedView(pixels.data(), size, Osp::Media::PixelLayout::kRgb),
                             MakeMetadata(size), encoded);
-    return problem.empty() ? WriteFile(name, encoded) : problem;
+    return problem.empty() ? WriteFile(name, encoded).problem : problem;
 }
 
 }  // namespace

@@ -54,17 +54,19 @@ class Job {
           from_(std::move(from)),
           to_(std::move(to)),
           bar_(static_cast<int>(names.size())) {
+        std::vector<std::string> inputs;
         for (const std::string& name : names) {
             // There may be no memory left to say it when it happens.
-            pictures_.push_back({name, false, (from_ / name).string() + ": not enough memory"});
+            pictures_.push_back({name, false, {(from_ / name).string() + ": not enough memory"}});
+            inputs.push_back((from_ / name).string());
         }
+        originals_ = IdsOf(inputs);
     }
 
     /// In each of the threads.
     void Work() {
         Developer developer(tables_, false);
-        for (std::size_t i = next_++; i < pictures_.size() && !interruption_.HasCome();
-             i = next_++) {
+        for (std::size_t i = next_++; i < pictures_.size() && !HasToEnd(); i = next_++) {
             Develop(developer, pictures_[i]);
             const std::lock_guard lock(mutex_);
             bar_.Show(++done_);
@@ -72,14 +74,17 @@ class Job {
     }
 
     void Report(BatchReport& report) const {
+        report.isDiskFull = isDiskFull_;
         for (const Picture& picture : pictures_) {
+            const auto& [problem, isDiskFull, warnings] = picture.outcome;
             if (!picture.isTaken) {
                 ++report.leftOut;
-            } else if (picture.problem.empty()) {
+            } else if (problem.empty()) {
                 ++report.developed;
             } else {
-                report.problems.push_back(picture.problem);
+                report.problems.push_back(problem);
             }
+            report.warnings.insert(report.warnings.end(), warnings.begin(), warnings.end());
         }
     }
 
@@ -87,14 +92,18 @@ class Job {
     struct Picture {
         std::string name;
         bool isTaken;
-        Problem problem;
+        Outcome outcome;
     };
 
-    void Develop(Developer& developer, Picture& picture) const try {
+    bool HasToEnd() const { return interruption_.HasCome() || isDiskFull_; }
+
+    void Develop(Developer& developer, Picture& picture) try {
         picture.isTaken = true;
         const std::string input = (from_ / picture.name).string();
         const std::string output = (to_ / picture.name).string();
-        picture.problem = DevelopFiles(developer, recipe_, {&input, 1}, output);
+        picture.outcome = DevelopFiles(developer, recipe_, {&input, 1}, originals_, output);
+        // All that follow would fail alike.
+        if (picture.outcome.isDiskFull) isDiskFull_ = true;
     } catch (const std::bad_alloc&) {
         return;  // the problem says so already
     }
@@ -104,6 +113,8 @@ class Job {
     const fs::path to_;
     const Interruption interruption_;
     Effects::EffectTables tables_;
+    FileIds originals_;
+    std::atomic<bool> isDiskFull_ = false;
     std::vector<Picture> pictures_;  // each belongs to the thread that has taken it
     std::atomic<std::size_t> next_ = 0;
     std::mutex mutex_;  // guards what follows

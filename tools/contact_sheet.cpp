@@ -152,7 +152,7 @@ Problem DevelopAll(Developer& developer, Recipe recipe,
 
 }  // namespace
 
-Problem MakeContactSheet(const Recipe& recipe, std::span<const std::string> inputs,
+Outcome MakeContactSheet(const Recipe& recipe, std::span<const std::string> inputs,
                          const std::string& output) {
     PictureFormat format{};
     PictureFiles files;  // before the developer, which reads them
@@ -160,8 +160,9 @@ Problem MakeContactSheet(const Recipe& recipe, std::span<const std::string> inpu
     Developer developer(tables, true);
     std::optional<Sheet> sheet;
     EncodedPicture encoded;
-    Problem problem = FindFormat(output, format);
+    Problem problem = CheckOutput(output, IdsOf(inputs));
     if (problem.empty()) problem = files.Read(inputs);
+    if (problem.empty()) problem = FindFormat(output, files.Sources()[0], format);
     if (problem.empty()) problem = developer.Load(files.Sources());
     if (problem.empty()) {
         problem = DevelopAll(developer, recipe, [&](const Recipe& own, const PixelView& picture) {
@@ -170,7 +171,10 @@ Problem MakeContactSheet(const Recipe& recipe, std::span<const std::string> inpu
         });
     }
     if (problem.empty()) problem = sheet->Encode(format, encoded);
-    return problem.empty() ? WriteFile(output, encoded) : problem;
+    if (!problem.empty()) return {problem};
+    Outcome outcome = WriteFile(output, encoded);
+    outcome.warnings = developer.Warnings();
+    return outcome;
 }
 
 }  // namespace Kivo::Tools

@@ -4,14 +4,14 @@
 #include <span>
 #include <string>
 
-#include "problem.h"
+#include "picture_files.h"
 #include "recipe.h"
 
 namespace Kivo::Tools {
 
 /// Develops the pictures, one to four, with every type and every effect, six films of ten frames.
 /// Of `recipe`, HDR and camera count.
-Problem MakeContactSheet(const Recipe& recipe, std::span<const std::string> inputs,
+Outcome MakeContactSheet(const Recipe& recipe, std::span<const std::string> inputs,
                          const std::string& output);
 
 }  // namespace Kivo::Tools

@@ -49,11 +49,10 @@ void Developer::Unload() {
 }
 
 Problem Developer::Develop(const Recipe& recipe, PictureFormat format, EncodedPicture& developed) {
-    const bool isJpeg = format == PictureFormat::kJpeg;
-    const std::vector<std::uint8_t> metadata =
-        isJpeg ? Metadata(recipe) : std::vector<std::uint8_t>();
+    const Metadata metadata = MakeMetadata(recipe, format);
     const bool isTurned = Effects::IsTurned(recipe.cameraSelection);
-    if (isJpeg && !isTurned) return DevelopRowByRow(recipe, metadata, developed);
+    if (format == PictureFormat::kJpeg && !isTurned)
+        return DevelopRowByRow(recipe, metadata, developed);
     PixelView pixels;
     Problem problem;
     if (isTurned) {
@@ -76,19 +75,18 @@ Problem Developer::Develop(const Recipe& recipe, PixelView& developed) {
 }
 
 /// Encodes rows as they are finished, so that all of it goes on while the frame is being decoded.
-Problem Developer::DevelopRowByRow(const Recipe& recipe, Bytes metadata,
+Problem Developer::DevelopRowByRow(const Recipe& recipe, const Metadata& metadata,
                                    EncodedPicture& developed) {
     Osp::Media::JpegWriter writer(developed);
     const Dimension size = frames_[0].Size();
-    result written = writer.Start(size, PixelLayout::kRgb, metadata);
+    result written = writer.Start(size, PixelLayout::kRgb, metadata.Segments());
     Problem problem = Compose(recipe, [&](int first, int last) {
         const int strideBytes = 3 * size.width;
         if (Osp::Failed(written)) return;
         written = writer.WriteRows(result_.data() + std::ptrdiff_t{strideBytes} * first,
                                    strideBytes, last - first);
     });
-    if (problem.empty() && Osp::Failed(written)) return "the picture cannot be encoded";
-    return problem;
+    return problem.empty() ? EncodingInWords(written) : problem;
 }
 
 Problem Developer::Compose(const Recipe& recipe, const std::function<void(int, int)>& finished) {
@@ -130,16 +128,29 @@ Problem Developer::CacheFrames(const Effects::EffectJob& job) {
     return {};
 }
 
-std::vector<std::uint8_t> Developer::Metadata(const Recipe& recipe) const {
+std::vector<Problem> Developer::Warnings() const {
+    std::vector<Problem> warnings;
+    for (std::size_t i = 0; i < sources_.size(); ++i) {
+        if (!frames_[i].WaitForAll() || frames_[i].Oddity().empty()) continue;
+        warnings.push_back(sources_[i].name + ": warning: " + frames_[i].Oddity() +
+                           ", but the picture is whole");
+    }
+    return warnings;
+}
+
+Metadata Developer::MakeMetadata(const Recipe& recipe, PictureFormat format) const {
+    Metadata metadata;
+    if (format == PictureFormat::kPpm) return metadata;
+    metadata.colourProfile = ReadColourProfile(sources_[0].bytes);
+    if (format == PictureFormat::kPng) return metadata;
     Osp::Media::ExifInfo info;
     info.description =
         ComposePhotoDescription(recipe.type, recipe.effect, ZoomLevel::k1X, recipe.hdr);
     info.software = Osp::Media::kSoftware;
     info.orientation = 1;
     info.size = SizeOf(recipe, frames_[0].Size());
-    std::vector<std::uint8_t> segments = Osp::Media::RebuildExifSegment(sources_[0].bytes, info);
-    Osp::Media::AppendColourProfile(sources_[0].bytes, segments);
-    return segments;
+    metadata.exif = Osp::Media::RebuildExifSegment(sources_[0].bytes, info);
+    return metadata;
 }
 
 std::size_t Developer::FrameIndex(int number) const {
@@ -147,8 +158,7 @@ std::size_t Developer::FrameIndex(int number) const {
 }
 
 Problem Developer::DamageOf(std::size_t index) const {
-    return sources_[index].name +
-           ": the picture is damaged, cut off or of a kind that is not supported";
+    return sources_[index].name + ": " + DamageInWords(frames_[index].Failure());
 }
 
 Effects::Pixels Developer::View(Block& block) const {

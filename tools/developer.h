@@ -49,13 +49,16 @@ class Developer {
     /// The same as pixels of four bytes, which stay until the next call.
     Problem Develop(const Recipe& recipe, Osp::Media::PixelView& developed);
 
+    /// What is odd about the files of a photograph that could be developed all the same.
+    std::vector<Problem> Warnings() const;
+
   private:
     /// Calls finished(first, last) whenever these rows of `result_` are there.
     Problem Compose(const Recipe& recipe, const std::function<void(int, int)>& finished);
     Problem CacheFrames(const Effects::EffectJob& job);
-    Problem DevelopRowByRow(const Recipe& recipe, Bytes metadata,
+    Problem DevelopRowByRow(const Recipe& recipe, const Metadata& metadata,
                             Osp::Media::EncodedPicture& developed);
-    std::vector<std::uint8_t> Metadata(const Recipe& recipe) const;
+    Metadata MakeMetadata(const Recipe& recipe, PictureFormat format) const;
     std::size_t FrameIndex(int number) const;
     Problem DamageOf(std::size_t index) const;
     Effects::Pixels View(Osp::Base::Block& block) const;

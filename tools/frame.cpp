@@ -46,23 +46,25 @@ bool Frame::WaitForAll() const {
 }
 
 void Frame::Decode(Bytes file) try {
-    const bool isWhole =
-        IsUpright(orientation_)
-            ? DecodePicture(file, size_, pixels_.data(), [this](int rows) { Announce(rows); })
-            : DecodeTurned(file);
-    Announce(isWhole ? size_.height : kDamaged);
+    const auto announce = [this](int rows) { Announce(rows); };
+    failure_ = IsUpright(orientation_)
+                   ? DecodePicture(file, size_, pixels_.data(), announce, oddity_)
+                   : DecodeTurned(file);
+    Announce(Osp::Succeeded(failure_) ? size_.height : kDamaged);
 } catch (const std::bad_alloc&) {
+    failure_ = result::kOutOfMemory;
     Announce(kDamaged);  // nobody else waits for a thread's exceptions
 }
 
-bool Frame::DecodeTurned(Bytes file) {
+result Frame::DecodeTurned(Bytes file) {
     Dimension stored = size_;
     if (IsTransposed(orientation_)) std::swap(stored.width, stored.height);
     const auto nobodyWaits = [](int) {};
-    if (!DecodePicture(file, stored, stored_.data(), nobodyWaits)) return false;
+    const result r = DecodePicture(file, stored, stored_.data(), nobodyWaits, oddity_);
+    if (Osp::Failed(r)) return r;
     TurnUpright({stored_.data(), stored.width, stored.height}, orientation_,
                 {pixels_.data(), size_.width, size_.height});
-    return true;
+    return r;
 }
 
 void Frame::Announce(int rows) {

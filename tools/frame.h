@@ -2,8 +2,10 @@
 #pragma once
 
 #include <atomic>
+#include <string>
 #include <thread>
 
+#include <osp/base/result.h>
 #include <osp/graphics/dimension.h>
 
 #include "base/block_pool.h"
@@ -33,18 +35,25 @@ class Frame {
     bool WaitForAll() const;
     static constexpr int kDamaged = -1;
 
+    /// Why the picture is damaged, once it is known to be.
+    result Failure() const { return failure_; }
+    /// What is wrong with the file although all rows are there, once they are; in words, or empty.
+    const std::string& Oddity() const { return oddity_; }
+
   private:
     bool DecodeInBackground(Bytes file);
     void Decode(Bytes file);
-    bool DecodeTurned(Bytes file);
+    result DecodeTurned(Bytes file);
     void Announce(int rows);
 
     Osp::Graphics::Dimension size_;
     int orientation_ = 1;  // in the file
     Osp::Base::Block pixels_;
     Osp::Base::Block stored_;  // as in the file, where that is not upright
-    std::atomic<int> rowsDone_ = 0;
-    std::jthread decoder_;  // last: it uses everything else
+    result failure_ = result::kSuccess;
+    std::string oddity_;
+    std::atomic<int> rowsDone_ = 0;  // tells when the two above may be read
+    std::jthread decoder_;           // last: it uses everything else
 };
 
 }  // namespace Kivo::Tools

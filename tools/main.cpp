@@ -27,16 +27,23 @@ int Report(Problem problem) {
     return 1;
 }
 
+int Report(const Outcome& outcome) {
+    for (const Problem& warning : outcome.warnings) Report(warning);
+    return Report(outcome.problem);
+}
+
 /// What runs that were killed have left where the output goes.
-void TidyFolderOf(const std::string& output) {
+void TidyFolderOf(std::string output) {
+    if (output == kStandardStream || !FollowLinks(output).empty()) return;
     const std::filesystem::path folder = std::filesystem::path(output).parent_path();
     Osp::Io::RemoveStaleTemporaries(folder.empty() ? "." : folder.string());
 }
 
-Problem DevelopPhotograph(const Options& options) {
+Outcome DevelopPhotograph(const Options& options) {
     Effects::EffectTables tables;
     Developer developer(tables, true);
-    return DevelopFiles(developer, options.recipe, options.inputs, options.output);
+    return DevelopFiles(developer, options.recipe, options.inputs, IdsOf(options.inputs),
+                        options.output);
 }
 
 int RunBatch(const Options& options) {
@@ -46,9 +53,11 @@ int RunBatch(const Options& options) {
     if (!problem.empty()) return Report(problem);
     std::printf("%d developed, %zu failed\n", report.developed, report.problems.size());
     std::fflush(stdout);  // before what went wrong
+    for (const Problem& each : report.warnings) Report(each);
     for (const Problem& each : report.problems) Report(each);
     if (report.leftOut > 0) {
-        Report("interrupted, " + std::to_string(report.leftOut) + " left out");
+        Report((report.isDiskFull ? "the disk is full, " : "interrupted, ") +
+               std::to_string(report.leftOut) + " left out");
     }
     return report.problems.empty() && report.leftOut == 0 ? 0 : 1;
 }

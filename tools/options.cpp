@@ -11,6 +11,7 @@
 #include "base/glib_owner.h"
 #include "composition.h"
 #include "developer.h"
+#include "picture_files.h"
 #include "version.h"
 
 namespace Kivo::Tools {
@@ -30,7 +31,8 @@ constexpr const char* kSummary =
     "Types: KIVO, DSLR and TILT take one picture, MIX two, ACTION and QUAD four.\n"
     "Effects: Normal, Fisheye, Concave, B&W (or BW), Beach, Fall, Sepia, Negative, Edge,\n"
     "Mirror.\n"
-    "Both also by number, from 0. Pictures are JPEG (.jpg, .jpeg), PNG and PPM files.";
+    "Both also by number, from 0. Pictures are JPEG (.jpg, .jpeg), PNG and PPM files,\n"
+    "or - for standard input and output, which takes the format of the (first) input.";
 
 constexpr const char* kExamples =
     "Examples:\n"
@@ -39,6 +41,7 @@ constexpr const char* kExamples =
     "  kivo-develop --type QUAD --secondary 1.ppm 2.ppm 3.ppm 4.ppm -o portrait.jpg\n"
     "  kivo-develop --type DSLR --batch holiday -o holiday-dslr\n"
     "  kivo-develop --sheet boat.jpg -o sheet.png\n"
+    "  kivo-develop --hdr - -o - < street.jpg > street-hdr.jpg\n"
     "\n"
     "Exit status: 0 when all went well, 1 when something could not be developed, 2 for a\n"
     "command line that makes no sense.";
@@ -129,6 +132,18 @@ Problem CheckSheet(const Options& options, const Raw& raw) {
     return {};
 }
 
+Problem CheckStreams(const Options& options) {
+    const auto isStream = [](const std::string& path) { return path == kStandardStream; };
+    if (std::ranges::count_if(options.inputs, isStream) > 1) {
+        return "standard input holds one picture";
+    }
+    if (options.mode == Mode::kBatch &&
+        (isStream(options.output) || std::ranges::any_of(options.inputs, isStream))) {
+        return "--batch works on folders, not on standard input and output";
+    }
+    return {};
+}
+
 Problem Interpret(const Raw& raw, Options& options) {
     options.recipe.hdr = raw.hdr;
     options.recipe.cameraSelection = raw.secondary ? kSecondaryCamera : kPrimaryCamera;
@@ -154,10 +169,11 @@ Problem Interpret(const Raw& raw, Options& options) {
         options.mode = Mode::kBatch;
         problem = CheckBatch(options, !options.inputs.empty());
         options.inputs = {raw.batch};
-        return problem;
+    } else {
+        options.mode = raw.sheet ? Mode::kSheet : Mode::kPhotograph;
+        problem = raw.sheet ? CheckSheet(options, raw) : CheckPhotograph(options);
     }
-    options.mode = raw.sheet ? Mode::kSheet : Mode::kPhotograph;
-    return raw.sheet ? CheckSheet(options, raw) : CheckPhotograph(options);
+    return problem.empty() ? CheckStreams(options) : problem;
 }
 
 Parsed Fail(const std::string& problem) {

@@ -31,13 +31,6 @@ constexpr std::array<Extension, 4> kExtensions{{{".jpg", PictureFormat::kJpeg},
 
 constexpr int kRowsAtOnce = 64;
 
-std::optional<PictureFormat> FormatOfContent(Bytes file) {
-    if (Osp::Media::IsJpeg(file)) return PictureFormat::kJpeg;
-    if (Osp::Media::IsPng(file)) return PictureFormat::kPng;
-    if (IsPpm(file)) return PictureFormat::kPpm;
-    return std::nullopt;
-}
-
 result ReadSizeAs(PictureFormat format, Bytes file, Dimension& size) {
     switch (format) {
         case PictureFormat::kJpeg:
@@ -51,7 +44,7 @@ result ReadSizeAs(PictureFormat format, Bytes file, Dimension& size) {
 }
 
 result DecodeJpegRows(Bytes file, const Dimension& size, std::uint8_t* pixels,
-                      const std::function<void(int)>& rowsDone) {
+                      const std::function<void(int)>& rowsDone, std::string& oddity) {
     Osp::Media::JpegReader reader(file);
     Dimension ownSize;
     result r = reader.ReadHeader(ownSize);
@@ -61,14 +54,17 @@ result DecodeJpegRows(Bytes file, const Dimension& size, std::uint8_t* pixels,
         const int count = std::min(kRowsAtOnce, size.height - y);
         r = reader.ReadRows(pixels + std::ptrdiff_t{3} * size.width * y, count);
         y += count;
+        oddity = reader.Oddity();
         if (Osp::Succeeded(r)) rowsDone(y);
     }
     return r;
 }
 
 result DecodeAs(PictureFormat format, Bytes file, const Dimension& size, std::uint8_t* pixels,
-                const std::function<void(int)>& rowsDone) {
-    if (format == PictureFormat::kJpeg) return DecodeJpegRows(file, size, pixels, rowsDone);
+                const std::function<void(int)>& rowsDone, std::string& oddity) {
+    if (format == PictureFormat::kJpeg) {
+        return DecodeJpegRows(file, size, pixels, rowsDone, oddity);
+    }
     const result r = format == PictureFormat::kPng
                          ? Osp::Media::DecodePng(file, size, PixelLayout::kRgb, pixels)
                          : DecodePpm(file, size, pixels);
@@ -98,37 +94,80 @@ std::optional<PictureFormat> FormatOfName(std::string_view path) {
     return found == kExtensions.end() ? std::nullopt : std::optional(found->format);
 }
 
+std::optional<PictureFormat> FormatOfContent(Bytes file) {
+    if (Osp::Media::IsJpeg(file)) return PictureFormat::kJpeg;
+    if (Osp::Media::IsPng(file)) return PictureFormat::kPng;
+    if (IsPpm(file)) return PictureFormat::kPpm;
+    return std::nullopt;
+}
+
+std::vector<std::uint8_t> Metadata::Segments() const {
+    std::vector<std::uint8_t> segments = exif;
+    Osp::Media::AppendColourProfile(colourProfile, segments);
+    return segments;
+}
+
+std::vector<std::uint8_t> ReadColourProfile(Bytes file) {
+    constexpr std::string_view kColours = "RGB ";
+    constexpr std::size_t kKindOffset = 16;
+    std::vector<std::uint8_t> profile;
+    if (Osp::Media::IsJpeg(file)) profile = Osp::Media::ReadJpegProfile(file);
+    if (Osp::Media::IsPng(file)) profile = Osp::Media::ReadPngProfile(file);
+    // A grey picture's profile would not suit the coloured one that is made of it.
+    const bool isOfColours =
+        profile.size() >= kKindOffset + kColours.size() &&
+        std::equal(kColours.begin(), kColours.end(), profile.begin() + kKindOffset);
+    return isOfColours ? profile : std::vector<std::uint8_t>();
+}
+
+Problem DamageInWords(result r) {
+    if (r == result::kOutOfMemory) return "not enough memory";
+    if (r == result::kUnsupported) {
+        return "this kind of picture is not supported (12 bits a channel, lossless JPEG or CMYK)";
+    }
+    return "the picture is damaged or cut off";
+}
+
+Problem EncodingInWords(result r) {
+    if (Osp::Succeeded(r)) return {};
+    return r == result::kOutOfMemory ? DamageInWords(r) : "the picture cannot be encoded";
+}
+
 Problem ReadPictureSize(Bytes file, Dimension& size) {
     const std::optional<PictureFormat> format = FormatOfContent(file);
     if (!format) return "this is not a JPEG, PNG or binary PPM picture";
-    if (Osp::Succeeded(ReadSizeAs(*format, file, size))) return {};
-    return "the picture's header is damaged, or it is larger than " +
-           std::to_string(Osp::Media::kMostPixels / 1'000'000) + " million pixels or " +
-           std::to_string(Osp::Media::kMostPixelsASide) + " on a side";
+    const result r = ReadSizeAs(*format, file, size);
+    if (Osp::Succeeded(r)) return {};
+    if (r == result::kInvalidFormat) return "the picture's header is damaged";
+    if (r != result::kOutOfRange) return DamageInWords(r);
+    return "the picture is larger than " + std::to_string(Osp::Media::kMostPixels / 1'000'000) +
+           " million pixels or " + std::to_string(Osp::Media::kMostPixelsASide) + " on a side";
 }
 
-bool DecodePicture(Bytes file, const Dimension& size, std::uint8_t* pixels,
-                   const std::function<void(int)>& rowsDone) {
+result DecodePicture(Bytes file, const Dimension& size, std::uint8_t* pixels,
+                     const std::function<void(int)>& rowsDone, std::string& oddity) {
+    oddity.clear();
     const std::optional<PictureFormat> format = FormatOfContent(file);
-    return format && Osp::Succeeded(DecodeAs(*format, file, size, pixels, rowsDone));
+    return format ? DecodeAs(*format, file, size, pixels, rowsDone, oddity)
+                  : result::kInvalidFormat;
 }
 
-Problem EncodePicture(PictureFormat format, const PixelView& picture, Bytes metadata,
+Problem EncodePicture(PictureFormat format, const PixelView& picture, const Metadata& metadata,
                       EncodedPicture& encoded) {
     Osp::Base::Block room;
     result r = result::kSuccess;
     switch (format) {
         case PictureFormat::kJpeg:
-            r = Osp::Media::EncodeJpeg(picture, metadata, encoded);
+            r = Osp::Media::EncodeJpeg(picture, metadata.Segments(), encoded);
             break;
         case PictureFormat::kPng:
-            r = Osp::Media::EncodePng(WithoutAlpha(picture, room), encoded);
+            r = Osp::Media::EncodePng(WithoutAlpha(picture, room), metadata.colourProfile, encoded);
             break;
         case PictureFormat::kPpm:
             EncodePpm(WithoutAlpha(picture, room), encoded);
             break;
     }
-    return Osp::Succeeded(r) ? Problem() : "the picture cannot be encoded";
+    return EncodingInWords(r);
 }
 
 }  // namespace Kivo::Tools

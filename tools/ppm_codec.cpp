@@ -75,7 +75,6 @@ std::optional<Header> ReadHeader(std::span<const std::uint8_t> data) {
     const std::optional<std::size_t> end = words.End();
     if (!width || !height || !highest || !end) return std::nullopt;
     if (*highest == 0 || *highest > kHighestInFile) return std::nullopt;
-    if (!Osp::Media::IsAcceptableSize(*width, *height)) return std::nullopt;
     return Header{{*width, *height}, *highest, *end};
 }
 
@@ -99,7 +98,12 @@ bool IsPpm(std::span<const std::uint8_t> data) {
 
 result ReadPpmSize(std::span<const std::uint8_t> data, Dimension& size) {
     const std::optional<Header> header = ReadHeader(data);
-    if (!header) return result::kInvalidFormat;
+    if (!header || header->size.width == 0 || header->size.height == 0) {
+        return result::kInvalidFormat;
+    }
+    if (!Osp::Media::IsAcceptableSize(header->size.width, header->size.height)) {
+        return result::kOutOfRange;
+    }
     size = header->size;
     return result::kSuccess;
 }

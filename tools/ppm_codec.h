@@ -15,7 +15,7 @@ namespace Kivo::Tools {
 
 bool IsPpm(std::span<const std::uint8_t> data);
 
-/// From the header alone. kInvalidFormat, also for sizes that are not acceptable.
+/// From the header alone. kInvalidFormat, and kOutOfRange for sizes that are not acceptable.
 result ReadPpmSize(std::span<const std::uint8_t> data, Osp::Graphics::Dimension& size);
 
 /// Three bytes a pixel, into room for `size`, with channels of any range brought to 0 to 255.

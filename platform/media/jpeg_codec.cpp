@@ -8,7 +8,7 @@
 namespace Osp::Media {
 
 bool IsJpeg(std::span<const std::uint8_t> data) {
-    constexpr std::uint8_t kStart[] = {0xFF, 0xD8, 0xFF};
+    constexpr std::uint8_t kStart[] = {0xFF, 0xD8};
     return data.size() >= std::size(kStart) && std::equal(kStart, std::end(kStart), data.begin());
 }
 
@@ -46,20 +46,28 @@ void AppendSegment(int number, std::span<const std::uint8_t> content,
     segments.insert(segments.end(), content.begin(), content.end());
 }
 
-void AppendColourProfile(std::span<const std::uint8_t> data, std::vector<std::uint8_t>& segments) {
+void AppendColourProfile(std::span<const std::uint8_t> profile,
+                         std::vector<std::uint8_t>& segments) {
     constexpr std::string_view kStart{"ICC_PROFILE\0", 12};
-    constexpr std::string_view kColours = "RGB ";
-    constexpr std::size_t kKindOffset = kStart.size() + 2 + 16;  // behind its number and the count
+    constexpr std::size_t kMostInSegment = 0xFFFF - 2 - kStart.size() - 2;  // number and count
+    const std::size_t count = (profile.size() + kMostInSegment - 1) / kMostInSegment;
+    if (count > 0xFF) return;  // more cannot be numbered
+    for (std::size_t number = 1; number <= count; ++number) {
+        const auto part = profile.first(std::min(profile.size(), kMostInSegment));
+        profile = profile.subspan(part.size());
+        std::vector<std::uint8_t> content(kStart.begin(), kStart.end());
+        content.push_back(static_cast<std::uint8_t>(number));
+        content.push_back(static_cast<std::uint8_t>(count));
+        content.insert(content.end(), part.begin(), part.end());
+        AppendSegment(2, content, segments);
+    }
+}
+
+std::vector<std::uint8_t> ReadJpegProfile(std::span<const std::uint8_t> data) {
     JpegReader reader(data);
     Graphics::Dimension ignored;
-    if (Failed(reader.ReadHeader(ignored))) return;
-    const auto contents = reader.Segments(2, kStart);
-    // A grey picture's profile would not suit the coloured one that is made of it.
-    if (contents.empty() || contents[0].size() < kKindOffset + kColours.size() ||
-        !std::ranges::equal(kColours, contents[0].subspan(kKindOffset, kColours.size()))) {
-        return;
-    }
-    for (const auto content : contents) AppendSegment(2, content, segments);
+    return Failed(reader.ReadHeader(ignored)) ? std::vector<std::uint8_t>()
+                                              : reader.ColourProfile();
 }
 
 }  // namespace Osp::Media

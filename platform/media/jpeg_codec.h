@@ -17,12 +17,12 @@ namespace Osp::Media {
 
 bool IsJpeg(std::span<const std::uint8_t> data);
 
-/// From the header alone. kInvalidFormat, also for sizes that are not acceptable.
+/// From the header alone; failures as JpegReader has them.
 result ReadJpegSize(std::span<const std::uint8_t> data, Graphics::Dimension& size);
 
 /// Packed pixels of the whole picture, alpha 255. `pixels` is kept when it has exactly the size
-/// needed and replaced otherwise. kInvalidFormat, with unspecified pixels, for anything that is not
-/// a whole and undamaged JPEG.
+/// needed and replaced otherwise. A failure of JpegReader's, with unspecified pixels, for anything
+/// that does not hold every row; what is odd beside them is not minded.
 result DecodeJpeg(std::span<const std::uint8_t> data, PixelLayout layout, Base::Block& pixels,
                   Graphics::Dimension& size);
 
@@ -37,7 +37,11 @@ result EncodeJpeg(const PixelView& picture, std::span<const std::uint8_t> metada
 void AppendSegment(int number, std::span<const std::uint8_t> content,
                    std::vector<std::uint8_t>& segments);
 
-/// Appends the colour profile of a JPEG, if it has one for colours, as whole segments.
-void AppendColourProfile(std::span<const std::uint8_t> data, std::vector<std::uint8_t>& segments);
+/// Appends a colour profile, or nothing where it is empty, as whole segments.
+void AppendColourProfile(std::span<const std::uint8_t> profile,
+                         std::vector<std::uint8_t>& segments);
+
+/// The colour profile of a JPEG; empty when there is none.
+std::vector<std::uint8_t> ReadJpegProfile(std::span<const std::uint8_t> data);
 
 }  // namespace Osp::Media

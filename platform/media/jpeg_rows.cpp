@@ -5,6 +5,8 @@
 #include <csetjmp>
 #include <cstddef>
 #include <cstdio>  // jpeglib.h needs it
+#include <cstdlib>
+#include <jerror.h>
 #include <jpeglib.h>
 
 namespace Osp::Media {
@@ -29,39 +31,101 @@ constexpr J_COLOR_SPACE ColorSpaceOf(PixelLayout layout) {
     return JCS_EXT_RGB;
 }
 
+/// Warnings that leave every row as it was meant. All others mean that something of the picture is
+/// missing or wrong; without minding them, a truncated file would decode to a half grey picture.
+struct Harmless {
+    int code;
+    const char* oddity;
+};
+constexpr Harmless kHarmless[] = {
+    {JWRN_JPEG_EOF, "the end marker is missing"},
+    {JWRN_EXTRANEOUS_DATA, "there are stray bytes before a marker"},
+    {JWRN_NOT_SEQUENTIAL, "the parameters of a scan are odd"},
+    {JWRN_BOGUS_PROGRESSION, "the parameters of a scan are odd"},
+    {JWRN_ADOBE_XFORM, "the colour transform is unknown"},
+};
+
+constexpr int kNotTaken[] = {JERR_BAD_PRECISION,       JERR_SOF_UNSUPPORTED, JERR_ARITH_NOTIMPL,
+                             JERR_CONVERSION_NOTIMPL,  JERR_NOT_COMPILED,    JERR_CCIR601_NOTIMPL,
+                             JERR_FRACT_SAMPLE_NOTIMPL};
+
+result ResultOfError(int code) {
+    if (code == JERR_OUT_OF_MEMORY) return result::kOutOfMemory;
+    if (code == JERR_IMAGE_TOO_BIG) return result::kOutOfRange;
+    const bool isTaken = std::ranges::find(kNotTaken, code) == std::end(kNotTaken);
+    return isTaken ? result::kInvalidFormat : result::kUnsupported;
+}
+
+/// Whether the data of a scan are being decoded, where neither stray bytes are harmless (data were
+/// skipped) nor, in arithmetic coding, the end of the file (zeros are made up without a word).
+bool IsHarmlessHere(int code, const jpeg_decompress_struct& jpeg) {
+    const bool isInScan = jpeg.input_scan_number > 0 && jpeg.input_iMCU_row < jpeg.total_iMCU_rows;
+    const bool isSerious =
+        code == JWRN_EXTRANEOUS_DATA || (code == JWRN_JPEG_EOF && jpeg.arith_code != FALSE);
+    return !isInScan || !isSerious;
+}
+
 /// The library reports failure by a call that must not return.
 struct ErrorManager {
     jpeg_error_mgr base;  // first: the library hands out a pointer to it
     std::jmp_buf jump;
+    result failure = result::kSuccess;
+    const char* oddity = "";
+    bool isEndMissing = false;
 
     ErrorManager() {
         jpeg_std_error(&base);
-        base.error_exit = Fail;
-        // Warnings are what a truncated or damaged file causes; without them it would decode to a
-        // half grey picture.
+        base.error_exit = [](j_common_ptr common) {
+            Fail(common, ResultOfError(common->err->msg_code));
+        };
         base.emit_message = [](j_common_ptr common, int level) {
-            if (level < 0) Fail(common);
+            if (level < 0) Warn(reinterpret_cast<j_decompress_ptr>(common));
         };
         base.output_message = [](j_common_ptr) {};
     }
 
-    [[noreturn]] static void Fail(j_common_ptr common) {
-        std::longjmp(reinterpret_cast<ErrorManager*>(common->err)->jump, 1);
+    [[noreturn]] static void Fail(j_common_ptr common, result r) {
+        auto* const errors = reinterpret_cast<ErrorManager*>(common->err);
+        errors->failure = r;
+        std::longjmp(errors->jump, 1);
+    }
+    /// Writing warns of nothing.
+    static void Warn(j_decompress_ptr jpeg) {
+        const int code = jpeg->err->msg_code;
+        const auto* const harmless = std::ranges::find(kHarmless, code, &Harmless::code);
+        if (harmless == std::end(kHarmless) || !IsHarmlessHere(code, *jpeg)) {
+            Fail(reinterpret_cast<j_common_ptr>(jpeg), result::kInvalidFormat);
+        }
+        auto* const errors = reinterpret_cast<ErrorManager*>(jpeg->err);
+        errors->oddity = harmless->oddity;
+        errors->isEndMissing |= code == JWRN_JPEG_EOF;
     }
 };
 
-/// Runs `step`, which owns nothing, and returns whether it came to its end.
+/// Runs `step`, which owns nothing, and returns what became of it.
 template <class Step>
-bool Runs(ErrorManager& errors, const Step& step) {
-    if (setjmp(errors.jump) != 0) return false;
+result Try(ErrorManager& errors, const Step& step) {
+    if (setjmp(errors.jump) != 0) return errors.failure;
     step();
-    return true;
+    return result::kSuccess;
 }
 
 void LimitScans(j_common_ptr common) {
     if (reinterpret_cast<j_decompress_ptr>(common)->input_scan_number > kMostScans) {
-        ErrorManager::Fail(common);
+        ErrorManager::Fail(common, result::kInvalidFormat);
     }
+}
+
+/// Whether the scans so far bring all components in full: a component gets its table with its first
+/// scan, and a progressive one has bits to come or not.
+bool HasAllScans(const jpeg_decompress_struct& jpeg) {
+    for (int i = 0; i < jpeg.num_components; ++i) {
+        if (jpeg.comp_info[i].quant_table == nullptr) return false;
+        if (jpeg.coef_bits == nullptr) continue;
+        const std::span<const int> missing(jpeg.coef_bits[i], DCTSIZE2);
+        if (std::ranges::any_of(missing, [](int bits) { return bits != 0; })) return false;
+    }
+    return true;
 }
 
 /// What the library's authors promise not to exceed: three bytes for each pixel of the blocks, and
@@ -101,9 +165,7 @@ struct JpegReader::State {
     }
     ~State() { jpeg_destroy_decompress(&jpeg); }
 
-    result Try(const auto& step) {
-        return Runs(errors, step) ? result::kSuccess : result::kInvalidFormat;
-    }
+    result Try(const auto& step) { return Media::Try(errors, step); }
 };
 
 JpegReader::JpegReader(std::span<const std::uint8_t> data)
@@ -131,7 +193,7 @@ result JpegReader::ReadHeader(Graphics::Dimension& size) {
     });
     if (Failed(r)) return r;
     if (!IsAcceptableSize(state.jpeg.image_width, state.jpeg.image_height)) {
-        return result::kInvalidFormat;
+        return result::kOutOfRange;
     }
     size = {static_cast<int>(state.jpeg.image_width), static_cast<int>(state.jpeg.image_height)};
     return result::kSuccess;
@@ -139,25 +201,36 @@ result JpegReader::ReadHeader(Graphics::Dimension& size) {
 
 result JpegReader::Start(PixelLayout layout) {
     State& state = *state_;
-    return state.Try([&state, layout] {
+    const result r = state.Try([&state, layout] {
         state.jpeg.out_color_space = ColorSpaceOf(layout);
         state.jpeg.dct_method = JDCT_ISLOW;
         jpeg_start_decompress(&state.jpeg);
     });
+    if (Failed(r)) return r;
+    // Of a file of several scans all have been read, and the missing end may be a missing scan.
+    const bool isCutOff = state.errors.isEndMissing && !HasAllScans(state.jpeg);
+    return isCutOff ? result::kInvalidFormat : result::kSuccess;
 }
 
 result JpegReader::ReadRows(std::uint8_t* rows, int count) {
     State& state = *state_;
     const std::ptrdiff_t strideBytes =
         std::ptrdiff_t{state.jpeg.output_components} * state.jpeg.output_width;
-    return state.Try([&] {
+    const result r = state.Try([&] {
         EveryRow(rows, strideBytes, count, [&](JSAMPARRAY pointers, JDIMENSION wanted) {
             return jpeg_read_scanlines(&state.jpeg, pointers, wanted);
         });
-        if (state.jpeg.output_scanline == state.jpeg.output_height) {
-            jpeg_finish_decompress(&state.jpeg);
-        }
     });
+    if (Failed(r) || state.jpeg.output_scanline < state.jpeg.output_height) return r;
+    // Every row is there, whatever comes behind them.
+    if (Failed(state.Try([&state] { jpeg_finish_decompress(&state.jpeg); }))) {
+        state.errors.oddity = "what follows the picture is damaged";
+    }
+    return result::kSuccess;
+}
+
+std::string_view JpegReader::Oddity() const {
+    return state_->errors.oddity;
 }
 
 std::vector<std::span<const std::uint8_t>> JpegReader::Segments(int number,
@@ -173,6 +246,16 @@ std::vector<std::span<const std::uint8_t>> JpegReader::Segments(int number,
     return segments;
 }
 
+std::vector<std::uint8_t> JpegReader::ColourProfile() {
+    State& state = *state_;
+    JOCTET* data = nullptr;
+    unsigned size = 0;
+    // A damaged profile is a warning too, which has nothing to do with the picture.
+    (void)state.Try([&] { (void)jpeg_read_icc_profile(&state.jpeg, &data, &size); });
+    const std::unique_ptr<JOCTET, decltype(&std::free)> owned(data, std::free);
+    return {data, data + size};
+}
+
 struct JpegWriter::State {
     EncodedPicture& encoded;
     ErrorManager errors;
@@ -183,15 +266,13 @@ struct JpegWriter::State {
         jpeg.err = &errors.base;
         destination.init_destination = [](j_compress_ptr) {};
         destination.empty_output_buffer = [](j_compress_ptr compress) -> boolean {
-            ErrorManager::Fail(reinterpret_cast<j_common_ptr>(compress));
+            ErrorManager::Fail(reinterpret_cast<j_common_ptr>(compress), result::kFailure);
         };
         destination.term_destination = [](j_compress_ptr) {};
     }
     ~State() { jpeg_destroy_compress(&jpeg); }
 
-    result Try(const auto& step) {
-        return Runs(errors, step) ? result::kSuccess : result::kFailure;
-    }
+    result Try(const auto& step) { return Media::Try(errors, step); }
 
     void SetUp(const Graphics::Dimension& size, PixelLayout layout) {
         jpeg_create_compress(&jpeg);

@@ -27,17 +27,23 @@ class JpegReader {
     explicit JpegReader(std::FILE* file);
     ~JpegReader();
 
-    /// First. kInvalidFormat, also for sizes that are not acceptable.
+    /// First. kOutOfRange for sizes that are not acceptable, kUnsupported for kinds of JPEG that
+    /// are not taken, kInvalidFormat for damage, kOutOfMemory.
     result ReadHeader(Graphics::Dimension& size);
     /// Second. Takes all the time of decoding for a file of several scans.
     result Start(PixelLayout layout);
-    /// The next `count` rows, packed, alpha 255. kInvalidFormat, with unspecified pixels, for what
-    /// is not undamaged; the last row brings to light what is wrong with the end of the file.
+    /// The next `count` rows, packed, alpha 255. kInvalidFormat, with unspecified pixels, where
+    /// rows are missing or damaged.
     result ReadRows(std::uint8_t* rows, int count);
+    /// What is wrong with the file although every row so far is there, in words; empty when nothing
+    /// is. The last row brings to light what is wrong with the end of the file.
+    std::string_view Oddity() const;
 
     /// Any time after the header. The contents, without marker and length, of its segments APP1 or
     /// APP2, as `number` says, that start with `start`; they stay as long as the reader.
     std::vector<std::span<const std::uint8_t>> Segments(int number, std::string_view start) const;
+    /// Any time after the header; empty when there is none or a damaged one.
+    std::vector<std::uint8_t> ColourProfile();
 
   private:
     struct State;

@@ -16,8 +16,6 @@ namespace Osp::Media {
 
 namespace {
 
-constexpr long kMostFileBytes = 256L << 20;
-
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
@@ -64,7 +62,7 @@ result ReadPictureBytes(const std::string& path, EncodedPicture& bytes) {
     if (Failed(r)) return r;
     const long size = SizeOf(file.get());
     if (size < 0) return result::kIo;
-    if (size > kMostFileBytes) return result::kInvalidFormat;
+    if (size > kMostFileBytes) return result::kOutOfRange;
     bytes.sizeBytes = static_cast<std::size_t>(size);
     bytes.Reserve(bytes.sizeBytes);
     const std::size_t count = std::fread(bytes.block.data(), 1, bytes.sizeBytes, file.get());

@@ -11,16 +11,19 @@
 #include "media/pixel_view.h"
 
 /// Paths are real ones. kFileNotFound and kPermissionDenied mean what they say, kInvalidFormat that
-/// the file is not a whole JPEG or PNG of acceptable size, as its content tells. Any thread.
+/// the file is not a whole JPEG or PNG, as its content tells, kOutOfRange that it is too large,
+/// kUnsupported that it is of a kind that is not taken. Any thread.
 namespace Osp::Media {
+
+constexpr long kMostFileBytes = 256L << 20;
 
 enum class FileKind { kJpeg, kPng };
 
 /// From the first bytes.
 result ReadFileKind(const std::string& path, FileKind& kind);
 
-/// The whole file; `bytes` is reused when its block is large enough. kInvalidFormat for a file of
-/// more than 256 MiB.
+/// The whole file; `bytes` is reused when its block is large enough. kOutOfRange for a file of more
+/// than kMostFileBytes.
 result ReadPictureBytes(const std::string& path, EncodedPicture& bytes);
 
 /// From the header.

@@ -74,7 +74,7 @@ class PhotosCameraTest : public testing::Test {
         EncodedPicture png;
         ASSERT_EQ(EncodePng(PackedView(picture.bytes.data(), {picture.width, picture.height},
                                        PixelLayout::kRgb),
-                            png),
+                            {}, png),
                   result::kSuccess);
         Put(name, {png.Bytes().begin(), png.Bytes().end()});
     }

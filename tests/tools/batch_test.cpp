@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "support/faults.h"
 #include "tools/develop_fixture.h"
 
 namespace Kivo::Testing {
@@ -52,14 +53,14 @@ TEST_F(BatchTest, GoesOnPastBadFilesAndListsThem) {
     const ProgramResult result = RunDevelop({"--batch", At("in"), "-o", At("out")});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.output, "4 developed, 3 failed\n");
-    EXPECT_EQ(result.errors,
-              "kivo-develop: " + At("in/1b.jpg") +
-                  ": this is not a JPEG, PNG or binary PPM picture\n"
-                  "kivo-develop: " +
-                  At("in/3.ppm") +
-                  ": the picture is damaged, cut off or of a kind that is not supported\n"
-                  "kivo-develop: " +
-                  At("in/9.png") + ": this is not a JPEG, PNG or binary PPM picture\n");
+    EXPECT_EQ(result.errors, "kivo-develop: " + At("in/1b.jpg") +
+                                 ": this is not a JPEG, PNG or binary PPM picture\n"
+                                 "kivo-develop: " +
+                                 At("in/3.ppm") +
+                                 ": the picture is damaged or cut off\n"
+                                 "kivo-develop: " +
+                                 At("in/9.png") +
+                                 ": this is not a JPEG, PNG or binary PPM picture\n");
     EXPECT_EQ(Osp::Testing::ReadTree(At("out")).size(), 4U);
 }
 
@@ -72,6 +73,34 @@ TEST_F(BatchTest, RefusesFoldersThatMakeNoSense) {
     ExpectRefusal({"--batch", At("in"), "-o", At("in")}, 1, "this is the input folder");
     ExpectRefusal({"--batch", At("in"), "-o", At("in/.")}, 1, "this is the input folder");
     ExpectRefusal({"--batch", At("in"), "-o", At("in/0.ppm")}, 1, "0.ppm: Not a directory");
+}
+
+TEST_F(BatchTest, StopsWhenTheDiskIsFull) {
+    constexpr int kPictures = 400;
+    WritePictures(kPictures);
+    std::filesystem::create_directory(At("out"));
+    Osp::Testing::InOwnProcess([&] {
+        Osp::Testing::LimitSpace(At("out"), 6000);  // less than one
+        const ProgramResult result = RunDevelop({"--batch", At("in"), "-o", At("out")});
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_NE(result.errors.find("kivo-develop: the disk is full, "), std::string::npos);
+        const auto failed = std::count(result.errors.begin(), result.errors.end(), '\n') - 1;
+        EXPECT_GE(failed, 1);
+        EXPECT_LT(failed, kPictures) << result.errors;
+    });
+}
+
+TEST_F(BatchTest, HarmsNoInputThatIsAlsoAnOutput) {
+    WritePictures(4);
+    std::filesystem::create_directory(At("out"));
+    std::filesystem::create_symlink(At("in/2.ppm"), At("out/1.ppm"));
+    std::filesystem::create_hard_link(At("in/3.ppm"), At("out/3.ppm"));
+    const auto before = Osp::Testing::ReadTree(At("in"));
+    const ProgramResult result = RunDevelop({"--batch", At("in"), "-o", At("out")});
+    EXPECT_EQ(result.output, "2 developed, 2 failed\n");
+    EXPECT_NE(result.errors.find("out/1.ppm: this is one of the inputs"), std::string::npos);
+    EXPECT_NE(result.errors.find("out/3.ppm: this is one of the inputs"), std::string::npos);
+    EXPECT_TRUE(Osp::Testing::ReadTree(At("in")) == before);
 }
 
 /// Runs the program on a terminal and returns what it wrote there. Ctrl-C is pressed once

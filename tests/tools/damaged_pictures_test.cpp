@@ -1,7 +1,9 @@
 // Files that are not what they seem.
 #include <filesystem>
+#include <sys/resource.h>
 
 #include "picture_format.h"
+#include "support/faults.h"
 #include "support/png.h"
 #include "tools/develop_fixture.h"
 
@@ -30,22 +32,27 @@ TEST_F(DamagedPicturesTest, ThatAreNoPicturesAreRefused) {
     ExpectUseless("empty.jpg", "", part);
     ExpectUseless("text.png", "Dear diary", part);
     ExpectUseless("other.ppm", "P5 1 1 255\nx", part);
-    ExpectUseless("start.jpg", "\xFF\xD8", part);
 }
 
 TEST_F(DamagedPicturesTest, WithLyingHeadersAreRefused) {
-    const std::string part = "the picture's header is damaged, or it is larger than 64 million";
-    ExpectUseless("huge.jpg", JpegClaiming(jpeg_, 60000, 60000), part);
-    ExpectUseless("huge.png", PngClaiming(png_, 60000, 60000), part);
-    ExpectUseless("endless.png", PngClaiming(png_, 0x7FFFFFFF, 0x7FFFFFFF), part);
-    ExpectUseless("huge.ppm", "P6 60000 60000 255\nabc", part);
-    ExpectUseless("nothing.jpg", JpegClaiming(jpeg_, 0, 64), part);
-    ExpectUseless("wide.ppm", "P6 40000 1 255\n" + std::string(120000, 'x'), part);
-    ExpectUseless("bare.jpg", "\xFF\xD8\xFF\xD9", part);
+    const std::string large = "the picture is larger than 64 million pixels or 32767 on a side";
+    ExpectUseless("huge.jpg", JpegClaiming(jpeg_, 60000, 60000), large);
+    ExpectUseless("huge.png", PngClaiming(png_, 60000, 60000), large);
+    ExpectUseless("huge.ppm", "P6 60000 60000 255\nabc", large);
+    ExpectUseless("wide.ppm", "P6 40000 1 255\n" + std::string(120000, 'x'), large);
+    const std::string damaged = "the picture's header is damaged";
+    ExpectUseless("endless.png", PngClaiming(png_, 0x7FFFFFFF, 0x7FFFFFFF), large);
+    ExpectUseless("nothing.jpg", JpegClaiming(jpeg_, 0, 64), damaged);
+    ExpectUseless("nothing.ppm", "P6 0 64 255\n", damaged);
+    ExpectUseless("start.jpg", "\xFF\xD8", damaged);
+    ExpectUseless("bare.jpg", "\xFF\xD8\xFF\xD9", damaged);
+    std::string deep = jpeg_;
+    deep[deep.find("\xFF\xC0") + 4] = 12;  // bits a channel
+    ExpectUseless("deep.jpg", deep, "this kind of picture is not supported (12 bits a channel");
 }
 
 TEST_F(DamagedPicturesTest, ThatHoldLessThanTheyClaimAreRefused) {
-    const std::string part = "the picture is damaged, cut off or of a kind that is not supported";
+    const std::string part = "the picture is damaged or cut off";
     ExpectUseless("large.jpg", JpegClaiming(jpeg_, 8000, 8000), part);
     ExpectUseless("large.png", PngClaiming(png_, 8000, 8000), part);
     ExpectUseless("large.ppm", "P6 8000 8000 255\nabc", part);
@@ -55,8 +62,11 @@ TEST_F(DamagedPicturesTest, OfAnotherSizeThanTheRoomForThemAreRefused) {
     for (const std::string& file : {jpeg_, png_, ToPpm(picture_)}) {
         const auto* const bytes = reinterpret_cast<const std::uint8_t*>(file.data());
         std::vector<std::uint8_t> pixels(picture_.bytes.size());
-        EXPECT_FALSE(Tools::DecodePicture({bytes, file.size()}, {64, 32}, pixels.data(),
-                                          [](int rows) { ADD_FAILURE() << rows << " rows"; }));
+        std::string oddity;
+        EXPECT_EQ(Tools::DecodePicture(
+                      {bytes, file.size()}, {64, 32}, pixels.data(),
+                      [](int rows) { ADD_FAILURE() << rows << " rows"; }, oddity),
+                  result::kInvalidFormat);
     }
 }
 
@@ -73,6 +83,39 @@ TEST_F(DamagedPicturesTest, ThatAreCutOffAnywhereAreRefused) {
             ExpectRefusal({in, "-o", At("out.jpg")}, 1, in + ": the picture");
         }
     }
+}
+
+TEST_F(DamagedPicturesTest, ThatHoldEveryRowAreDevelopedWithAWarning) {
+    const std::string good = Write("good.jpg", jpeg_);
+    const std::string odd = Write("odd.jpg", jpeg_.substr(0, jpeg_.size() - 2));
+    const std::string warning =
+        odd + ": warning: the end marker is missing, but the picture is whole\n";
+    Develop({"-t", "MIX", good, good, "-o", At("good.ppm")});
+    for (const char* type : {"MIX", "--sheet"}) {
+        std::vector<std::string> arguments{type, good, odd, "-o", At("odd.ppm")};
+        if (type[0] != '-') arguments.insert(arguments.begin(), "-t");
+        const ProgramResult result = RunDevelop(arguments);
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_EQ(result.errors, "kivo-develop: " + warning);
+        const bool isSheet = type[0] == '-';
+        EXPECT_TRUE(isSheet || Read("odd.ppm") == Read("good.ppm"));
+    }
+    std::filesystem::create_directory(At("in"));
+    Write("in/odd.jpg", Read("odd.jpg"));
+    const ProgramResult batch = RunDevelop({"--batch", At("in"), "-o", At("out")});
+    EXPECT_EQ(batch.exitCode, 0);
+    EXPECT_EQ(batch.output, "1 developed, 0 failed\n");
+    EXPECT_NE(batch.errors.find("odd.jpg: warning: the end marker"), std::string::npos);
+}
+
+// The header is small and says that the picture is large.
+TEST_F(DamagedPicturesTest, AreNotWhatShortMemoryMeans) {
+    const std::string in = Write("in.jpg", JpegClaiming(jpeg_, 8000, 8000));
+    Osp::Testing::InOwnProcess([&] {
+        const rlimit limit{300U << 20, 300U << 20};
+        ASSERT_EQ(setrlimit(RLIMIT_AS, &limit), 0);
+        ExpectRefusal({in, "-o", At("out.jpg")}, 1, "not enough memory");
+    });
 }
 
 TEST_F(DamagedPicturesTest, OfAnyFrameAreNamed) {

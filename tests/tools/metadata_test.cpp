@@ -1,6 +1,10 @@
 // What a developed picture's file says about the picture.
 #include "media/encoded_picture.h"
 #include "media/exif.h"
+#include "media/jpeg_codec.h"
+#include "media/png_codec.h"
+#include "picture_format.h"
+#include "support/colour_profile.h"
 #include "tools/develop_fixture.h"
 #include "upright.h"
 
@@ -82,17 +86,36 @@ TEST_F(MetadataTest, KeepsTheDateOfWhatIsTooLong) {
 }
 
 TEST_F(MetadataTest, KeepsTheColourProfileOfAColouredPicture) {
-    const auto profile = [](const std::string& kind, int number) {
-        return Segment('\xE2', std::string("ICC_PROFILE\0", 12) + static_cast<char>(number) + '\2' +
-                                   std::string(16, 'p') + kind + std::string(40'000, 'q'));
-    };
     const Picture picture = RandomPicture(50, 30, Look::kGradient, 1);
-    const std::string coloured = profile("RGB ", 1) + profile("", 2);
-    Develop({WriteJpeg("in.jpg", picture, coloured), "-o", At("out.jpg")});
-    EXPECT_NE(Read("out.jpg").find(coloured), std::string::npos);
-    Develop({"--secondary", At("in.jpg"), "-o", At("turned.jpg")});
-    EXPECT_NE(Read("turned.jpg").find(coloured), std::string::npos);
-    Develop({WriteJpeg("in.jpg", picture, profile("GRAY", 1)), "-o", At("out.jpg")});
+    const auto write = [&](const std::string& kind, std::size_t length) {
+        const auto profile = MakeProfile(kind, length);
+        std::vector<std::uint8_t> segments;
+        Osp::Media::AppendColourProfile(profile, segments);
+        WriteJpeg("in.jpg", picture, {segments.begin(), segments.end()});
+        Osp::Media::EncodedPicture png;
+        EXPECT_EQ(Osp::Media::EncodePng(
+                      PackedView(picture.bytes.data(), {50, 30}, Osp::Media::PixelLayout::kRgb),
+                      profile, png),
+                  result::kSuccess);
+        Write("in.png", {png.Bytes().begin(), png.Bytes().end()});
+        return profile;
+    };
+    const auto profileOf = [&](const char* name) {
+        const std::string file = Read(name);
+        return Tools::ReadColourProfile(
+            {reinterpret_cast<const std::uint8_t*>(file.data()), file.size()});
+    };
+    const auto profile = write("RGB ", 80'000);
+    for (const char* in : {"in.jpg", "in.png"}) {
+        for (const char* out : {"out.jpg", "out.png"}) {
+            Develop({At(in), "-o", At(out)});
+            EXPECT_TRUE(profileOf(out) == profile) << in << " to " << out;
+            Develop({"--secondary", At(in), "-o", At(out)});
+            EXPECT_TRUE(profileOf(out) == profile) << in << " to " << out << ", turned";
+        }
+    }
+    write("GRAY", 200);
+    Develop({At("in.jpg"), "-o", At("out.jpg")});
     EXPECT_EQ(Read("out.jpg").find("ICC_PROFILE"), std::string::npos);
 }
 

@@ -1,5 +1,8 @@
 // What kivo-develop makes of pictures.
+#include <filesystem>
+#include <glib.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include "camera_types.h"
 #include "effects/plain_composition.h"
@@ -113,6 +116,66 @@ TEST_F(OptionsTest, OverwriteAnOlderOutput) {
     Develop({in, "-o", At("out.ppm")});
     EXPECT_EQ(FromPpm(Read("out.ppm")).width, 30);
     EXPECT_EQ(Osp::Testing::ReadTree(folder_.Path()).size(), 2U);
+}
+
+TEST_F(OptionsTest, ThatWouldReplaceAnInputAreRefused) {
+    const std::string in = Write("in.ppm", ToPpm(RandomPicture(30, 20, Look::kNoise, 95)));
+    const std::string other = Write("other.ppm", Read("in.ppm"));
+    std::filesystem::create_symlink("in.ppm", At("link.ppm"));
+    std::filesystem::create_hard_link(in, At("hard.ppm"));
+    for (const char* name : {"in.ppm", "link.ppm", "hard.ppm"}) {
+        ExpectRefusal({"-t", "MIX", other, in, "-o", At(name)}, 1, "this is one of the inputs");
+        ExpectRefusal({"--sheet", in, "-o", At(name)}, 1, "this is one of the inputs");
+    }
+    ExpectRefusal({At("link.ppm"), "-o", in}, 1, "this is one of the inputs");
+}
+
+TEST_F(OptionsTest, FollowALinkToTheOutput) {
+    const std::string in = Write("in.ppm", ToPpm(RandomPicture(30, 20, Look::kNoise, 96)));
+    std::filesystem::create_directory(At("folder"));
+    for (const char* state : {"nothing is there yet", "an older one is there"}) {
+        std::filesystem::create_symlink("second.ppm", At("first.ppm"));
+        std::filesystem::create_symlink("folder/target.ppm", At("second.ppm"));
+        Develop({in, "-o", At("first.ppm")});
+        EXPECT_TRUE(std::filesystem::is_symlink(At("first.ppm"))) << state;
+        EXPECT_TRUE(std::filesystem::is_symlink(At("second.ppm"))) << state;
+        EXPECT_EQ(FromPpm(Read("folder/target.ppm")).width, 30) << state;
+        std::filesystem::remove(At("first.ppm"));
+        std::filesystem::remove(At("second.ppm"));
+        Write("folder/target.ppm", "old");
+    }
+    std::filesystem::create_symlink("loop.ppm", At("loop.ppm"));
+    const ProgramResult result = RunDevelop({in, "-o", At("loop.ppm")});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.errors.find("too many symbolic links"), std::string::npos) << result.errors;
+}
+
+/// Runs a shell's command with the program as $0 and the folder as $1.
+int Shell(const std::string& command, const std::string& folder) {
+    const std::string line = "set -e; cd '" + folder + "'; " + command;
+    const std::string program = ProgramFolder() + "/kivo-develop";
+    const char* const arguments[] = {"/bin/sh", "-c", line.c_str(), program.c_str(), nullptr};
+    int status = -1;
+    EXPECT_TRUE(g_spawn_sync(nullptr, const_cast<char**>(arguments), nullptr, G_SPAWN_DEFAULT,
+                             nullptr, nullptr, nullptr, nullptr, &status, nullptr));
+    return WEXITSTATUS(status);
+}
+
+TEST_F(OptionsTest, TakeStandardInputAndOutput) {
+    const Picture picture = RandomPicture(300, 200, Look::kGradient, 97);
+    Write("in.jpg", EncodeJpeg(picture));
+    Write("in.ppm", ToPpm(picture));
+    for (const std::string kind : {"jpg", "ppm"}) {
+        Develop({"-t", "DSLR", At("in." + kind), "-o", At("file." + kind)});
+        ASSERT_EQ(Shell("\"$0\" -t DSLR - -o - < in." + kind + " > stream." + kind, folder_.Path()),
+                  0);
+        EXPECT_TRUE(Read("stream." + kind) == Read("file." + kind)) << kind;
+    }
+    EXPECT_EQ(Shell("\"$0\" - -o out.png < /dev/null", folder_.Path()), 1);
+    EXPECT_EQ(Shell("\"$0\" in.jpg -o - > /dev/full", folder_.Path()), 1);
+    ExpectRefusal({"-t", "MIX", "-", "-", "-o", At("out.ppm")}, 2, "standard input");
+    ExpectRefusal({"--batch", folder_.Path(), "-o", "-"}, 2, "standard input and output");
+    ExpectRefusal({"--batch", "-", "-o", At("d")}, 2, "standard input and output");
 }
 
 TEST_F(OptionsTest, ExplainThemselves) {
