@@ -88,7 +88,10 @@ void Develop(const Subject& subject) {
     Tools::Developer& developer = subject.isInBackground ? session.inBackground : session.alone;
     Check(developer.Load(session.sources).empty(), "loading");
     for (const Recipe& recipe : subject.recipes) {
-        Check(developer.Develop(recipe, Tools::PictureFormat::kJpeg, session.developed).empty(),
+        const Tools::Metadata metadata =
+            developer.MakeMetadata(recipe, Tools::PictureFormat::kJpeg);
+        Check(developer.Develop(recipe, Tools::PictureFormat::kJpeg, metadata, session.developed)
+                  .empty(),
               "developing");
     }
 }

@@ -4,12 +4,15 @@
 #include <atomic>
 #include <filesystem>
 #include <mutex>
+#include <optional>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "developer.h"
 #include "interruption.h"
 #include "io/safe_file.h"
+#include "memory_budget.h"
 #include "picture_files.h"
 #include "progress_bar.h"
 
@@ -46,6 +49,47 @@ Problem MakeFolder(const fs::path& folder, const fs::path& inputFolder) {
     return {};
 }
 
+/// A thread's developer, with leave for its memory.
+class Worker {
+  public:
+    Worker(Effects::EffectTables& tables, MemoryBudget& budget)
+        : shared_(tables), budget_(budget) {}
+    ~Worker() { Forget(); }
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
+
+    /// The one that there is already, with its memory, if the picture is small. Nothing of a large
+    /// one is kept, its tables neither: it is the sum of what is kept that grows.
+    Developer& DeveloperFor(const std::string& path) {
+        const std::size_t needed = std::max(NeededBytes(path), kSmallBytes);
+        if (developer_ && needed == taken_ && needed == kSmallBytes) return *developer_;
+        Forget();
+        budget_.Take(needed);
+        taken_ = needed;
+        Effects::EffectTables& tables = needed == kSmallBytes ? shared_ : own_.emplace();
+        return developer_.emplace(tables, false);
+    }
+    /// After the picture.
+    void ForgetIfLarge() {
+        if (taken_ != kSmallBytes) Forget();
+    }
+
+  private:
+    static constexpr std::size_t kSmallBytes = 64'000'000;
+
+    void Forget() {
+        developer_.reset();
+        own_.reset();
+        budget_.Give(std::exchange(taken_, 0));
+    }
+
+    Effects::EffectTables& shared_;
+    MemoryBudget& budget_;
+    std::optional<Effects::EffectTables> own_;
+    std::optional<Developer> developer_;
+    std::size_t taken_ = 0;
+};
+
 /// The pictures of a folder, taken one after the other by several threads.
 class Job {
   public:
@@ -65,9 +109,9 @@ class Job {
 
     /// In each of the threads.
     void Work() {
-        Developer developer(tables_, false);
+        Worker worker(tables_, budget_);
         for (std::size_t i = next_++; i < pictures_.size() && !HasToEnd(); i = next_++) {
-            Develop(developer, pictures_[i]);
+            Develop(worker, pictures_[i]);
             const std::lock_guard lock(mutex_);
             bar_.Show(++done_);
         }
@@ -97,15 +141,17 @@ class Job {
 
     bool HasToEnd() const { return interruption_.HasCome() || isDiskFull_; }
 
-    void Develop(Developer& developer, Picture& picture) try {
+    void Develop(Worker& worker, Picture& picture) try {
         picture.isTaken = true;
         const std::string input = (from_ / picture.name).string();
         const std::string output = (to_ / picture.name).string();
-        picture.outcome = DevelopFiles(developer, recipe_, {&input, 1}, originals_, output);
+        picture.outcome =
+            DevelopFiles(worker.DeveloperFor(input), recipe_, {&input, 1}, originals_, output);
+        worker.ForgetIfLarge();
         // All that follow would fail alike.
         if (picture.outcome.isDiskFull) isDiskFull_ = true;
     } catch (const std::bad_alloc&) {
-        return;  // the problem says so already
+        worker.ForgetIfLarge();  // the problem says so already
     }
 
     const Recipe recipe_;
@@ -113,6 +159,7 @@ class Job {
     const fs::path to_;
     const Interruption interruption_;
     Effects::EffectTables tables_;
+    MemoryBudget budget_;
     FileIds originals_;
     std::atomic<bool> isDiskFull_ = false;
     std::vector<Picture> pictures_;  // each belongs to the thread that has taken it

@@ -48,8 +48,8 @@ void Developer::Unload() {
     for (Frame& frame : frames_) frame.Stop();
 }
 
-Problem Developer::Develop(const Recipe& recipe, PictureFormat format, EncodedPicture& developed) {
-    const Metadata metadata = MakeMetadata(recipe, format);
+Problem Developer::Develop(const Recipe& recipe, PictureFormat format, const Metadata& metadata,
+                           EncodedPicture& developed) {
     const bool isTurned = Effects::IsTurned(recipe.cameraSelection);
     if (format == PictureFormat::kJpeg && !isTurned)
         return DevelopRowByRow(recipe, metadata, developed);
@@ -70,6 +70,7 @@ Problem Developer::Develop(const Recipe& recipe, PixelView& developed) {
     const Dimension size = SizeOf(recipe, frames_[0].Size());
     rgba_.Fit(PackedSize(size, PixelLayout::kRgba));
     Effects::ConvertToRgba(View(result_), Effects::IsTurned(recipe.cameraSelection), rgba_.data());
+    result_ = Block();  // which the pool keeps unless it is huge
     developed = PackedView(rgba_.data(), size, PixelLayout::kRgba);
     return {};
 }

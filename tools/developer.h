@@ -41,9 +41,14 @@ class Developer {
     /// Lets go of the frames' bytes, which may mean to wait until some have been decoded.
     void Unload();
 
+    /// What the developed photograph's file will say; reads the first frame's bytes.
+    Metadata MakeMetadata(const Recipe& recipe, PictureFormat format) const;
+    /// Whether nothing but MakeMetadata reads the frames' bytes any more.
+    bool HasRead() const { return !inBackground_; }
+
     /// Develops the loaded frames, any number of times. A type of more frames than there are takes
     /// them in turn. The front camera's photographs come out turned, as it stores them.
-    Problem Develop(const Recipe& recipe, PictureFormat format,
+    Problem Develop(const Recipe& recipe, PictureFormat format, const Metadata& metadata,
                     Osp::Media::EncodedPicture& developed);
 
     /// The same as pixels of four bytes, which stay until the next call.
@@ -58,7 +63,6 @@ class Developer {
     Problem CacheFrames(const Effects::EffectJob& job);
     Problem DevelopRowByRow(const Recipe& recipe, const Metadata& metadata,
                             Osp::Media::EncodedPicture& developed);
-    Metadata MakeMetadata(const Recipe& recipe, PictureFormat format) const;
     std::size_t FrameIndex(int number) const;
     Problem DamageOf(std::size_t index) const;
     Effects::Pixels View(Osp::Base::Block& block) const;

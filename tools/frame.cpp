@@ -64,6 +64,7 @@ result Frame::DecodeTurned(Bytes file) {
     if (Osp::Failed(r)) return r;
     TurnUpright({stored_.data(), stored.width, stored.height}, orientation_,
                 {pixels_.data(), size_.width, size_.height});
+    stored_ = {};
     return r;
 }
 

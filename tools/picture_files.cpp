@@ -151,7 +151,10 @@ Outcome DevelopFiles(Developer& developer, const Recipe& recipe,
     if (problem.empty()) problem = files.Read(inputs);
     if (problem.empty()) problem = FindFormat(output, files.Sources()[0], format);
     if (problem.empty()) problem = developer.Load(files.Sources());
-    if (problem.empty()) problem = developer.Develop(recipe, format, developed);
+    if (!problem.empty()) return {problem};
+    const Metadata metadata = developer.MakeMetadata(recipe, format);
+    if (developer.HasRead()) files = {};
+    problem = developer.Develop(recipe, format, metadata, developed);
     if (!problem.empty()) return {problem};
     Outcome outcome = WriteFile(output, developed);
     outcome.warnings = developer.Warnings();

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <pty.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -101,6 +102,22 @@ TEST_F(BatchTest, HarmsNoInputThatIsAlsoAnOutput) {
     EXPECT_NE(result.errors.find("out/1.ppm: this is one of the inputs"), std::string::npos);
     EXPECT_NE(result.errors.find("out/3.ppm: this is one of the inputs"), std::string::npos);
     EXPECT_TRUE(Osp::Testing::ReadTree(At("in")) == before);
+}
+
+// Two of these in memory at once are too many.
+TEST_F(BatchTest, StaysBelowAGigabyteHoweverLargeThePicturesAre) {
+    for (const char* name : {"in/1.ppm", "in/2.ppm", "in/3.ppm"}) {
+        Write(name, "P6 8000 8000 255\n");
+        std::filesystem::resize_file(At(name), 17 + 3UL * 8000 * 8000);
+    }
+    Osp::Testing::InOwnProcess([&] {
+        const ProgramResult result =
+            RunDevelop({"-t", "DSLR", "--batch", At("in"), "-o", At("out")});
+        EXPECT_EQ(result.output, "3 developed, 0 failed\n");
+        rusage usage;
+        ASSERT_EQ(getrusage(RUSAGE_CHILDREN, &usage), 0);
+        EXPECT_LT(usage.ru_maxrss, 1'000'000);
+    });
 }
 
 /// Runs the program on a terminal and returns what it wrote there. Ctrl-C is pressed once

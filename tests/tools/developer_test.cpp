@@ -34,6 +34,11 @@ class Frames {
     std::vector<Source> sources_;
 };
 
+Problem Develop(Developer& developer, const Recipe& recipe, PictureFormat format,
+                Osp::Media::EncodedPicture& developed) {
+    return developer.Develop(recipe, format, developer.MakeMetadata(recipe, format), developed);
+}
+
 /// Calls `check` with recipes whose chains differ in what they wait for.
 template <class Check>
 void EveryRecipe(Check check) {
@@ -60,9 +65,9 @@ TEST(Developer, GivesTheSameBytesWithAndWithoutOtherThreads) {
         const auto count = static_cast<std::size_t>(Effects::FramesPerPhotograph(recipe.type));
         const auto own = frames.Sources().first(count);
         ASSERT_EQ(alone.Load(own), "");
-        ASSERT_EQ(alone.Develop(recipe, PictureFormat::kJpeg, expected), "");
+        ASSERT_EQ(Develop(alone, recipe, PictureFormat::kJpeg, expected), "");
         ASSERT_EQ(inBackground.Load(own), "");
-        ASSERT_EQ(inBackground.Develop(recipe, PictureFormat::kJpeg, developed), "");
+        ASSERT_EQ(Develop(inBackground, recipe, PictureFormat::kJpeg, developed), "");
         EXPECT_EQ(BytesOf(developed), BytesOf(expected)) << NameOf(recipe.type);
     });
 }
@@ -78,8 +83,8 @@ TEST(Developer, IsNotSwayedByThePhotographsBefore) {
         EveryRecipe([&](const Recipe& recipe) {
             Osp::Media::EncodedPicture expected;
             Osp::Media::EncodedPicture developed;
-            ASSERT_EQ(fresh.Develop(recipe, PictureFormat::kPpm, expected), "");
-            ASSERT_EQ(used.Develop(recipe, PictureFormat::kPpm, developed), "");
+            ASSERT_EQ(Develop(fresh, recipe, PictureFormat::kPpm, expected), "");
+            ASSERT_EQ(Develop(used, recipe, PictureFormat::kPpm, developed), "");
             ASSERT_EQ(BytesOf(developed), BytesOf(expected)) << NameOf(recipe.type);
         });
     }
@@ -108,10 +113,10 @@ TEST(Developer, GoesOnAfterADamagedPicture) {
     Osp::Media::EncodedPicture developed;
     for (int round = 0; round < 3; ++round) {
         ASSERT_EQ(developer.Load({&cut, 1}), "");  // its header is good
-        EXPECT_EQ(developer.Develop({}, PictureFormat::kJpeg, developed),
+        EXPECT_EQ(Develop(developer, {}, PictureFormat::kJpeg, developed),
                   "cut.jpg: the picture is damaged or cut off");
         ASSERT_EQ(developer.Load({&whole, 1}), "");
-        EXPECT_EQ(developer.Develop({}, PictureFormat::kJpeg, developed), "");
+        EXPECT_EQ(Develop(developer, {}, PictureFormat::kJpeg, developed), "");
     }
 }
 

@@ -37,8 +37,8 @@ TEST(PpmCodec, RefusesWhatItCannotHoldOrDoesNotUnderstand) {
     for (const char* text :
          {"", "P", "P6", "P63 2 255\n", "P5 3 2 255\n", "P6 3 2 255", "P6 3 2 0\n",
           "P6 3 2 65536\n", "P6 3 2\n", "P6 3 2x 255\n", "P6 -3 2 255\n", "P6 0 2 255\n",
-          "P6 3 0 255\n", "P6 4294967299 2 255\n",
-          "P6 99999999999999999999 1 255\n", "P6 # no end"}) {
+          "P6 3 0 255\n", "P6 4294967299 2 255\n", "P6 99999999999999999999 1 255\n",
+          "P6 # no end"}) {
         Dimension size{7, 7};
         EXPECT_EQ(SizeOf(text, size), result::kInvalidFormat) << text;
         EXPECT_EQ(size, (Dimension{7, 7}));
