@@ -1,13 +1,19 @@
 #include "media/photos_camera.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
+#include <glib.h>
+#include <libyuv/planar_functions.h>
+#include <libyuv/rotate_argb.h>
 #include <mutex>
+#include <set>
 #include <system_error>
 #include <utility>
 #include <vector>
 
 #include "media/camera_pictures.h"
+#include "media/exif.h"
 #include "media/picture_file.h"
 
 namespace Osp::Media {
@@ -32,6 +38,67 @@ result ReadJpegOfSize(const std::string& path, const Dimension& size, ByteBuffer
     return file.CopyTo(jpeg);
 }
 
+/// What makes a stored picture upright: turned clockwise, then mirrored.
+struct Turn {
+    libyuv::RotationMode rotation = libyuv::kRotate0;
+    bool mirrored = false;
+
+    bool IsNone() const { return rotation == libyuv::kRotate0 && !mirrored; }
+    bool IsTransposed() const {
+        return rotation == libyuv::kRotate90 || rotation == libyuv::kRotate270;
+    }
+};
+/// By EXIF's orientations, 1 to 8.
+constexpr std::array<Turn, 9> kTurns{{{},
+                                      {},
+                                      {libyuv::kRotate0, true},
+                                      {libyuv::kRotate180, false},
+                                      {libyuv::kRotate180, true},
+                                      {libyuv::kRotate90, true},
+                                      {libyuv::kRotate90, false},
+                                      {libyuv::kRotate270, true},
+                                      {libyuv::kRotate270, false}}};
+
+Turn TurnOf(const std::string& path) {
+    const auto exif = ReadExif(path);
+    const auto orientation = static_cast<std::size_t>(exif ? exif->orientation : 1);
+    return orientation < kTurns.size() ? kTurns[orientation] : Turn{};
+}
+
+/// Of kBgrx pixels.
+void TurnUpright(const Turn& turn, Base::Block& pixels, Dimension& size) {
+    if (turn.IsNone()) return;
+    Base::Block turned(pixels.size());
+    const Dimension stored = size;
+    if (turn.IsTransposed()) std::swap(size.width, size.height);
+    libyuv::ARGBRotate(pixels.data(), 4 * stored.width, turned.data(), 4 * size.width, stored.width,
+                       stored.height, turn.rotation);
+    if (turn.mirrored) {
+        libyuv::ARGBMirror(turned.data(), 4 * size.width, pixels.data(), 4 * size.width, size.width,
+                           size.height);
+    } else {
+        std::swap(pixels, turned);
+    }
+}
+
+/// Whether somebody who put the file there will expect to see it.
+bool LooksLikePicture(const std::filesystem::path& path) {
+    constexpr std::array kExtensions = {".jpg", ".jpeg", ".png"};
+    const std::string own = path.extension().string();
+    return std::ranges::any_of(kExtensions, [&own](const char* known) {
+        return g_ascii_strcasecmp(own.c_str(), known) == 0;
+    });
+}
+
+/// Once in the life of the process, which may look at a folder through both cameras. Any thread.
+void NameUnreadable(const std::string& path) {
+    static std::mutex mutex;
+    static std::set<std::string> named;
+    const std::lock_guard lock(mutex);
+    if (!named.insert(path).second) return;
+    g_printerr("photos camera: cannot read \"%s\"\n", path.c_str());
+}
+
 }  // namespace
 
 /// The files and the last picture that was decoded; preview and stills mostly want the same one.
@@ -43,6 +110,7 @@ struct PhotosCamera::Pictures {
     std::size_t decodedIndex = 0;
     Base::Block decoded;
     Dimension decodedSize;  // empty while nothing is decoded
+    bool isTurned = false;  // it is stored otherwise
     std::size_t shownIndex = 0;
     StreamSettings shownSettings;
     Base::Block shown;  // the I420 frame of that picture with those settings
@@ -59,8 +127,16 @@ bool PhotosCamera::Pictures::Decode(std::size_t index) {
     decodedIndex = index;
     Dimension size;
     const result r = DecodePicture(paths[index], PixelLayout::kBgrx, decoded, size);
-    decodedSize = Succeeded(r) ? size : Dimension{};
-    return Succeeded(r);
+    decodedSize = {};
+    if (Failed(r)) {
+        NameUnreadable(paths[index]);
+        return false;
+    }
+    const Turn turn = TurnOf(paths[index]);
+    TurnUpright(turn, decoded, size);
+    isTurned = !turn.IsNone();
+    decodedSize = size;
+    return true;
 }
 
 bool PhotosCamera::Pictures::DecodeFrom(std::size_t& index) {
@@ -93,7 +169,7 @@ result PhotosCamera::Pictures::Take(std::size_t& index, const StreamSettings& se
     // Decoded even where the file's own bytes will do: a damaged file must not get through.
     if (!DecodeFrom(index)) return result::kInvalidFormat;
     if (selection == CameraSelection::kPrimary && IsUnchanged(settings) &&
-        decodedSize == settings.stillSize &&
+        decodedSize == settings.stillSize && !isTurned &&
         Succeeded(ReadJpegOfSize(paths[index], settings.stillSize, jpeg))) {
         return result::kSuccess;
     }
@@ -112,8 +188,11 @@ std::unique_ptr<PhotosCamera> PhotosCamera::Make(const std::string& folder,
         FileKind kind{};
         const std::string path = entry->path().string();
         std::error_code notRegular;
-        if (entry->is_regular_file(notRegular) && Succeeded(ReadFileKind(path, kind))) {
+        if (!entry->is_regular_file(notRegular)) continue;
+        if (Succeeded(ReadFileKind(path, kind))) {
             pictures->paths.push_back(path);
+        } else if (LooksLikePicture(entry->path())) {
+            NameUnreadable(path);
         }
     }
     if (failure) {
@@ -125,6 +204,12 @@ std::unique_ptr<PhotosCamera> PhotosCamera::Make(const std::string& folder,
         return nullptr;
     }
     std::ranges::sort(pictures->paths);
+    // The first one that can be read stays decoded for the preview.
+    std::size_t first = 0;
+    if (!pictures->DecodeFrom(first)) {
+        error = "none of the pictures in the folder \"" + folder + "\" can be read";
+        return nullptr;
+    }
     return std::unique_ptr<PhotosCamera>(new PhotosCamera(folder, selection, std::move(pictures)));
 }
 

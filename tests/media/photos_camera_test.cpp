@@ -2,12 +2,14 @@
 #include <gtest/gtest.h>
 #include <memory>
 
+#include "media/exif.h"
 #include "media/jpeg_codec.h"
 #include "media/png_codec.h"
 #include "running_camera.h"
 #include "support/faults.h"
 #include "support/jpeg.h"
 #include "support/temporary_folder.h"
+#include "upright.h"
 
 namespace Osp::Media {
 namespace {
@@ -216,6 +218,64 @@ TEST_F(PhotosCameraTest, PassesOverWhatCannotBeRead) {
     EXPECT_TRUE(phone->Capture() == good);
     EXPECT_TRUE(phone->Capture() == other);
     EXPECT_TRUE(phone->Capture() == good);
+}
+
+TEST_F(PhotosCameraTest, TurnsPicturesUpright) {
+    const Picture upright = Quarters(1280, 960);
+    for (int orientation = 1; orientation <= 8; ++orientation) {
+        // Turning back what was turned: 6 and 8 undo each other, all others themselves.
+        const int back = orientation == 6 ? 8 : orientation == 8 ? 6 : orientation;
+        const bool isTransposed = orientation >= 5;
+        Picture stored(isTransposed ? 960 : 1280, isTransposed ? 1280 : 960);
+        Kivo::Tools::TurnUpright(upright.View(), back, stored.View());
+        ExifInfo info;
+        info.orientation = orientation;
+        const auto segment = BuildExifSegment(info);
+        const std::string file =
+            EncodeJpeg(stored).insert(2, std::string(segment.begin(), segment.end()));
+        Put("0.jpg", file);
+        const auto phone = Phone();
+        const Picture preview = PictureOf(phone->NextFrame(), 800, 480);
+        const std::string still = phone->Capture();
+        EXPECT_EQ(still == file, orientation == 1) << orientation;
+        for (const Picture& seen : {preview, DecodeJpeg(still)}) {
+            ExpectColour(seen, 0.25, 0.25, kRed);
+            ExpectColour(seen, 0.75, 0.25, kGreen);
+            ExpectColour(seen, 0.25, 0.75, kBlue);
+            ExpectColour(seen, 0.75, 0.75, kYellow);
+        }
+    }
+}
+
+TEST_F(PhotosCameraTest, NamesWhatItCannotReadOnce) {
+    const std::string good = EncodeJpeg(Plain(1280, 960, kGreen));
+    Put("0 short.jpg", good.substr(0, good.size() / 2));
+    Put("1 good.jpg", good);
+    Put("2 no picture.PNG", "hello");
+    Put("3 notes.txt", "hello");
+    testing::internal::CaptureStderr();
+    {
+        const auto phone = Phone();
+        for (int i = 0; i < 3; ++i) EXPECT_TRUE(phone->Capture() == good);
+    }
+    const std::string errors = testing::internal::GetCapturedStderr();
+    for (const char* name : {"/0 short.jpg\"\n", "/2 no picture.PNG\"\n"}) {
+        const std::size_t at = errors.find(name);
+        EXPECT_NE(at, std::string::npos) << errors;
+        EXPECT_EQ(errors.find(name, at + 1), std::string::npos) << errors;
+    }
+    EXPECT_EQ(std::ranges::count(errors, '\n'), 2) << errors;
+}
+
+TEST_F(PhotosCameraTest, AFolderWithoutAReadablePictureIsRefused) {
+    const std::string good = EncodeJpeg(Plain(1280, 960, kGreen));
+    Put("0.jpg", good.substr(0, good.size() / 2));
+    Put("1.jpg", good.substr(0, 700));
+    testing::internal::CaptureStderr();
+    std::string error;
+    EXPECT_EQ(CameraService::Make("photos:" + folder_.Path(), "none", error), nullptr);
+    EXPECT_EQ(error, "none of the pictures in the folder \"" + folder_.Path() + "\" can be read");
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("1.jpg"), std::string::npos);
 }
 
 TEST_F(PhotosCameraTest, AnotherPictureInTheSamePlaceIsNotDeliveredAsItIs) {

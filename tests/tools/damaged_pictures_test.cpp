@@ -1,7 +1,10 @@
 // Files that are not what they seem.
 #include <filesystem>
+#include <fstream>
 #include <sys/resource.h>
+#include <unistd.h>
 
+#include "frame.h"
 #include "picture_format.h"
 #include "support/faults.h"
 #include "support/png.h"
@@ -108,13 +111,24 @@ TEST_F(DamagedPicturesTest, ThatHoldEveryRowAreDevelopedWithAWarning) {
     EXPECT_NE(batch.errors.find("odd.jpg: warning: the end marker"), std::string::npos);
 }
 
-// The header is small and says that the picture is large.
+// A progressive picture is collected whole before its first row: here there is room for the rows,
+// but not for that.
 TEST_F(DamagedPicturesTest, AreNotWhatShortMemoryMeans) {
-    const std::string in = Write("in.jpg", JpegClaiming(jpeg_, 8000, 8000));
+    std::string jpeg = EncodeJpeg(picture_, TJSAMP_420, TJFLAG_PROGRESSIVE);
+    jpeg.replace(jpeg.find("\xFF\xC2") + 5, 4, "\x1F\x40\x1F\x40");  // 8000 x 8000
     Osp::Testing::InOwnProcess([&] {
-        const rlimit limit{300U << 20, 300U << 20};
+        long pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        const rlim_t most =
+            static_cast<rlim_t>(pages) * static_cast<rlim_t>(getpagesize()) + (280U << 20);
+        const rlimit limit{most, most};
         ASSERT_EQ(setrlimit(RLIMIT_AS, &limit), 0);
-        ExpectRefusal({in, "-o", At("out.jpg")}, 1, "not enough memory");
+        Tools::Frame frame;
+        ASSERT_EQ(
+            frame.Load({reinterpret_cast<const std::uint8_t*>(jpeg.data()), jpeg.size()}, false),
+            "");
+        EXPECT_FALSE(frame.WaitForAll());
+        EXPECT_EQ(Tools::DamageInWords(frame.Failure()), "not enough memory");
     });
 }
 
