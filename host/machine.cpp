@@ -51,7 +51,10 @@ std::unique_ptr<Machine> Machine::Make(const Options& options, const std::string
                                        StartFailure& failure) {
     auto cameras =
         Osp::Media::CameraService::Make(options.primary, options.secondary, failure.message);
-    if (!cameras) return nullptr;
+    if (!cameras) {
+        failure.exitCode = kExitUsage;  // a camera source is wrong
+        return nullptr;
+    }
     auto storage = std::make_unique<Osp::Io::StorageMap>(
         Osp::Io::StorageMap::Options{options.dataFolder, resourceFolder});
     const result prepared = storage->Prepare();

@@ -31,6 +31,8 @@ using namespace Testing;
 
 TEST(Program, SaysWhatIsWrongWithItsArguments) {
     const TemporaryFolder folder;
+    const TemporaryFolder pictures;
+    WriteText(pictures / "damaged.jpg", "\xFF\xD8\xFF and no more");
     const struct {
         std::vector<std::string> arguments;
         int exitCode;
@@ -39,8 +41,11 @@ TEST(Program, SaysWhatIsWrongWithItsArguments) {
         {{"--headless", "--script", "-", "--primary", "nonsense"}, 2, "nonsense"},
         {{"--headless", "--script", "-", "--secondary", "photos"}, 2, "photos"},
         {{"--headless", "--script", "-", "--primary", "photos:" + (folder / "missing")},
-         1,
+         2,
          "missing"},
+        {{"--headless", "--script", "-", "--primary", "photos:" + pictures.Path()},
+         2,
+         "none of the pictures in the folder"},
         {{"--headless", "--script", folder / "no-script"}, 1, "no-script"},
         {{"--headless", "--script", "-", "--primary", "none", "--secondary", "none"},
          1,
