@@ -20,7 +20,6 @@ enum class [[nodiscard]] result : std::uint32_t{
     kObjectNotFound = 0xA0000779,
     kOutOfMemory = 0xA000077B,
     kInvalidFormat = 0xA000077A,  ///< data that is not what it claims to be
-    kOutOfMemory = 0xA000077B,
     kFileNotFound = 0xA00005E0,
     kStorageFull = 0xA00005E1,
     kPermissionDenied = 0xA00005E2,
