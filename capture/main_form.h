@@ -154,7 +154,8 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     void PlayShutterSound();
     static void StopIfActive(Osp::Media::Player& player);
     std::unique_ptr<Osp::Base::ByteBuffer> Decode(const Osp::Base::ByteBuffer& picture);
-    void TakeFrame(Osp::Base::ByteBuffer& frame);
+    void TakeFrame(const std::unique_ptr<Osp::Base::ByteBuffer>& frame);
+    void CacheOrStore(Osp::Base::ByteBuffer& frame);
 
     // series.cpp
     void EnableControls(bool enable);

@@ -65,9 +65,9 @@ result MainForm::DrawPreview(OverlayPanel& panel, ByteBuffer& data) {
 void MainForm::ConvertFrame(OverlayPanel& panel, ByteBuffer& data) {
     frameCounter_ = 0;
     const auto [width, height] = camera_->GetPreviewResolution();
-    ByteBuffer converted;
-    if (Osp::Failed(converted.Construct(width * height * Effects::kBytesPerPixel))) return;
-    const Effects::Pixels pixels{converted.GetPointer(), width, height};
+    const auto converted = std::make_unique<ByteBuffer>();
+    if (Osp::Failed(converted->Construct(width * height * Effects::kBytesPerPixel))) return;
+    const Effects::Pixels pixels{converted->GetPointer(), width, height};
     ConvertPreview(data.GetPointer(), pixels);
 
     if (!IsPrimary() && frontCountdown_ == kPhotographCountdown) {

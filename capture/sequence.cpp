@@ -1,4 +1,5 @@
 #include <cstddef>
+#include <new>
 
 #include "action_ids.h"
 #include "composition.h"
@@ -101,12 +102,7 @@ void MainForm::OnCameraCaptured(ByteBuffer& capturedData, result r) {
     }
     PlayShutterSound();
     (void)Stop();
-    const std::unique_ptr<ByteBuffer> frame = Osp::Succeeded(r) ? Decode(capturedData) : nullptr;
-    if (frame) {
-        TakeFrame(*frame);
-    } else {
-        LoseFrame();
-    }
+    TakeFrame(Osp::Succeeded(r) ? Decode(capturedData) : nullptr);
     (void)RestartOrEnd();
     FollowUp(kActionDelayMs, kQuadDelayMs);
 }
@@ -138,7 +134,17 @@ std::unique_ptr<ByteBuffer> MainForm::Decode(const ByteBuffer& picture) {
     return frame;
 }
 
-void MainForm::TakeFrame(ByteBuffer& frame) {
+// Null for a frame that did not come. Whatever happens to it, the camera goes on afterwards.
+void MainForm::TakeFrame(const std::unique_ptr<ByteBuffer>& frame) {
+    if (!frame) return LoseFrame();
+    try {
+        CacheOrStore(*frame);
+    } catch (const std::bad_alloc&) {
+        LoseFrame();
+    }
+}
+
+void MainForm::CacheOrStore(ByteBuffer& frame) {
     lostFrames_ = 0;
     if (!Effects::IsLastFrame(setting_->GetCameraType(), shotCounter_)) {
         (void)SaveToCache(frame);
