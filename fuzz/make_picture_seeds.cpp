@@ -1,5 +1,6 @@
 // Writes the pictures that fuzzing starts from into a folder.
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,13 +36,13 @@ Metadata MakeMetadata(const Dimension& size) {
 Problem WriteSeed(const std::string& folder, const char* extension, const Dimension& size) {
     const std::string name =
         folder + "/" + std::to_string(size.width) + "x" + std::to_string(size.height) + extension;
-    PictureFormat format{};
-    Problem problem = FindFormat(name, format);
-    if (!problem.empty()) return problem;
+    const std::optional<PictureFormat> format = FormatOfName(name);
+    if (!format) return name + ": no picture's extension";
     const std::vector<std::uint8_t> pixels = MakePixels(size);
     EncodedPicture encoded;
-    problem = EncodePicture(format, PackedView(pixels.data(), size, Osp::Media::PixelLayout::kRgb),
-                            MakeMetadata(size), encoded);
+    const Problem problem =
+        EncodePicture(*format, PackedView(pixels.data(), size, Osp::Media::PixelLayout::kRgb),
+                      MakeMetadata(size), encoded);
     return problem.empty() ? WriteFile(name, encoded).problem : problem;
 }
 
