@@ -99,7 +99,7 @@ TEST(Script, LinesAreCountedAndCutOffWhereverTheyComeFrom) {
         EXPECT_EQ(fromInput.exitCode, 1);
         EXPECT_EQ(fromInput.errors, result.errors);
     }
-    EXPECT_EQ(CameraProgram({"--headless", "--script", "/"}).Finish().exitCode, 1) << "a folder";
+    EXPECT_EQ(CameraProgram({"--headless", "--script", "/"}).Finish().exitCode, 2) << "a folder";
 }
 
 }  // namespace
