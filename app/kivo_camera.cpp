@@ -1,11 +1,11 @@
-#include "kivo_camera.h"
+#include "app/kivo_camera.h"
 
 #include <memory>
 
 #include <osp/system/power_manager.h>
 
-#include "main_form.h"
-#include "request_ids.h"
+#include "app/model/request_ids.h"
+#include "capture/main_form.h"
 
 namespace Kivo {
 

@@ -5,7 +5,7 @@
 #include <osp/base/collection/array_list.h>
 #include <osp/base/string.h>
 
-#include "kivo_camera.h"
+#include "app/kivo_camera.h"
 
 extern "C" __attribute__((visibility("default"))) int OspMain(int argc, char** argv) {
     using Osp::Base::Collection::ArrayList;

@@ -1,7 +1,7 @@
 // Where photographs are stored, as the platform names the folders.
 #pragma once
 
-#include "camera_types.h"
+#include "app/model/camera_types.h"
 
 namespace Kivo {
 

@@ -1,14 +1,14 @@
-#include "camera_run.h"
+#include "bench/camera_run.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 
-#include "application_library.h"
-#include "machine.h"
-#include "script_driver.h"
-#include "show_recorder.h"
+#include "host/application_library.h"
+#include "host/machine.h"
+#include "host/script/script_driver.h"
+#include "host/script/show_recorder.h"
 
 namespace Bench {
 

@@ -1,8 +1,8 @@
 // The whole camera, headless with the built-in scene, for benchmarks.
 #pragma once
 
-#include "options.h"
-#include "script_queue.h"
+#include "host/options.h"
+#include "host/script/script_queue.h"
 
 namespace Bench {
 

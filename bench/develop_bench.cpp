@@ -11,12 +11,12 @@
 #include <string>
 #include <vector>
 
-#include "composition.h"
-#include "developer.h"
-#include "media/exif.h"
-#include "media/jpeg_codec.h"
-#include "media/scene_harbour.h"
-#include "photo_description.h"
+#include "backends/scene/scene_harbour.h"
+#include "capture/photo_description.h"
+#include "develop/developer.h"
+#include "effects/composition.h"
+#include "osp/media/picture/exif.h"
+#include "osp/media/picture/jpeg_codec.h"
 
 namespace {
 

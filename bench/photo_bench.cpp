@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "base/trace.h"
-#include "camera_run.h"
+#include "bench/camera_run.h"
+#include "osp/base/trace.h"
 
 namespace {
 

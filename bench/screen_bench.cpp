@@ -9,9 +9,9 @@
 
 #include <osp/ui/controls/overlay_panel.h>
 
-#include "camera_run.h"
-#include "preview_conversion.h"
-#include "visible_controls.h"
+#include "bench/camera_run.h"
+#include "effects/kernels/preview_conversion.h"
+#include "host/script/visible_controls.h"
 
 namespace {
 

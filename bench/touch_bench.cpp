@@ -8,9 +8,9 @@
 #include <thread>
 #include <vector>
 
-#include "support/program.h"
-#include "support/subjects.h"
-#include "support/x_server.h"
+#include "tests/support/program.h"
+#include "tests/support/subjects.h"
+#include "tests/support/x_server.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include "composition.h"
-#include "main_form.h"
-#include "overlay.h"
+#include "capture/main_form.h"
+#include "effects/composition.h"
+#include "ui/overlay.h"
 
 namespace Kivo {
 

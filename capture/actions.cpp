@@ -1,8 +1,8 @@
 #include <osp/app/application.h>
 
-#include "action_ids.h"
-#include "main_form.h"
-#include "overlay.h"
+#include "app/model/action_ids.h"
+#include "capture/main_form.h"
+#include "ui/overlay.h"
 
 namespace Kivo {
 

@@ -1,13 +1,13 @@
-#include "main_form.h"
+#include "capture/main_form.h"
 
 #include <osp/app/application.h>
 #include <osp/base/integer.h>
 #include <osp/io/directory.h>
 #include <osp/system/system_info.h>
 
-#include "overlay.h"
-#include "photo_folders.h"
-#include "registry_keys.h"
+#include "app/model/registry_keys.h"
+#include "app/photo_folders.h"
+#include "ui/overlay.h"
 
 namespace Kivo {
 

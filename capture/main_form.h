@@ -20,11 +20,11 @@
 #include <osp/ui/i_action_event_listener.h>
 #include <osp/ui/i_key_event_listener.h>
 
-#include "camera_setting.h"
-#include "dispatch.h"
-#include "effect_tables.h"
-#include "pixels.h"
-#include "scratch.h"
+#include "app/model/camera_setting.h"
+#include "effects/dispatch.h"
+#include "effects/effect_tables.h"
+#include "effects/pixels/pixels.h"
+#include "effects/pixels/scratch.h"
 
 namespace Kivo {
 

@@ -1,4 +1,4 @@
-#include "photo_description.h"
+#include "capture/photo_description.h"
 
 namespace Kivo {
 

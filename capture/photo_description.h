@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "camera_types.h"
+#include "app/model/camera_types.h"
 
 namespace Kivo {
 

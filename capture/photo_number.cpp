@@ -1,4 +1,4 @@
-#include "photo_number.h"
+#include "capture/photo_number.h"
 
 #include <algorithm>
 #include <charconv>

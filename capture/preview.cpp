@@ -1,9 +1,9 @@
 #include <osp/system/runtime_info.h>
 
-#include "composition.h"
-#include "main_form.h"
-#include "overlay.h"
-#include "preview_conversion.h"
+#include "capture/main_form.h"
+#include "effects/composition.h"
+#include "effects/kernels/preview_conversion.h"
+#include "ui/overlay.h"
 
 namespace Kivo {
 

@@ -1,10 +1,10 @@
 #include <cstddef>
 #include <new>
 
-#include "action_ids.h"
-#include "composition.h"
-#include "main_form.h"
-#include "overlay.h"
+#include "app/model/action_ids.h"
+#include "capture/main_form.h"
+#include "effects/composition.h"
+#include "ui/overlay.h"
 
 namespace Kivo {
 

@@ -4,11 +4,11 @@
 // to one series. A series ends with its photograph; with going to the background, unless it is a
 // double exposure that waits for its second press; with whatever leaves the camera screen or
 // changes camera or type, so that no later photograph is made of its bytes; with a frame that
-// cannot be begun; and with the fifth in a row that is lost. In between the controls are disabled while a frame is on its way,
-// and whoever loses that frame enables them again: nothing else would.
-#include "action_ids.h"
-#include "main_form.h"
-#include "overlay.h"
+// cannot be begun; and with the fifth in a row that is lost. In between the controls are disabled
+// while a frame is on its way, and whoever loses that frame enables them again: nothing else would.
+#include "app/model/action_ids.h"
+#include "capture/main_form.h"
+#include "ui/overlay.h"
 
 namespace Kivo {
 

@@ -6,9 +6,9 @@
 #include <osp/system/power_manager.h>
 #include <osp/ui/controls/message_box.h>
 
-#include "main_form.h"
-#include "overlay.h"
-#include "registry_keys.h"
+#include "app/model/registry_keys.h"
+#include "capture/main_form.h"
+#include "ui/overlay.h"
 
 namespace Kivo {
 

@@ -11,11 +11,11 @@
 #include <osp/io/directory.h>
 #include <osp/ui/controls/message_box.h>
 
-#include "composition.h"
-#include "main_form.h"
-#include "photo_description.h"
-#include "photo_folders.h"
-#include "photo_number.h"
+#include "app/photo_folders.h"
+#include "capture/main_form.h"
+#include "capture/photo_description.h"
+#include "capture/photo_number.h"
+#include "effects/composition.h"
 
 namespace Kivo {
 

@@ -1,5 +1,9 @@
 # Shapes of the targets, so that every folder declares only what is its own.
 
+# Includes name the room, from here: "effects/kernels/edge.h"; what is generated has the same names.
+add_library(kivo_rooms INTERFACE)
+target_include_directories(kivo_rooms INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
+
 # A platform area: object code of the one platform library. LIBRARIES are pkg-config names.
 function(osp_area area)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
@@ -19,7 +23,7 @@ endfunction()
 function(kivo_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gtest_main Threads::Threads)
+  target_link_libraries(${name} PRIVATE
+    kivo_rooms ${ARG_LIBRARIES} GTest::gtest_main Threads::Threads)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60)
 endfunction()

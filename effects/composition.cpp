@@ -1,11 +1,11 @@
-#include "composition.h"
+#include "effects/composition.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
 
-#include "qshrink.h"
+#include "effects/kernels/qshrink.h"
 
 namespace Kivo::Effects {
 

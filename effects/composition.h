@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
-#include "camera_types.h"
-#include "dispatch.h"
-#include "pixels.h"
-#include "scratch.h"
+#include "app/model/camera_types.h"
+#include "effects/dispatch.h"
+#include "effects/pixels/pixels.h"
+#include "effects/pixels/scratch.h"
 
 namespace Kivo::Effects {
 

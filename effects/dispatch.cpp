@@ -1,21 +1,21 @@
-#include "dispatch.h"
+#include "effects/dispatch.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <limits>
 
-#include "blur.h"
-#include "bw.h"
-#include "colorize.h"
-#include "edge.h"
-#include "hdr.h"
-#include "mirror.h"
-#include "mix.h"
-#include "negative.h"
-#include "out_focus.h"
-#include "sepia.h"
-#include "tilt_shift.h"
+#include "effects/blur/blur.h"
+#include "effects/kernels/bw.h"
+#include "effects/kernels/colorize.h"
+#include "effects/kernels/edge.h"
+#include "effects/kernels/hdr.h"
+#include "effects/kernels/mirror.h"
+#include "effects/kernels/mix.h"
+#include "effects/kernels/negative.h"
+#include "effects/kernels/out_focus.h"
+#include "effects/kernels/sepia.h"
+#include "effects/kernels/tilt_shift.h"
 
 namespace Kivo::Effects {
 

@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <memory>
 
-#include "camera_types.h"
-#include "effect_tables.h"
-#include "pixels.h"
-#include "scratch.h"
+#include "app/model/camera_types.h"
+#include "effects/effect_tables.h"
+#include "effects/pixels/pixels.h"
+#include "effects/pixels/scratch.h"
 
 namespace Kivo::Effects {
 

@@ -1,4 +1,4 @@
-#include "effect_tables.h"
+#include "effects/effect_tables.h"
 
 #include <algorithm>
 

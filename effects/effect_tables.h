@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "circular.h"
-#include "gaussian_levels.h"
-#include "vignet.h"
+#include "effects/blur/gaussian_levels.h"
+#include "effects/kernels/circular.h"
+#include "effects/kernels/vignet.h"
 
 namespace Kivo::Effects {
 

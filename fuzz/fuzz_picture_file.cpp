@@ -5,9 +5,9 @@
 #include <span>
 #include <string>
 
-#include "frame.h"
-#include "media/exif.h"
-#include "picture_format.h"
+#include "develop/frame.h"
+#include "develop/picture_format.h"
+#include "osp/media/picture/exif.h"
 
 namespace {
 

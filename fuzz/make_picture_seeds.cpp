@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "media/exif.h"
-#include "picture_files.h"
-#include "picture_format.h"
+#include "develop/picture_files.h"
+#include "develop/picture_format.h"
+#include "osp/media/picture/exif.h"
 
 namespace {
 

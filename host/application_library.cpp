@@ -1,4 +1,4 @@
-#include "application_library.h"
+#include "host/application_library.h"
 
 #include <dlfcn.h>
 #include <filesystem>

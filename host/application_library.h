@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "machine.h"
+#include "host/machine.h"
 
 namespace Host {
 

@@ -1,11 +1,11 @@
-#include "diagnose.h"
+#include "host/diagnose.h"
 
 #include <cstdio>
 #include <utility>
 
 #include <osp/base/string.h>
 
-#include "version.h"
+#include "host/version.h"
 
 namespace Host {
 

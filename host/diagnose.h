@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "io/storage_map.h"
-#include "media/camera_service.h"
-#include "options.h"
+#include "host/options.h"
+#include "osp/io/storage_map.h"
+#include "osp/media/camera/camera_service.h"
 
 namespace Host {
 

@@ -1,4 +1,4 @@
-#include "machine.h"
+#include "host/machine.h"
 
 #include <cstdio>
 #include <optional>
@@ -6,11 +6,11 @@
 
 #include <osp/ui/controls/message_box.h>
 
-#include "app/registry_file.h"
-#include "media/exif.h"
-#include "media/mixed_sound.h"
-#include "report.h"
-#include "sound_module.h"
+#include "host/script/report.h"
+#include "host/sound_module.h"
+#include "osp/app/registry_file.h"
+#include "osp/media/picture/exif.h"
+#include "osp/media/sound/mixed_sound.h"
 
 namespace Host {
 

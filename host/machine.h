@@ -5,18 +5,18 @@
 #include <memory>
 #include <string>
 
-#include "app/lifecycle.h"
-#include "base/clock.h"
-#include "base/event_loop.h"
-#include "content/content_store.h"
-#include "io/storage_map.h"
-#include "media/camera_service.h"
-#include "media/sound_service.h"
-#include "options.h"
-#include "start_failure.h"
-#include "system/device.h"
-#include "ui/input.h"
-#include "ui/screen.h"
+#include "host/options.h"
+#include "host/start_failure.h"
+#include "osp/app/lifecycle.h"
+#include "osp/base/clock.h"
+#include "osp/base/event_loop.h"
+#include "osp/content/content_store.h"
+#include "osp/io/storage_map.h"
+#include "osp/media/camera/camera_service.h"
+#include "osp/media/sound/sound_service.h"
+#include "osp/system/device.h"
+#include "osp/ui/input.h"
+#include "osp/ui/screen.h"
 
 namespace Host {
 

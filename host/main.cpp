@@ -8,15 +8,15 @@
 #include <string>
 #include <vector>
 
-#include "application_library.h"
-#include "diagnose.h"
-#include "machine.h"
-#include "options.h"
-#include "process.h"
-#include "script_driver.h"
-#include "script_file.h"
-#include "show_recorder.h"
-#include "window_module.h"
+#include "host/application_library.h"
+#include "host/diagnose.h"
+#include "host/machine.h"
+#include "host/options.h"
+#include "host/process.h"
+#include "host/script/script_driver.h"
+#include "host/script/script_file.h"
+#include "host/script/show_recorder.h"
+#include "host/window_module.h"
 
 namespace Host {
 

@@ -1,4 +1,4 @@
-#include "options.h"
+#include "host/options.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -6,10 +6,10 @@
 #include <memory>
 #include <system_error>
 
-#include "base/glib_owner.h"
-#include "media/camera_service.h"
-#include "start_failure.h"
-#include "version.h"
+#include "host/start_failure.h"
+#include "host/version.h"
+#include "osp/base/glib_owner.h"
+#include "osp/media/camera/camera_service.h"
 
 namespace Host {
 

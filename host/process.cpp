@@ -1,4 +1,4 @@
-#include "process.h"
+#include "host/process.h"
 
 #include <csignal>
 #include <cstdio>
@@ -7,7 +7,7 @@
 #include <malloc.h>
 #include <unistd.h>
 
-#include "start_failure.h"
+#include "host/start_failure.h"
 
 namespace Host {
 

@@ -1,6 +1,6 @@
-#include "sound_module.h"
+#include "host/sound_module.h"
 
-#include "application_library.h"
+#include "host/application_library.h"
 
 namespace Host {
 

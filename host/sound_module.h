@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "media/sound_backend.h"
+#include "osp/media/sound/sound_backend.h"
 
 namespace Host {
 

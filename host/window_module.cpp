@@ -1,6 +1,6 @@
-#include "window_module.h"
+#include "host/window_module.h"
 
-#include "application_library.h"
+#include "host/application_library.h"
 
 namespace Host {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "ui/screen.h"
+#include "osp/ui/screen.h"
 
 namespace Host {
 

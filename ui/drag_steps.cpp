@@ -1,4 +1,4 @@
-#include "drag_steps.h"
+#include "ui/drag_steps.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // What a drag on the zoom bar or the effect roll chooses.
 #pragma once
 
-#include "camera_types.h"
+#include "app/model/camera_types.h"
 
 namespace Kivo {
 

@@ -1,9 +1,9 @@
-#include "mask_panel.h"
+#include "ui/mask_panel.h"
 
 #include <algorithm>
 #include <cstdint>
 
-#include "overlay_layout.h"
+#include "ui/overlay_layout.h"
 
 namespace Kivo {
 

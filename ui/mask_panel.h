@@ -11,7 +11,7 @@
 #include <osp/media/image.h>
 #include <osp/ui/controls/panel.h>
 
-#include "icon_type.h"
+#include "ui/icon_type.h"
 
 namespace Kivo {
 

@@ -1,8 +1,8 @@
-#include "overlay.h"
+#include "ui/overlay.h"
 
 #include <algorithm>
 
-#include "overlay_layout.h"
+#include "ui/overlay_layout.h"
 
 namespace Kivo {
 

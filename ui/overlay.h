@@ -15,10 +15,10 @@
 #include <osp/ui/i_action_event_listener.h>
 #include <osp/ui/i_touch_event_listener.h>
 
-#include "action_ids.h"
-#include "camera_setting.h"
-#include "mask_panel.h"
-#include "overlay_pictures.h"
+#include "app/model/action_ids.h"
+#include "app/model/camera_setting.h"
+#include "ui/mask_panel.h"
+#include "ui/overlay_pictures.h"
 
 namespace Kivo {
 

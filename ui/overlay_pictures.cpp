@@ -1,4 +1,4 @@
-#include "overlay_pictures.h"
+#include "ui/overlay_pictures.h"
 
 #include <memory>
 

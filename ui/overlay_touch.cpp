@@ -1,9 +1,9 @@
 #include <cstdlib>
 #include <utility>
 
-#include "drag_steps.h"
-#include "overlay.h"
-#include "overlay_layout.h"
+#include "ui/drag_steps.h"
+#include "ui/overlay.h"
+#include "ui/overlay_layout.h"
 
 namespace Kivo {
 

@@ -1,16 +1,16 @@
 // The line blur and its tables.
-#include "blur.h"
+#include "effects/blur/blur.h"
 
 #include <gtest/gtest.h>
 #include <memory>
 #include <random>
 #include <vector>
 
-#include "gaussian_levels.h"
-#include "hue2rgb.h"
-#include "limit.h"
-#include "plain_blur.h"
-#include "plain_colour.h"
+#include "effects/blur/gaussian_levels.h"
+#include "effects/kernels/hue2rgb.h"
+#include "effects/kernels/limit.h"
+#include "tests/effects/plain/plain_blur.h"
+#include "tests/effects/plain/plain_colour.h"
 
 namespace {
 

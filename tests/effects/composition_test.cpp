@@ -1,12 +1,12 @@
 // Whole photographs, from frames to the stored picture.
-#include "composition.h"
+#include "effects/composition.h"
 
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
-#include "pictures.h"
-#include "plain_composition.h"
+#include "tests/support/pictures.h"
+#include "tests/support/plain_composition.h"
 
 namespace {
 

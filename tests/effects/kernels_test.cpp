@@ -5,21 +5,21 @@
 #include <string>
 #include <thread>
 
-#include "bw.h"
-#include "colorize.h"
-#include "edge.h"
-#include "effect_tables.h"
-#include "hdr.h"
-#include "mirror.h"
-#include "mix.h"
-#include "negative.h"
-#include "out_focus.h"
-#include "pictures.h"
-#include "plain_blur.h"
-#include "plain_colour.h"
-#include "qshrink.h"
-#include "sepia.h"
-#include "tilt_shift.h"
+#include "effects/effect_tables.h"
+#include "effects/kernels/bw.h"
+#include "effects/kernels/colorize.h"
+#include "effects/kernels/edge.h"
+#include "effects/kernels/hdr.h"
+#include "effects/kernels/mirror.h"
+#include "effects/kernels/mix.h"
+#include "effects/kernels/negative.h"
+#include "effects/kernels/out_focus.h"
+#include "effects/kernels/qshrink.h"
+#include "effects/kernels/sepia.h"
+#include "effects/kernels/tilt_shift.h"
+#include "tests/effects/plain/plain_blur.h"
+#include "tests/effects/plain/plain_colour.h"
+#include "tests/support/pictures.h"
 
 namespace {
 

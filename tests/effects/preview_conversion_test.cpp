@@ -1,12 +1,12 @@
 // Conversion of preview frames, against the table-driven plain version.
-#include "preview_conversion.h"
+#include "effects/kernels/preview_conversion.h"
 
 #include <gtest/gtest.h>
 #include <random>
 #include <vector>
 
-#include "pictures.h"
-#include "plain_preview.h"
+#include "tests/effects/plain/plain_preview.h"
+#include "tests/support/pictures.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <thread>
 #include <vector>
 
-#include "effect_tables.h"
-#include "scratch.h"
+#include "effects/effect_tables.h"
+#include "effects/pixels/scratch.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // Cameras that fail, and what one press of the shutter does afterwards.
 #include <gtest/gtest.h>
 
-#include "media/camera_service.h"
-#include "support/faulty_camera.h"
-#include "support/jpeg.h"
-#include "support/phone.h"
+#include "osp/media/camera/camera_service.h"
+#include "tests/support/faulty_camera.h"
+#include "tests/support/jpeg.h"
+#include "tests/support/phone.h"
 
 namespace Kivo {
 namespace {

@@ -6,13 +6,13 @@
 
 #include <osp/ui/controls/overlay_panel.h>
 
-#include "media/running_camera.h"
-#include "plain_composition.h"
-#include "plain_preview.h"
-#include "support/jpeg.h"
-#include "support/phone.h"
-#include "support/subjects.h"
-#include "ui/ui_fixture.h"
+#include "tests/effects/plain/plain_preview.h"
+#include "tests/platform/ui/ui_fixture.h"
+#include "tests/support/jpeg.h"
+#include "tests/support/phone.h"
+#include "tests/support/plain_composition.h"
+#include "tests/support/running_camera.h"
+#include "tests/support/subjects.h"
 
 namespace Kivo {
 namespace {

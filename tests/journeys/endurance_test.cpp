@@ -11,11 +11,11 @@
 #include <string>
 #include <thread>
 
-#include "app/registry_file.h"
-#include "support/jpeg.h"
-#include "support/program.h"
-#include "support/sanitizers.h"
-#include "support/temporary_folder.h"
+#include "osp/app/registry_file.h"
+#include "tests/support/jpeg.h"
+#include "tests/support/program.h"
+#include "tests/support/sanitizers.h"
+#include "tests/support/temporary_folder.h"
 
 namespace Kivo {
 namespace {

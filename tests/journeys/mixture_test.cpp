@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 #include <random>
 
-#include "support/jpeg.h"
-#include "support/main_form_access.h"
-#include "support/phone.h"
-#include "support/sanitizers.h"
+#include "tests/support/jpeg.h"
+#include "tests/support/main_form_access.h"
+#include "tests/support/phone.h"
+#include "tests/support/sanitizers.h"
 
 namespace Kivo {
 namespace {

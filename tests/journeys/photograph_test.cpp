@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-#include "media/exif.h"
-#include "support/phone.h"
-#include "support/temporary_folder.h"
+#include "osp/media/picture/exif.h"
+#include "tests/support/phone.h"
+#include "tests/support/temporary_folder.h"
 
 namespace Kivo {
 namespace {

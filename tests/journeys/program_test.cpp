@@ -1,5 +1,5 @@
 // The program from its command line.
-#include "support/program.h"
+#include "tests/support/program.h"
 
 #include <algorithm>
 #include <chrono>
@@ -15,9 +15,9 @@
 #include <thread>
 #include <vector>
 
-#include "support/jpeg.h"
-#include "support/sanitizers.h"
-#include "support/temporary_folder.h"
+#include "tests/support/jpeg.h"
+#include "tests/support/sanitizers.h"
+#include "tests/support/temporary_folder.h"
 
 namespace Kivo {
 namespace {

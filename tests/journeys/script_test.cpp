@@ -1,9 +1,9 @@
 // The script language: what it refuses, and when an await ends.
 #include <gtest/gtest.h>
 
-#include "support/phone.h"
-#include "support/program.h"
-#include "support/temporary_folder.h"
+#include "tests/support/phone.h"
+#include "tests/support/program.h"
+#include "tests/support/temporary_folder.h"
 
 namespace Kivo {
 namespace {

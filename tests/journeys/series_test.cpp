@@ -1,12 +1,12 @@
 // Photographs of several frames that are not finished, and what is left of them.
 #include <gtest/gtest.h>
 
-#include "media/camera_service.h"
-#include "support/faulty_camera.h"
-#include "support/jpeg.h"
-#include "support/main_form_access.h"
-#include "support/phone.h"
-#include "support/subjects.h"
+#include "osp/media/camera/camera_service.h"
+#include "tests/support/faulty_camera.h"
+#include "tests/support/jpeg.h"
+#include "tests/support/main_form_access.h"
+#include "tests/support/phone.h"
+#include "tests/support/subjects.h"
 
 namespace Kivo {
 namespace {

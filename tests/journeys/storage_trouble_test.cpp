@@ -10,12 +10,12 @@
 #include <string_view>
 #include <utility>
 
-#include "base/trace.h"
-#include "media/exif.h"
-#include "support/faults.h"
-#include "support/jpeg.h"
-#include "support/phone.h"
-#include "support/temporary_folder.h"
+#include "osp/base/trace.h"
+#include "osp/media/picture/exif.h"
+#include "tests/support/faults.h"
+#include "tests/support/jpeg.h"
+#include "tests/support/phone.h"
+#include "tests/support/temporary_folder.h"
 
 namespace Kivo {
 namespace {

@@ -6,8 +6,8 @@
 #include <memory>
 #include <utility>
 
-#include "base/event_loop.h"
-#include "media/camera_device.h"
+#include "osp/base/event_loop.h"
+#include "osp/media/camera/camera_device.h"
 
 namespace Kivo::Testing {
 

@@ -1,9 +1,9 @@
-#include "support/jpeg.h"
+#include "tests/support/jpeg.h"
 
 #include <gtest/gtest.h>
 #include <memory>
 
-#include "support/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace Kivo::Testing {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <turbojpeg.h>
 
-#include "effects/pictures.h"
+#include "tests/support/pictures.h"
 
 namespace Kivo::Testing {
 

@@ -2,9 +2,9 @@
 // cannot be called from here, but its settings can.
 #pragma once
 
-#include "main_form.h"
-#include "request_ids.h"
-#include "ui/screen.h"
+#include "app/model/request_ids.h"
+#include "capture/main_form.h"
+#include "osp/ui/screen.h"
 
 namespace Kivo::Testing {
 

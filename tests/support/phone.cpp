@@ -1,4 +1,4 @@
-#include "support/phone.h"
+#include "tests/support/phone.h"
 
 #include <algorithm>
 #include <atomic>
@@ -8,13 +8,13 @@
 #include <mutex>
 #include <thread>
 
-#include "application_library.h"
-#include "base/trace.h"
-#include "machine.h"
-#include "report.h"
-#include "script_driver.h"
-#include "script_queue.h"
-#include "show_recorder.h"
+#include "host/application_library.h"
+#include "host/machine.h"
+#include "host/script/report.h"
+#include "host/script/script_driver.h"
+#include "host/script/script_queue.h"
+#include "host/script/show_recorder.h"
+#include "osp/base/trace.h"
 
 namespace Kivo::Testing {
 

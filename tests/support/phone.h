@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "app/registry_file.h"
-#include "base/event_loop.h"
-#include "support/temporary_folder.h"
+#include "osp/app/registry_file.h"
+#include "osp/base/event_loop.h"
+#include "tests/support/temporary_folder.h"
 
 namespace Kivo::Testing {
 

@@ -1,4 +1,4 @@
-#include "support/png.h"
+#include "tests/support/png.h"
 
 #include <gtest/gtest.h>
 #include <zlib.h>

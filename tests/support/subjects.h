@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "effects/pictures.h"
-#include "support/jpeg.h"
-#include "support/temporary_folder.h"
+#include "tests/support/jpeg.h"
+#include "tests/support/pictures.h"
+#include "tests/support/temporary_folder.h"
 
 namespace Kivo::Testing {
 

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <chrono>
 
-#include "base/clock.h"
-#include "base/event_loop.h"
+#include "osp/base/clock.h"
+#include "osp/base/event_loop.h"
 
 namespace Osp::Testing {
 

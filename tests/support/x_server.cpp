@@ -1,4 +1,4 @@
-#include "support/x_server.h"
+#include "tests/support/x_server.h"
 
 #include <chrono>
 #include <gio/gio.h>

@@ -1,4 +1,4 @@
-#include "plain_blur.h"
+#include "tests/effects/plain/plain_blur.h"
 
 #include <algorithm>
 #include <cmath>

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "pixels.h"
+#include "effects/pixels/pixels.h"
 
 namespace Plain {
 

@@ -1,4 +1,4 @@
-#include "plain_colour.h"
+#include "tests/effects/plain/plain_colour.h"
 
 #include <algorithm>
 #include <cmath>

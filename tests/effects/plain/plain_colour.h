@@ -1,7 +1,7 @@
 // Plain reference kernels: colour, tone and geometry, one obvious loop each.
 #pragma once
 
-#include "pixels.h"
+#include "effects/pixels/pixels.h"
 
 namespace Plain {
 

@@ -1,4 +1,4 @@
-#include "plain_preview.h"
+#include "tests/effects/plain/plain_preview.h"
 
 #include <array>
 #include <cstddef>

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "pixels.h"
+#include "effects/pixels/pixels.h"
 
 namespace Plain {
 

@@ -1,0 +1,31 @@
+#include "backends/window/texture.h"
+
+#include <cstdint>
+#include <cstring>
+#include <memory>
+
+#include "osp/base/block_pool.h"
+
+namespace Host {
+
+GdkTexture* MakeTexture(const Osp::Graphics::Surface& picture) {
+    const auto [width, height] = picture.GetDimension();
+    const auto pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    auto block = std::make_unique<Osp::Base::Block>(pixels * 4);
+    const auto* from = reinterpret_cast<const std::uint32_t*>(picture.Data());
+    auto* to = reinterpret_cast<std::uint32_t*>(block->data());
+    // The screen has no alpha, and what lies in its fourth byte is anything.
+    for (std::size_t i = 0; i < pixels; ++i) to[i] = from[i] | 0xFF000000U;
+
+    const void* const data = block->data();
+    const std::size_t size = block->size();
+    GBytes* const bytes = g_bytes_new_with_free_func(
+        data, size, [](gpointer owned) { delete static_cast<Osp::Base::Block*>(owned); },
+        block.release());
+    GdkTexture* const texture = gdk_memory_texture_new(width, height, GDK_MEMORY_DEFAULT, bytes,
+                                                       static_cast<gsize>(picture.StrideBytes()));
+    g_bytes_unref(bytes);
+    return texture;
+}
+
+}  // namespace Host

@@ -1,0 +1,152 @@
+#include "backends/window/window_input.h"
+
+#include <iterator>
+#include <utility>
+
+#include "backends/window/letterbox.h"
+#include "osp/base/event_loop.h"
+#include "osp/ui/input.h"
+#include "osp/ui/screen.h"
+
+namespace Host {
+
+using Osp::Graphics::Point;
+using Osp::Ui::Input;
+using Osp::Ui::KeyCode;
+
+namespace {
+
+constexpr guint kXf86Camera = 0x100810d4;  // newer than the toolkit's own list
+
+constexpr std::pair<guint, KeyCode> kKeys[] = {
+    {kXf86Camera, KeyCode::kCamera},
+    {GDK_KEY_WebCam, KeyCode::kCamera},
+    {GDK_KEY_AudioRaiseVolume, KeyCode::kCamera},
+    {GDK_KEY_space, KeyCode::kCamera},
+    {GDK_KEY_Return, KeyCode::kCamera},
+    {GDK_KEY_KP_Enter, KeyCode::kCamera},
+    {GDK_KEY_F1, KeyCode::kSoftKey0},
+    {GDK_KEY_F2, KeyCode::kSoftKey1},
+    {GDK_KEY_Escape, KeyCode::kBack},
+    {GDK_KEY_Back, KeyCode::kBack},
+};
+
+KeyCode CodeOf(guint keyval) {
+    for (const auto& [key, code] : kKeys) {
+        if (key == keyval) return code;
+    }
+    return KeyCode::kNone;
+}
+
+void Post(std::function<void()> task) {
+    Osp::Base::EventLoop::Current().Post(Osp::Base::EventClass::kSystem, std::move(task));
+}
+
+}  // namespace
+
+WindowInput::WindowInput(GtkWindow* window, GtkWidget* picture)
+    : window_(window), picture_(picture) {
+    GtkEventController* const pointer = gtk_event_controller_legacy_new();
+    g_signal_connect(pointer, "event",
+                     G_CALLBACK(+[](GtkEventController*, GdkEvent* event, gpointer self) {
+                         return static_cast<WindowInput*>(self)->OnEvent(event);
+                     }),
+                     this);
+    gtk_widget_add_controller(picture_, pointer);
+
+    GtkEventController* const keys = gtk_event_controller_key_new();
+    // Before the toolkit takes Space and Enter for its own purposes.
+    gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
+    g_signal_connect(keys, "key-pressed",
+                     G_CALLBACK(+[](GtkEventControllerKey*, guint keyval, guint, GdkModifierType,
+                                    gpointer self) -> gboolean {
+                         return static_cast<WindowInput*>(self)->OnKey(keyval, true);
+                     }),
+                     this);
+    g_signal_connect(
+        keys, "key-released",
+        G_CALLBACK(+[](GtkEventControllerKey*, guint keyval, guint, GdkModifierType,
+                       gpointer self) { static_cast<WindowInput*>(self)->OnKey(keyval, false); }),
+        this);
+    gtk_widget_add_controller(GTK_WIDGET(window_), keys);
+}
+
+Point WindowInput::ScreenPoint(GdkEvent* event) const {
+    double x = 0;
+    double y = 0;
+    gdk_event_get_position(event, &x, &y);
+    double offsetX = 0;
+    double offsetY = 0;
+    gtk_native_get_surface_transform(GTK_NATIVE(window_), &offsetX, &offsetY);
+    double pictureX = 0;
+    double pictureY = 0;
+    gtk_widget_translate_coordinates(GTK_WIDGET(window_), picture_, x - offsetX, y - offsetY,
+                                     &pictureX, &pictureY);
+    return Letterbox(gtk_widget_get_width(picture_), gtk_widget_get_height(picture_),
+                     Osp::Ui::Screen::kSize)
+        .ToScreen(pictureX, pictureY);
+}
+
+bool WindowInput::IsTracked(GdkEvent* event) const {
+    return isDown_ && gdk_event_get_event_sequence(event) == sequence_;
+}
+
+gboolean WindowInput::OnEvent(GdkEvent* event) {
+    const GdkEventType type = gdk_event_get_event_type(event);
+    switch (type) {
+        case GDK_BUTTON_PRESS:
+            if (gdk_button_event_get_button(event) != GDK_BUTTON_PRIMARY) return FALSE;
+            [[fallthrough]];
+        case GDK_TOUCH_BEGIN: {
+            if (isDown_) return TRUE;
+            isDown_ = true;
+            sequence_ = gdk_event_get_event_sequence(event);
+            Post([p = ScreenPoint(event)] { Input::Current().Press(p); });
+            return TRUE;
+        }
+        case GDK_MOTION_NOTIFY:
+        case GDK_TOUCH_UPDATE:
+            if (IsTracked(event)) Post([p = ScreenPoint(event)] { Input::Current().Move(p); });
+            return isDown_;
+        case GDK_BUTTON_RELEASE:
+        case GDK_TOUCH_END:
+            if (!IsTracked(event)) return FALSE;
+            isDown_ = false;
+            Post([p = ScreenPoint(event)] { Input::Current().Release(p); });
+            return TRUE;
+        case GDK_TOUCH_CANCEL:
+        case GDK_GRAB_BROKEN:
+            if (!IsTracked(event)) return FALSE;
+            isDown_ = false;
+            Post([] { Input::Current().Cancel(); });
+            return TRUE;
+        default:
+            return FALSE;
+    }
+}
+
+gboolean WindowInput::OnKey(guint keyval, bool isPress) {
+    const KeyCode code = CodeOf(keyval);
+    if (code == KeyCode::kNone) return FALSE;
+    if (isPress) {
+        if (keyDown_ == code) return TRUE;  // the keyboard's own repetition
+        keyDown_ = code;
+        Post([code] { Input::Current().KeyPress(code); });
+    } else {
+        keyDown_ = KeyCode::kNone;
+        Post([code] { Input::Current().KeyRelease(code); });
+    }
+    return TRUE;
+}
+
+void WindowInput::LetGo() {
+    if (std::exchange(isDown_, false)) {
+        Post([] { Input::Current().Cancel(); });
+    }
+    const KeyCode code = std::exchange(keyDown_, KeyCode::kNone);
+    if (code != KeyCode::kNone) {
+        Post([code] { Input::Current().KeyRelease(code); });
+    }
+}
+
+}  // namespace Host

@@ -1,0 +1,159 @@
+#include "host/script/report.h"
+
+#include <cstdlib>
+#include <cxxabi.h>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <typeinfo>
+#include <utility>
+
+#include <osp/io/dir_enumerator.h>
+#include <osp/io/directory.h>
+#include <osp/ui/controls/button.h>
+#include <osp/ui/controls/label.h>
+#include <osp/ui/controls/message_box.h>
+#include <osp/ui/controls/overlay_panel.h>
+#include <osp/ui/controls/panel.h>
+
+#include "host/script/visible_controls.h"
+#include "osp/app/lifecycle.h"
+#include "osp/app/registry_file.h"
+#include "osp/content/content_store.h"
+#include "osp/media/sound/sound_service.h"
+#include "osp/ui/access.h"
+#include "osp/ui/modal_layer.h"
+#include "osp/ui/screen.h"
+
+namespace Host {
+
+using Json = nlohmann::ordered_json;
+using Osp::Ui::Control;
+
+namespace {
+
+constexpr const char* kPhotoFolders[] = {"/Media/Images", "/Storagecard/Media/Images"};
+constexpr const char* kPhotoPrefix = "KIVO";
+
+std::string ClassName(const Control& control) {
+    int status = 0;
+    const std::unique_ptr<char, decltype(&std::free)> name(
+        abi::__cxa_demangle(typeid(control).name(), nullptr, nullptr, &status), std::free);
+    const std::string full = name ? name.get() : "";
+    const auto colon = full.rfind(':');
+    return colon == std::string::npos ? full : full.substr(colon + 1);
+}
+
+const char* KindOf(const Control& control) {
+    if (dynamic_cast<const Osp::Ui::Controls::Button*>(&control)) return "button";
+    if (dynamic_cast<const Osp::Ui::Controls::Label*>(&control)) return "label";
+    if (dynamic_cast<const Osp::Ui::ModalLayer*>(&control)) return "message";
+    if (dynamic_cast<const Osp::Ui::Controls::OverlayPanel*>(&control)) return "overlay";
+    if (dynamic_cast<const Osp::Ui::Controls::Panel*>(&control)) return "panel";
+    if (dynamic_cast<const Osp::Ui::Controls::Form*>(&control)) return "form";
+    return "control";
+}
+
+Json Describe(const Control& control) {
+    const Osp::Graphics::Rectangle bounds = control.GetScreenBounds();
+    Json json;
+    json["kind"] = KindOf(control);
+    if (const auto* button = dynamic_cast<const Osp::Ui::Controls::Button*>(&control)) {
+        json["id"] = button->GetActionId();
+    }
+    json["bounds"] = {bounds.x, bounds.y, bounds.width, bounds.height};
+    json["text"] = TextOf(control);
+    json["enabled"] = control.IsEnabled();
+    return json;
+}
+
+bool IsSecret(const std::string& key) {
+    return key.find("TOKEN") != std::string::npos;
+}
+
+}  // namespace
+
+std::string CurrentFormName() {
+    const auto* const form = Osp::Ui::Screen::Current().GetCurrentForm();
+    return form == nullptr ? "" : ClassName(*form);
+}
+
+bool IsTextVisible(const std::string& text) {
+    bool isVisible = false;
+    WalkScreen([&](const Control& control) {
+        isVisible = isVisible || TextOf(control).find(text) != std::string::npos;
+    });
+    return isVisible;
+}
+
+bool HasPreview() {
+    bool isCovered = false;
+    bool hasPreview = false;
+    WalkScreen([&](const Control& control) {
+        const auto* panel = dynamic_cast<const Osp::Ui::Controls::OverlayPanel*>(&control);
+        hasPreview =
+            hasPreview || (panel && !isCovered && Osp::Ui::Access::VideoPicture(*panel) != nullptr);
+        isCovered = isCovered || control.GetScreenBounds().Size() == Osp::Ui::Screen::kSize;
+    });
+    return hasPreview;
+}
+
+std::vector<std::string> PhotoPaths() {
+    std::vector<std::string> paths;
+    for (const char* folder : kPhotoFolders) {
+        Osp::Io::Directory directory;
+        if (Osp::Failed(directory.Construct(folder))) continue;
+        const std::unique_ptr<Osp::Io::DirEnumerator> entries(directory.ReadN());
+        while (entries && Osp::Succeeded(entries->MoveNext())) {
+            const std::string name = entries->GetCurrentDirEntry().GetName().ToUtf8();
+            if (name.starts_with(kPhotoPrefix)) paths.push_back(std::string(folder) + "/" + name);
+        }
+    }
+    return paths;
+}
+
+std::string ScreenReport() {
+    Json json;
+    json["form"] = CurrentFormName();
+    json["controls"] = Json::array();
+    WalkScreen([&](const Control& control) { json["controls"].push_back(Describe(control)); });
+    return json.dump();
+}
+
+std::string PhotosReport() {
+    Json json;
+    json["photos"] = Json::array();
+    for (const std::string& path : PhotoPaths()) {
+        Osp::Content::ContentRecord record;
+        const result r =
+            Osp::Content::ContentStore::Current().Describe(Osp::Base::String(path), record);
+        if (Osp::Failed(r)) continue;
+        json["photos"].push_back({{"path", path},
+                                  {"width", record.width},
+                                  {"height", record.height},
+                                  {"bytes", record.sizeBytes},
+                                  {"description", record.description.ToUtf8()}});
+    }
+    return json.dump();
+}
+
+std::string RegistryReport() {
+    Json json;
+    json["registry"] = Json::object();
+    auto& file = Osp::App::Lifecycle::Current().GetRegistry().GetFile();
+    for (const auto& [key, value] : file.Values()) {
+        if (const int* number = std::get_if<int>(&value)) {
+            json["registry"][key] = *number;
+        } else {
+            json["registry"][key] = IsSecret(key) ? "***" : std::get<std::string>(value);
+        }
+    }
+    return json.dump();
+}
+
+std::string SoundsReport() {
+    Json json;
+    json["sounds"] = Osp::Media::SoundService::Current().TakeStarted();
+    return json.dump();
+}
+
+}  // namespace Host

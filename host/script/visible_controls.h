@@ -1,0 +1,41 @@
+// The controls that a person sees, for reports and assistive technology.
+#pragma once
+
+#include <string>
+
+#include <osp/ui/container.h>
+#include <osp/ui/controls/label.h>
+
+#include "osp/ui/screen.h"
+
+namespace Host {
+
+/// Calls `visit` with `control` and all inside it that are shown, topmost first.
+template <class Visit>
+void WalkShown(const Osp::Ui::Control& control, const Visit& visit) {
+    if (!control.GetShowState()) return;
+    if (const auto* container = dynamic_cast<const Osp::Ui::Container*>(&control)) {
+        const auto& children = container->GetControls();
+        for (auto child = children.rbegin(); child != children.rend(); ++child) {
+            WalkShown(**child, visit);
+        }
+    }
+    visit(control);
+}
+
+/// The same with everything on the screen.
+template <class Visit>
+void WalkScreen(const Visit& visit) {
+    const auto roots = Osp::Ui::Screen::Current().GetRoots();
+    for (auto root = roots.rbegin(); root != roots.rend(); ++root) WalkShown(**root, visit);
+}
+
+/// What stands on the control, else what a person would call it.
+inline std::string TextOf(const Osp::Ui::Control& control) {
+    if (const auto* label = dynamic_cast<const Osp::Ui::Controls::Label*>(&control)) {
+        if (!label->GetText().IsEmpty()) return label->GetText().ToUtf8();
+    }
+    return control.GetName().ToUtf8();
+}
+
+}  // namespace Host

@@ -1,0 +1,66 @@
+#include "osp/app/lifecycle.h"
+
+#include "osp/app/registry_file.h"
+#include "osp/base/event_loop.h"
+#include "osp/ui/input.h"
+#include "osp/ui/screen.h"
+
+namespace Osp::App {
+
+namespace {
+
+void Later(void (Application::*callback)()) {
+    Base::EventLoop::Current().Post(Base::EventClass::kApplication, [callback] {
+        if (Application* application = Application::GetInstance()) (application->*callback)();
+    });
+}
+
+}  // namespace
+
+result Lifecycle::Run(ApplicationFactory factory) {
+    if (application_) return result::kInvalidState;
+    isTerminating_ = false;
+    frame_ = std::make_unique<AppFrame>();
+    application_.reset(factory());
+    hasStarted_ = application_ && application_->OnAppInitializing(registry_);
+    if (hasStarted_) {
+        EnterForeground();
+        Base::EventLoop::Current().RunUntil([this] { return isTerminating_; });
+    }
+    Finish();
+    return hasStarted_ ? result::kSuccess : result::kFailure;
+}
+
+void Lifecycle::Finish() {
+    if (isTerminating_) application_->OnAppTerminating(registry_, isUrgent_);
+    frame_.reset();
+    application_.reset();
+    Ui::Screen::Current().SetForeground(false);
+    Ui::Input::Current().LetGo();
+    isForeground_ = false;
+    (void)registry_.GetFile().SaveUnsaved();
+}
+
+void Lifecycle::EnterForeground() {
+    if (isForeground_ || !application_) return;
+    isForeground_ = true;
+    Ui::Screen::Current().SetForeground(true);
+    Later(&Application::OnForeground);
+}
+
+void Lifecycle::EnterBackground() {
+    if (!isForeground_ || !application_) return;
+    isForeground_ = false;
+    Ui::Screen::Current().SetForeground(false);
+    Ui::Input::Current().LetGo();
+    Ui::Screen::Current().AnswerModals();
+    Later(&Application::OnBackground);
+}
+
+void Lifecycle::Terminate(bool urgent) {
+    isTerminating_ = true;
+    isUrgent_ = urgent;
+    Ui::Screen::Current().AnswerModals();
+}
+
+}  // namespace Osp::App

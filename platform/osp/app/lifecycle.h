@@ -1,0 +1,50 @@
+// The life of the application as the host steers it.
+#pragma once
+
+#include <memory>
+
+#include <osp/app/app_frame.h>
+#include <osp/app/app_registry.h>
+#include <osp/app/application.h>
+
+#include "osp/base/service.h"
+
+namespace Osp::App {
+
+/// Foreground and background strictly alternate, whatever the host reports. Loop thread only.
+class Lifecycle : public Service<Lifecycle> {
+  public:
+    /// `registry` is not owned.
+    explicit Lifecycle(AppRegistry& registry) : registry_(registry) {}
+
+    /// Runs an application from its creation to its end; see Application::Execute.
+    result Run(ApplicationFactory factory);
+
+    /// The window is shown, or hidden (minimised, locked, suspended). Going to the background
+    /// answers every message box and takes the finger off the screen: nothing is released or acted
+    /// on. Repeating a state does nothing.
+    void EnterForeground();
+    void EnterBackground();
+    /// Ends the application as a user would. `urgent` tells it that the system insists.
+    void Terminate(bool urgent);
+
+    /// Whether the last application that ran got past its OnAppInitializing.
+    bool HasStarted() const { return hasStarted_; }
+
+    Application* GetApplication() const { return application_.get(); }
+    AppFrame* GetFrame() const { return frame_.get(); }
+    AppRegistry& GetRegistry() const { return registry_; }
+
+  private:
+    void Finish();
+
+    AppRegistry& registry_;
+    std::unique_ptr<Application> application_;
+    std::unique_ptr<AppFrame> frame_;
+    bool hasStarted_ = false;
+    bool isForeground_ = false;
+    bool isTerminating_ = false;
+    bool isUrgent_ = false;
+};
+
+}  // namespace Osp::App

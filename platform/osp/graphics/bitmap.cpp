@@ -1,0 +1,43 @@
+#include <algorithm>
+#include <utility>
+
+#include <osp/graphics/bitmap.h>
+
+#include "osp/base/out_of_memory.h"
+#include "osp/graphics/bitmap_pixels.h"
+
+namespace Osp::Graphics {
+
+namespace {
+constexpr int kMostPixelsASide = 32767;  // Cairo's limit
+}
+
+Bitmap::Bitmap() = default;
+Bitmap::Bitmap(std::shared_ptr<const BitmapPixels> pixels) : pixels_(std::move(pixels)) {}
+Bitmap::~Bitmap() = default;
+
+result Bitmap::Construct(const Base::ByteBuffer& buffer, const Dimension& dimension,
+                         BitmapPixelFormat format) {
+    const auto [width, height] = dimension;
+    if (width <= 0 || height <= 0 || width > kMostPixelsASide || height > kMostPixelsASide ||
+        format != BitmapPixelFormat::kArgb8888 ||
+        buffer.GetCapacity() != static_cast<long long>(width) * height * 4) {
+        return result::kInvalidArgument;
+    }
+    return Base::OrOutOfMemory([&] {
+        Base::Block rgba(buffer.Bytes().size());
+        std::ranges::copy(buffer.Bytes(), rgba.data());
+        pixels_ = std::make_shared<BitmapPixels>(dimension, std::move(rgba));
+        return result::kSuccess;
+    });
+}
+
+int Bitmap::GetWidth() const {
+    return pixels_ ? pixels_->GetDimension().width : 0;
+}
+
+int Bitmap::GetHeight() const {
+    return pixels_ ? pixels_->GetDimension().height : 0;
+}
+
+}  // namespace Osp::Graphics

@@ -1,0 +1,158 @@
+#include <numbers>
+#include <pango/pangocairo.h>
+#include <utility>
+
+#include <osp/graphics/canvas.h>
+
+#include "osp/graphics/bitmap_pixels.h"
+#include "osp/graphics/surface.h"
+
+namespace Osp::Graphics {
+
+namespace {
+
+constexpr const char* kTypeface = "Cabin";
+constexpr double kLineHeightOverEm = 1.215;  // of the typeface; fonts are sized by their lines
+
+struct GObjectDeleter {
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+struct FontDescriptionDeleter {
+    void operator()(PangoFontDescription* font) const { pango_font_description_free(font); }
+};
+using LayoutPointer = std::unique_ptr<PangoLayout, GObjectDeleter>;
+
+double Unit(std::uint8_t channel) {
+    return channel / 255.0;
+}
+
+void SetSource(cairo_t* context, const Color& color) {
+    cairo_set_source_rgba(context, Unit(color.red), Unit(color.green), Unit(color.blue),
+                          Unit(color.alpha));
+}
+
+LayoutPointer MakeLayout(cairo_t* context, const Font& font, const Base::String& text) {
+    LayoutPointer layout(pango_cairo_create_layout(context));
+    const std::unique_ptr<PangoFontDescription, FontDescriptionDeleter> description(
+        pango_font_description_from_string(kTypeface));
+    const int style = font.GetStyle();
+    pango_font_description_set_absolute_size(description.get(),
+                                             font.GetSize() / kLineHeightOverEm * PANGO_SCALE);
+    pango_font_description_set_weight(
+        description.get(), (style & kFontStyleBold) ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+    pango_font_description_set_style(
+        description.get(), (style & kFontStyleItalic) ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
+    pango_layout_set_font_description(layout.get(), description.get());
+    pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
+    pango_layout_set_text(layout.get(), text.ToUtf8().c_str(), -1);
+    return layout;
+}
+
+}  // namespace
+
+class Canvas::Context {
+  public:
+    explicit Context(cairo_surface_t* surface) : context_(cairo_create(surface)) {}
+    cairo_t* Get() const { return context_.get(); }
+
+  private:
+    CairoPointer context_;
+};
+
+Canvas::Canvas(std::shared_ptr<Surface> surface)
+    : surface_(std::move(surface)), context_(std::make_unique<Context>(surface_->Cairo())) {}
+
+Canvas::~Canvas() = default;
+
+Rectangle Canvas::GetBounds() const {
+    const auto [width, height] = surface_->GetDimension();
+    return {0, 0, width, height};
+}
+
+result Canvas::Clear() {
+    return FillRectangle({0, 0, 0, 0}, GetBounds());
+}
+
+result Canvas::FillRectangle(const Color& color, const Rectangle& rectangle) {
+    cairo_t* const cr = context_->Get();
+    cairo_save(cr);
+    cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
+    SetSource(cr, color);
+    cairo_rectangle(cr, rectangle.x, rectangle.y, rectangle.width, rectangle.height);
+    cairo_fill(cr);
+    cairo_restore(cr);
+    return result::kSuccess;
+}
+
+result Canvas::FillRoundRectangle(const Color& color, const Rectangle& rectangle, int radius) {
+    if (rectangle.IsEmpty() || radius < 0) return result::kInvalidArgument;
+    constexpr double kQuarter = std::numbers::pi / 2;
+    const double left = rectangle.x + radius;
+    const double top = rectangle.y + radius;
+    const double right = rectangle.x + rectangle.width - radius;
+    const double bottom = rectangle.y + rectangle.height - radius;
+    cairo_t* const cr = context_->Get();
+    SetSource(cr, color);
+    cairo_new_path(cr);
+    cairo_arc(cr, right, top, radius, -kQuarter, 0);
+    cairo_arc(cr, right, bottom, radius, 0, kQuarter);
+    cairo_arc(cr, left, bottom, radius, kQuarter, 2 * kQuarter);
+    cairo_arc(cr, left, top, radius, 2 * kQuarter, 3 * kQuarter);
+    cairo_close_path(cr);
+    cairo_fill(cr);
+    return result::kSuccess;
+}
+
+result Canvas::DrawBitmap(const Point& topLeft, const Bitmap& bitmap) {
+    if (bitmap.Pixels() == nullptr) return result::kInvalidArgument;
+    cairo_t* const cr = context_->Get();
+    cairo_set_source_surface(cr, bitmap.Pixels()->Drawable().Cairo(), topLeft.x, topLeft.y);
+    cairo_paint(cr);
+    return result::kSuccess;
+}
+
+result Canvas::DrawBitmap(const Rectangle& rectangle, const Bitmap& bitmap) {
+    if (bitmap.Pixels() == nullptr || rectangle.IsEmpty()) return result::kInvalidArgument;
+    if (rectangle.width == bitmap.GetWidth() && rectangle.height == bitmap.GetHeight()) {
+        return DrawBitmap(Point{rectangle.x, rectangle.y}, bitmap);
+    }
+    cairo_t* const cr = context_->Get();
+    cairo_save(cr);
+    cairo_translate(cr, rectangle.x, rectangle.y);
+    cairo_scale(cr, static_cast<double>(rectangle.width) / bitmap.GetWidth(),
+                static_cast<double>(rectangle.height) / bitmap.GetHeight());
+    cairo_set_source_surface(cr, bitmap.Pixels()->Drawable().Cairo(), 0, 0);
+    cairo_paint(cr);
+    cairo_restore(cr);
+    return result::kSuccess;
+}
+
+result Canvas::SetFont(const Font& font) {
+    if (font.GetSize() <= 0) return result::kInvalidArgument;
+    font_ = font;
+    return result::kSuccess;
+}
+
+void Canvas::SetForegroundColor(const Color& color) {
+    foreground_ = color;
+}
+
+result Canvas::DrawText(const Point& topLeft, const Base::String& text) {
+    if (font_.GetSize() <= 0) return result::kInvalidState;
+    cairo_t* const cr = context_->Get();
+    const LayoutPointer layout = MakeLayout(cr, font_, text);
+    SetSource(cr, foreground_);
+    cairo_move_to(cr, topLeft.x, topLeft.y);
+    pango_cairo_show_layout(cr, layout.get());
+    return result::kSuccess;
+}
+
+Dimension Canvas::MeasureText(const Base::String& text) {
+    if (font_.GetSize() <= 0) return {};
+    const LayoutPointer layout = MakeLayout(context_->Get(), font_, text);
+    Dimension size;
+    pango_layout_get_pixel_size(layout.get(), &size.width, &size.height);
+    return size;
+}
+
+}  // namespace Osp::Graphics

@@ -1,0 +1,45 @@
+// Pixels that Cairo draws on and from.
+#pragma once
+
+#include <cairo.h>
+#include <memory>
+
+#include <osp/graphics/dimension.h>
+
+#include "osp/base/block_pool.h"
+
+namespace Osp::Graphics {
+
+struct CairoSurfaceDeleter {
+    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+};
+struct CairoDeleter {
+    void operator()(cairo_t* context) const { cairo_destroy(context); }
+};
+using CairoPointer = std::unique_ptr<cairo_t, CairoDeleter>;
+
+/// A Cairo image surface over recycled memory: 32 bits a pixel in native byte order, rows
+/// top to bottom, stride 4 x width.
+class Surface {
+  public:
+    /// kWithAlpha starts transparent, kOpaque with unspecified colours.
+    enum class Kind { kWithAlpha, kOpaque };
+
+    Surface(Dimension dimension, Kind kind);
+
+    Dimension GetDimension() const { return dimension_; }
+    cairo_surface_t* Cairo() const { return surface_.get(); }
+
+    /// For writing past Cairo: call MarkDirty when done.
+    std::uint8_t* Data() { return block_.data(); }
+    const std::uint8_t* Data() const { return block_.data(); }
+    int StrideBytes() const { return dimension_.width * 4; }
+    void MarkDirty() { cairo_surface_mark_dirty(surface_.get()); }
+
+  private:
+    Dimension dimension_;
+    Base::Block block_;
+    std::unique_ptr<cairo_surface_t, CairoSurfaceDeleter> surface_;  // after block_, which it uses
+};
+
+}  // namespace Osp::Graphics

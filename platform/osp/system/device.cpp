@@ -1,0 +1,26 @@
+#include "osp/system/device.h"
+
+#include <utility>
+
+namespace Osp::System {
+
+void Device::SetKeepScreenOnFunction(KeepScreenOnFunction function) {
+    keepScreenOnFunction_ = std::move(function);
+    if (keepScreenOnFunction_) keepScreenOnFunction_(keepOn_);
+}
+
+void Device::KeepScreenOn(bool keepOn) {
+    keepOn_ = keepOn;
+    if (keepScreenOnFunction_) keepScreenOnFunction_(keepOn);
+}
+
+void Device::ScreenSwitched(bool on) {
+    if (listener_ == nullptr) return;
+    if (on) {
+        listener_->OnScreenOn();
+    } else {
+        listener_->OnScreenOff();
+    }
+}
+
+}  // namespace Osp::System

@@ -1,0 +1,55 @@
+// The platform's own side of the control tree.
+#pragma once
+
+#include <memory>
+
+#include <osp/ui/container.h>
+#include <osp/ui/controls/button.h>
+#include <osp/ui/controls/overlay_panel.h>
+
+#include "osp/graphics/surface.h"
+
+namespace Osp::Ui {
+
+/// What the compositor and the input routing need to know of controls and applications do not.
+class Access {
+  public:
+    static const std::shared_ptr<Graphics::Surface>& Picture(const Control& control) {
+        return control.surface_;
+    }
+    /// Lets the control draw itself when it has asked for that or never has.
+    static void DrawIfNeeded(Control& control);
+    static void MarkDrawn(Control& control) { control.needsDraw_ = false; }
+
+    static std::weak_ptr<Control*> Weak(const Control& control) { return control.self_; }
+    static const std::vector<ITouchEventListener*>& TouchListeners(const Control& control) {
+        return control.touchListeners_;
+    }
+    static const std::vector<IKeyEventListener*>& KeyListeners(const Control& control) {
+        return control.keyListeners_;
+    }
+    static void SetParent(Control& control, Container* parent) { control.parent_ = parent; }
+    static void Raise(Control& control);
+
+    static void SetPressed(Controls::Button& button, bool pressed) { button.SetPressed(pressed); }
+    static const std::vector<IActionEventListener*>& ActionListeners(
+        const Controls::Button& button) {
+        return button.actionListeners_;
+    }
+
+    /// The panel's moving picture and its place inside the panel; null before the first.
+    static const Graphics::Surface* VideoPicture(const Controls::OverlayPanel& panel);
+    static Graphics::Point VideoPlace(const Controls::OverlayPanel& panel);
+};
+
+/// Calls `call` with every listener until the control ends: a listener may delete it.
+template <class Listener, class Call>
+void ForEachListener(const Control& control, std::vector<Listener*> listeners, Call call) {
+    const std::weak_ptr<Control*> alive = Access::Weak(control);
+    for (Listener* listener : listeners) {
+        if (alive.expired()) return;
+        call(*listener);
+    }
+}
+
+}  // namespace Osp::Ui

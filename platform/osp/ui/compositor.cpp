@@ -1,0 +1,82 @@
+#include "osp/ui/compositor.h"
+
+#include <osp/ui/controls/button.h>
+#include <osp/ui/controls/overlay_panel.h>
+
+#include "osp/ui/access.h"
+
+namespace Osp::Ui {
+
+namespace {
+
+constexpr double kDisabledOpacity = 0.45;
+
+void PaintVideo(cairo_t* context, const Controls::OverlayPanel& panel,
+                const Graphics::Rectangle& area) {
+    const Graphics::Surface* const video = Access::VideoPicture(panel);
+    if (video == nullptr) return;
+    const Graphics::Point place = Access::VideoPlace(panel);
+    const auto [width, height] = video->GetDimension();
+    cairo_save(context);
+    cairo_set_operator(context, CAIRO_OPERATOR_SOURCE);
+    if (Graphics::Dimension{width, height} != area.Size()) {
+        cairo_set_source_rgb(context, 0, 0, 0);
+        cairo_rectangle(context, area.x, area.y, area.width, area.height);
+        cairo_fill(context);
+    }
+    cairo_set_source_surface(context, video->Cairo(), area.x + place.x, area.y + place.y);
+    cairo_rectangle(context, area.x + place.x, area.y + place.y, width, height);
+    cairo_fill(context);
+    cairo_restore(context);
+}
+
+void PaintTree(cairo_t* context, const cairo_region_t& damage, const Control& control,
+               Graphics::Point parent) {
+    if (!control.GetShowState()) return;
+    const Graphics::Rectangle area = control.GetBounds().MovedBy(parent.x, parent.y);
+    const cairo_rectangle_int_t rectangle{area.x, area.y, area.width, area.height};
+    const bool isTouched =
+        cairo_region_contains_rectangle(&damage, &rectangle) != CAIRO_REGION_OVERLAP_OUT;
+    if (isTouched) {
+        if (const auto* panel = dynamic_cast<const Controls::OverlayPanel*>(&control)) {
+            PaintVideo(context, *panel, area);
+        }
+        if (const auto& picture = Access::Picture(control)) {
+            cairo_set_source_surface(context, picture->Cairo(), area.x, area.y);
+            const bool isDimmed =
+                !control.IsEnabled() && dynamic_cast<const Controls::Button*>(&control);
+            cairo_paint_with_alpha(context, isDimmed ? kDisabledOpacity : 1.0);
+        }
+    }
+    const auto* const container = dynamic_cast<const Container*>(&control);
+    if (container == nullptr) return;
+    for (const auto& child : container->GetControls()) {
+        PaintTree(context, damage, *child, {area.x, area.y});
+    }
+}
+
+}  // namespace
+
+void DrawPending(Control& root) {
+    if (!root.GetShowState()) return;
+    Access::DrawIfNeeded(root);
+    const auto* const container = dynamic_cast<Container*>(&root);
+    if (container == nullptr) return;
+    for (const auto& child : container->GetControls()) DrawPending(*child);
+}
+
+void Paint(const std::vector<Container*>& roots, cairo_region_t& damage,
+           Graphics::Surface& target) {
+    const Graphics::CairoPointer context(cairo_create(target.Cairo()));
+    for (int i = 0; i < cairo_region_num_rectangles(&damage); ++i) {
+        cairo_rectangle_int_t r;
+        cairo_region_get_rectangle(&damage, i, &r);
+        cairo_rectangle(context.get(), r.x, r.y, r.width, r.height);
+    }
+    cairo_clip(context.get());
+    cairo_set_source_rgb(context.get(), 0, 0, 0);
+    cairo_paint(context.get());
+    for (const Container* root : roots) PaintTree(context.get(), damage, *root, {});
+}
+
+}  // namespace Osp::Ui

@@ -1,0 +1,19 @@
+// Puts the pictures of controls together.
+#pragma once
+
+#include <cairo.h>
+#include <vector>
+
+#include <osp/ui/container.h>
+
+#include "osp/graphics/surface.h"
+
+namespace Osp::Ui {
+
+/// Lets every shown control of the tree draw that has asked for it.
+void DrawPending(Control& root);
+
+/// Paints the trees, bottom to top on black, into `target` inside `damage` only.
+void Paint(const std::vector<Container*>& roots, cairo_region_t& damage, Graphics::Surface& target);
+
+}  // namespace Osp::Ui

@@ -1,0 +1,186 @@
+#include "osp/ui/input.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <osp/ui/controls/button.h>
+
+#include "osp/base/event_loop.h"
+#include "osp/ui/access.h"
+#include "osp/ui/screen.h"
+
+namespace Osp::Ui {
+
+namespace {
+
+Graphics::Point Clamped(Graphics::Point p) {
+    return {std::clamp(p.x, 0, Screen::kSize.width - 1),
+            std::clamp(p.y, 0, Screen::kSize.height - 1)};
+}
+
+bool IsTouchable(const Control& control) {
+    return dynamic_cast<const Controls::Button*>(&control) != nullptr ||
+           !Access::TouchListeners(control).empty();
+}
+
+/// The topmost touchable control of the tree at `position`, which is relative to its parent.
+Control* Find(Control& control, Graphics::Point position) {
+    if (!control.GetShowState()) return nullptr;
+    const Graphics::Rectangle& bounds = control.GetBounds();
+    if (const auto* container = dynamic_cast<Container*>(&control)) {
+        const Graphics::Point inside{position.x - bounds.x, position.y - bounds.y};
+        const auto& children = container->GetControls();
+        for (auto child = children.rbegin(); child != children.rend(); ++child) {
+            if (Control* found = Find(**child, inside)) return found;
+        }
+    }
+    return bounds.Contains(position) && IsTouchable(control) ? &control : nullptr;
+}
+
+Control* Locked(const std::weak_ptr<Control*>& target) {
+    const auto control = target.lock();
+    return control ? *control : nullptr;
+}
+
+bool MustWait() {
+    return Base::EventLoop::Current().IsHoldingApplication() && !Screen::Current().HasModal();
+}
+
+/// Whether `control` belongs to `root`. What has been removed lives until its dispatch has unwound.
+bool IsIn(const Control& control, const Container* root) {
+    const Control* ancestor = &control;
+    while (ancestor != nullptr && ancestor != root) ancestor = ancestor->GetParent();
+    return ancestor != nullptr;
+}
+
+bool IsBehindModal(const Control& control) {
+    return Screen::Current().HasModal() && IsIn(control, Screen::Current().GetCurrentForm());
+}
+
+bool MayAct(const Controls::Button& button, Graphics::Point position) {
+    return button.IsEnabled() && button.IsVisible() && button.GetScreenBounds().Contains(position);
+}
+
+void ShowPressed(Control& control, bool isPressed) {
+    if (auto* button = dynamic_cast<Controls::Button*>(&control)) {
+        Access::SetPressed(*button, isPressed);
+    }
+}
+
+void TellPressed(Control& target, Graphics::Point position) {
+    ForEachListener(target, Access::TouchListeners(target),
+                    [&](ITouchEventListener& l) { l.OnTouchPressed(target, position); });
+}
+
+void TellMoved(Control& target, Graphics::Point position) {
+    ForEachListener(target, Access::TouchListeners(target),
+                    [&](ITouchEventListener& l) { l.OnTouchMoved(target, position); });
+}
+
+void TellReleased(Control& target, Graphics::Point position) {
+    ForEachListener(target, Access::TouchListeners(target),
+                    [&](ITouchEventListener& l) { l.OnTouchReleased(target, position); });
+}
+
+void TellReleasedAndAct(Control& target, Graphics::Point position) {
+    const std::weak_ptr<Control*> alive = Access::Weak(target);
+    TellReleased(target, position);
+    if (alive.expired()) return;
+    auto* const button = dynamic_cast<Controls::Button*>(&target);
+    if (button == nullptr || !MayAct(*button, position)) return;
+    ForEachListener(*button, Access::ActionListeners(*button), [&](IActionEventListener& l) {
+        l.OnActionPerformed(*button, button->GetActionId());
+    });
+}
+
+}  // namespace
+
+void Input::Later(Task task) {
+    Base::EventLoop::Current().Post(Base::EventClass::kApplication,
+                                    [this, era = era_, task = std::move(task)] {
+                                        if (era == era_) task();
+                                    });
+}
+
+void Input::Tell(const Target& target, Graphics::Point position, TouchEvent event) {
+    Control* const control = Locked(target);
+    if (control == nullptr) return;
+    if (IsBehindModal(*control)) {
+        return Later([this, target, position, event] { Tell(target, position, event); });
+    }
+    if (IsIn(*control, Screen::Current().GetInputRoot())) event(*control, position);
+}
+
+void Input::Press(Graphics::Point position) {
+    if (!Screen::Current().IsForeground()) return;
+    if (MustWait()) return Later([this, position] { Press(position); });
+    if (isDown_) return Move(position);
+    isDown_ = true;
+    last_ = Clamped(position);
+    target_.reset();
+    Container* const root = Screen::Current().GetInputRoot();
+    Control* const found = root == nullptr ? nullptr : Find(*root, last_);
+    if (found == nullptr || !found->IsEnabled()) return;
+    target_ = Access::Weak(*found);
+    ShowPressed(*found, true);
+    TellPressed(*found, last_);
+}
+
+void Input::Move(Graphics::Point position) {
+    if (MustWait()) return Later([this, position] { Move(position); });
+    if (!isDown_) return;
+    last_ = Clamped(position);
+    Control* const target = Locked(target_);
+    if (target == nullptr) return;
+    ShowPressed(*target, target->GetScreenBounds().Contains(last_));
+    Tell(target_, last_, TellMoved);
+}
+
+void Input::Release(Graphics::Point position) {
+    if (MustWait()) return Later([this, position] { Release(position); });
+    Lift(Clamped(position), TellReleasedAndAct);
+}
+
+void Input::Cancel() {
+    if (MustWait()) return Later([this] { Cancel(); });
+    Lift(last_, TellReleased);
+}
+
+void Input::Lift(Graphics::Point position, TouchEvent event) {
+    if (!isDown_) return;
+    isDown_ = false;
+    last_ = position;
+    const Target target = std::exchange(target_, {});
+    if (Control* const control = Locked(target)) ShowPressed(*control, false);
+    Tell(target, position, event);
+}
+
+void Input::KeyPress(KeyCode keyCode) {
+    if (!Screen::Current().IsForeground()) return;
+    if (MustWait()) return Later([this, keyCode] { KeyPress(keyCode); });
+    Controls::Form* const form = Screen::Current().GetCurrentForm();
+    if (form == nullptr || Screen::Current().HasModal()) return;
+    heldKeys_.insert(keyCode);
+    ForEachListener(*form, Access::KeyListeners(*form),
+                    [&](IKeyEventListener& l) { l.OnKeyPressed(*form, keyCode); });
+}
+
+void Input::KeyRelease(KeyCode keyCode) {
+    if (Base::EventLoop::Current().IsHoldingApplication()) {
+        return Later([this, keyCode] { KeyRelease(keyCode); });
+    }
+    Controls::Form* const form = Screen::Current().GetCurrentForm();
+    if (heldKeys_.erase(keyCode) == 0 || form == nullptr) return;
+    ForEachListener(*form, Access::KeyListeners(*form),
+                    [&](IKeyEventListener& l) { l.OnKeyReleased(*form, keyCode); });
+}
+
+void Input::LetGo() {
+    if (Control* const target = Locked(target_)) ShowPressed(*target, false);
+    target_.reset();
+    isDown_ = false;
+    heldKeys_.clear();
+    ++era_;
+}
+
+}  // namespace Osp::Ui

@@ -1,0 +1,83 @@
+// The 800 x 480 screen: what is on it, and when it is brought up to date.
+#pragma once
+
+#include <cairo.h>
+#include <memory>
+#include <vector>
+
+#include <osp/graphics/dimension.h>
+#include <osp/ui/controls/frame.h>
+#include <osp/ui/key_code.h>
+
+#include "osp/base/service.h"
+#include "osp/graphics/surface.h"
+
+namespace Osp::Ui {
+
+class ModalLayer;
+
+/// Where composed screens go: a window, or nowhere.
+class Presenter {
+  public:
+    virtual ~Presenter() = default;
+    /// The screen has changed since it was composed last.
+    virtual void FrameWanted() = 0;
+    /// Returns when the screen as it is now has been presented, or after 50 ms at the latest.
+    virtual void PresentNow() = 0;
+};
+
+/// Loop thread only.
+class Screen : public Service<Screen> {
+  public:
+    static constexpr Graphics::Dimension kSize{800, 480};
+
+    Screen();
+    ~Screen();
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+
+    /// Neither is owned; null takes it away.
+    void SetPresenter(Presenter* presenter) { presenter_ = presenter; }
+    void SetFrame(Controls::Frame* frame) { frame_ = frame; }
+
+    Controls::Form* GetCurrentForm() const;
+    /// What gets touches: the topmost layer above the forms, else the current form. May be null.
+    Container* GetInputRoot() const;
+    /// The current form and the layers above it, bottom to top.
+    std::vector<Container*> GetRoots() const;
+
+    void SetForeground(bool foreground) { foreground_ = foreground; }
+    bool IsForeground() const { return foreground_; }
+
+    /// The control's area has to be composed anew; nothing happens for controls of other forms.
+    void Damage(const Control& control);
+    bool IsDamaged() const { return !cairo_region_is_empty(damage_.get()); }
+    /// Brings the picture of the screen up to date. Valid until the next call.
+    const Graphics::Surface& Compose();
+    /// Presents what has been drawn before it returns.
+    void PresentNow();
+
+    /// Shows `layer` above everything and dispatches only what is not the application's until it
+    /// has been answered. Returns at once in the background.
+    void RunModal(ModalLayer& layer);
+    /// Answers all layers that wait.
+    void AnswerModals();
+    bool HasModal() const { return !modals_.empty(); }
+
+  private:
+    struct RegionDeleter {
+        void operator()(cairo_region_t* region) const { cairo_region_destroy(region); }
+    };
+    using RegionPointer = std::unique_ptr<cairo_region_t, RegionDeleter>;
+
+    void DamageAll();
+
+    Controls::Frame* frame_ = nullptr;  // not owned
+    Presenter* presenter_ = nullptr;    // not owned
+    std::vector<ModalLayer*> modals_;   // not owned; each is on the stack of its RunModal
+    bool foreground_ = false;
+    Graphics::Surface picture_;
+    RegionPointer damage_;
+};
+
+}  // namespace Osp::Ui

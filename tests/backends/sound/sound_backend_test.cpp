@@ -1,0 +1,216 @@
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <gio/gio.h>
+#include <gtest/gtest.h>
+#include <initializer_list>
+#include <memory>
+#include <thread>
+
+#include "host/sound_module.h"
+#include "tests/support/program.h"
+#include "tests/support/temporary_folder.h"
+
+namespace Osp::Media {
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+using Testing::TemporaryFolder;
+
+/// A program that is ended with the object, at the latest.
+class Process {
+  public:
+    explicit Process(std::initializer_list<std::string> arguments) {
+        std::vector<const char*> list;
+        for (const std::string& argument : arguments) list.push_back(argument.c_str());
+        list.push_back(nullptr);
+        process_ = g_subprocess_newv(list.data(), G_SUBPROCESS_FLAGS_NONE, nullptr);
+        EXPECT_NE(process_, nullptr) << *arguments.begin() << " is not installed";
+    }
+    ~Process() {
+        if (process_ == nullptr) return;
+        End();
+        g_object_unref(process_);
+    }
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+
+    void End() {
+        g_subprocess_send_signal(process_, SIGTERM);
+        g_subprocess_wait(process_, nullptr, nullptr);
+    }
+    bool Succeeds() { return g_subprocess_wait_check(process_, nullptr, nullptr) != FALSE; }
+
+  private:
+    GSubprocess* process_;
+};
+
+template <class Condition>
+bool Within(std::chrono::milliseconds limit, const Condition& condition) {
+    for (const auto end = Clock::now() + limit; Clock::now() < end;) {
+        if (condition()) return true;
+        std::this_thread::sleep_for(10ms);
+    }
+    return condition();
+}
+
+/// This process's sound servers are those in its own folder.
+class SoundBackendTest : public testing::Test {
+  protected:
+    SoundBackendTest() {
+        setenv("XDG_RUNTIME_DIR", folder_.Path().c_str(), 1);
+        setenv("PIPEWIRE_RUNTIME_DIR", folder_.Path().c_str(), 1);
+        EXPECT_NE(backend_, nullptr) << "the module cannot be loaded";
+    }
+    std::unique_ptr<Process> StartServer() {
+        auto server = std::make_unique<Process>(std::initializer_list<std::string>{
+            "pipewire", "-c", std::string(KIVO_SOUND_TESTS) + "/sound_server.conf"});
+        EXPECT_TRUE(
+            Within(10s, [this] { return std::filesystem::exists(folder_ / "pipewire-0"); }));
+        return server;
+    }
+
+    TemporaryFolder folder_;
+    std::unique_ptr<SoundBackend> backend_ = Host::LoadSoundBackend();
+};
+
+std::shared_ptr<const SoundClip> Constant(float left, float right, std::size_t frames) {
+    auto clip = std::make_shared<SoundClip>();
+    for (std::size_t i = 0; i < frames; ++i)
+        clip->samples.insert(clip->samples.end(), {left, right});
+    return clip;
+}
+
+/// The most frames in a row of exactly these samples in a WAV file of floats.
+int LongestRun(const std::string& wav, float left, float right) {
+    const std::size_t data = wav.find("data");
+    if (data == std::string::npos) return -1;
+    int longest = 0;
+    int run = 0;
+    for (std::size_t at = data + 8; at + 8 <= wav.size(); at += 8) {
+        float frame[2];
+        std::memcpy(frame, &wav[at], sizeof frame);
+        run = frame[0] == left && frame[1] == right ? run + 1 : 0;
+        longest = std::max(longest, run);
+    }
+    return longest;
+}
+
+float NextLevel(SoundMixer& mixer) {
+    float frame[2];
+    mixer.Mix(frame);
+    return frame[0];
+}
+
+TEST_F(SoundBackendTest, PlaysWhatTheMixerMixesUntilTheServerGoes) {
+    const auto server = StartServer();
+    const auto mixer = std::make_shared<SoundMixer>();
+    const auto device = backend_->Open(mixer);
+    ASSERT_NE(device, nullptr);
+    const std::string recording = folder_ / "recording.wav";
+    Process recorder({"pw-record", "--target", "0", "-P", "{ node.name = test-recorder }",
+                      "--format", "f32", "--rate", "48000", "--channels", "2", recording});
+    ASSERT_TRUE(Process({"sh", std::string(KIVO_SOUND_TESTS) + "/connect_sound.sh"}).Succeeds());
+    EXPECT_FALSE(device->IsLost());
+    mixer->Start(1, Constant(0.25F, -0.5F, kSoundRate / 2), false);
+    EXPECT_TRUE(Within(5s, [&] { return NextLevel(*mixer) == 0; })) << "it plays nothing";
+    std::this_thread::sleep_for(200ms);  // what has been mixed is on its way
+    recorder.End();
+    EXPECT_GE(LongestRun(Testing::ReadText(recording), 0.25F, -0.5F), kSoundRate / 10);
+
+    device->SetActive(false);
+    std::this_thread::sleep_for(200ms);
+    mixer->Start(2, Constant(0.25F, 0.25F, kSoundRate / 10), false);
+    std::this_thread::sleep_for(500ms);
+    EXPECT_EQ(NextLevel(*mixer), 0.25F) << "it plays while it sleeps";
+    device->SetActive(true);
+    EXPECT_TRUE(Within(5s, [&] { return NextLevel(*mixer) == 0; })) << "it did not wake up";
+
+    server->End();
+    EXPECT_TRUE(Within(5s, [&] { return device->IsLost(); }));
+    device->SetActive(false);
+}
+
+TEST_F(SoundBackendTest, WithoutAServerThereIsNoDeviceAndNoWait) {
+    const auto start = Clock::now();
+    EXPECT_EQ(backend_->Open(std::make_shared<SoundMixer>()), nullptr);
+    EXPECT_LT(Clock::now() - start, 1s);
+}
+
+/// A WAV file of 16-bit samples.
+std::string Wav(int rate, int channels, const std::vector<std::int16_t>& samples) {
+    std::string wav;
+    const auto put = [&wav](std::size_t value, int bytes) {
+        for (; bytes > 0; --bytes, value >>= 8) wav.push_back(static_cast<char>(value));
+    };
+    const auto frameBytes = static_cast<std::size_t>(channels) * 2;
+    const auto bytesASecond = static_cast<std::size_t>(rate) * frameBytes;
+    wav += "RIFF";
+    put(36 + samples.size() * 2, 4);
+    wav += "WAVEfmt ";
+    put(16, 4);
+    put(1, 2);
+    put(static_cast<std::size_t>(channels), 2);
+    put(static_cast<std::size_t>(rate), 4);
+    put(bytesASecond, 4);
+    put(frameBytes, 2);
+    put(16, 2);
+    wav += "data";
+    put(samples.size() * 2, 4);
+    for (const std::int16_t sample : samples) put(static_cast<std::uint16_t>(sample), 2);
+    return wav;
+}
+
+TEST_F(SoundBackendTest, DecodesClipsToItsOwnFormat) {
+    std::vector<std::int16_t> samples;
+    for (int i = 0; i < 2 * 4800; ++i) samples.push_back(static_cast<std::int16_t>(i * 3 + 2000));
+    Testing::WriteText(folder_ / "exact.wav", Wav(48000, 2, samples));
+    const SoundClip exact = backend_->Decode(folder_ / "exact.wav");
+    ASSERT_EQ(exact.samples.size(), samples.size());
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        ASSERT_NEAR(exact.samples[i], samples[i] / 32768.0, 1e-6) << i;
+    }
+    Testing::WriteText(folder_ / "other.wav",
+                       Wav(22050, 1, std::vector<std::int16_t>(22050, 8192)));
+    const SoundClip other = backend_->Decode(folder_ / "other.wav");
+    EXPECT_NEAR(static_cast<double>(other.Frames()), 48000, 100);
+    EXPECT_NEAR(other.samples[48000], 0.25, 0.01);
+    EXPECT_EQ(other.samples[48000], other.samples[48001]);
+
+    const std::string resources = Kivo::Testing::ProgramFolder() + "/../share/kivo-camera/Res/";
+    for (const char* name : {"kivo.mp3", "dslr.mp3", "others.mp3", "snd_change_roll.wav"}) {
+        const SoundClip clip = backend_->Decode(resources + name);
+        EXPECT_GT(clip.Frames(), 1000u) << name;
+        EXPECT_LT(clip.Frames(), 3u * kSoundRate) << name;
+        float loudest = 0;
+        for (std::size_t i = 0; i < std::min<std::size_t>(200, clip.samples.size()); ++i) {
+            loudest = std::max(loudest, std::abs(clip.samples[i]));
+        }
+        EXPECT_GT(loudest, 0.001F) << name << " begins with silence";
+    }
+}
+
+TEST_F(SoundBackendTest, WhatIsNoSoundIsEmptyAndTakesNoTime) {
+    Testing::WriteText(folder_ / "text.mp3", "this is no sound, whatever its name says");
+    Testing::WriteText(folder_ / "empty.wav", "");
+    Testing::WriteText(folder_ / "cut.wav", Wav(48000, 2, {1, 2, 3}).substr(0, 30));
+    const auto start = Clock::now();
+    for (const char* name : {"text.mp3", "empty.wav", "cut.wav", "missing.wav", "."}) {
+        EXPECT_EQ(backend_->Decode(folder_ / name).Frames(), 0u) << name;
+    }
+    EXPECT_LT(Clock::now() - start, 5s);
+}
+
+TEST_F(SoundBackendTest, ALongSoundIsCut) {
+    Testing::WriteText(folder_ / "long.wav",
+                       Wav(8000, 1, std::vector<std::int16_t>(8000 * 40, 8192)));
+    const std::size_t frames = backend_->Decode(folder_ / "long.wav").Frames();
+    EXPECT_GE(frames, 30u * kSoundRate);
+    EXPECT_LE(frames, 32u * kSoundRate);
+}
+
+}  // namespace
+}  // namespace Osp::Media

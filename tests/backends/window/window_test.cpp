@@ -1,0 +1,216 @@
+// The camera in a real window, used with real X events.
+#include <X11/keysym.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "tests/support/fake_screen_saver.h"
+#include "tests/support/program.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/x_server.h"
+
+namespace Kivo {
+namespace {
+
+using nlohmann::json;
+using namespace Testing;
+
+class WindowTest : public testing::Test {
+  protected:
+    explicit WindowTest(const std::string& sessionBus = "disabled:",
+                        const std::vector<std::string>& options = {})
+        : camera_(Arguments(options),
+                  {{"DISPLAY", x_.Name()},
+                   {"GDK_BACKEND", "x11"},
+                   {"DBUS_SESSION_BUS_ADDRESS", sessionBus},
+                   {"GTK_A11Y", "none"},
+                   // Toolkit and display driver keep things to the end, and leave no name behind.
+                   {"ASAN_OPTIONS", "detect_leaks=0"}}) {
+        camera_.Send("await preview 20000");
+        window_ = x_.FindWindow("KIVO Camera");
+        EXPECT_NE(window_, 0u);
+        camera_.Send("wait 300");  // a window takes input once it has been laid out
+        Sync();
+    }
+
+    std::vector<std::string> Arguments(const std::vector<std::string>& options) const {
+        std::vector<std::string> all{"--script",  "-",     "--data",      folder_.Path(),
+                                     "--primary", "scene", "--secondary", "scene"};
+        all.insert(all.end(), options.begin(), options.end());
+        return all;
+    }
+
+    /// Returns when the camera has done everything that was sent.
+    void Sync() { Ask("print sounds"); }
+
+    /// What a script command prints.
+    json Ask(const std::string& command) {
+        camera_.Send(command);
+        const std::string line = camera_.ReadLine();
+        if (!line.empty()) return json::parse(line);
+        ADD_FAILURE() << command << ": the camera has ended: " << camera_.Finish().errors;
+        return json::object();
+    }
+    std::vector<int> BoundsOf(const std::string& name) {
+        const json screen = Ask("print screen");
+        for (const json& control : screen["controls"]) {
+            if (control["text"] == name) return control["bounds"];
+        }
+        ADD_FAILURE() << name << " is not on the screen";
+        return {0, 0, 0, 0};
+    }
+    void Click(int x, int y) {
+        x_.MoveTo(x, y);
+        x_.Press();
+        x_.Release();
+    }
+    /// Returns when the camera has noticed.
+    void Focus(unsigned long window) {
+        x_.Focus(window);
+        camera_.Send("wait 500");
+        Sync();
+    }
+    void AwaitPhotos(int count) { camera_.Send("await photos " + std::to_string(count)); }
+    void EndWell() {
+        const ProgramResult result = camera_.Finish();
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+    }
+
+    Osp::Testing::TemporaryFolder folder_;
+    XServer x_;
+    CameraProgram camera_;
+    unsigned long window_ = 0;
+};
+
+TEST_F(WindowTest, TheMouseAndTheCameraKeysTakePhotographs) {
+    Click(736, 228);
+    AwaitPhotos(1);
+    int count = 1;
+    for (const unsigned long key : {XK_space, XK_Return}) {
+        camera_.Send("wait 300");
+        Sync();
+        x_.Key(key);
+        AwaitPhotos(++count);
+    }
+    EndWell();
+}
+
+TEST_F(WindowTest, PositionsAreExactAtAnyWindowSize) {
+    struct {
+        int width, height, left, top;
+        double scale;
+    } const sizes[] = {{800, 480, 0, 0, 1.0},
+                       {1600, 960, 0, 0, 2.0},
+                       {1000, 480, 100, 0, 1.0},
+                       {800, 1000, 0, 260, 1.0}};
+    for (const auto& size : sizes) {
+        SCOPED_TRACE(std::to_string(size.width) + " x " + std::to_string(size.height));
+        x_.Resize(window_, size.width, size.height);
+        camera_.Send("wait 500");
+        const std::vector<int> before = BoundsOf("Zoom");
+        const auto at = [&size](double position, int offset) {
+            return static_cast<int>(position * size.scale) + offset;
+        };
+        Click(at(505 - 2, size.left), at(20, size.top));
+        camera_.Send("wait 500");
+        EXPECT_EQ(BoundsOf("Zoom"), before) << "two pixels beside it";
+        Click(at(505 + 1, size.left), at(20, size.top));
+        camera_.Send("wait 500");
+        EXPECT_NE(BoundsOf("Zoom"), before) << "on its edge: it comes out, or goes back";
+    }
+    EndWell();
+}
+
+TEST_F(WindowTest, MinimisingStopsTheCameraAndRestoringWakesIt) {
+    x_.SetMinimised(window_, true);
+    camera_.Send("wait 500");
+    Sync();
+    x_.Key(XK_space);
+    camera_.Send("wait 1000");
+    camera_.Send("expect photos 0");
+    x_.SetMinimised(window_, false);
+    camera_.Send("wait 1000");
+    camera_.Send("await preview");
+    Sync();
+    x_.Key(XK_space);
+    AwaitPhotos(1);
+    EndWell();
+}
+
+TEST_F(WindowTest, AKeyHeldWhenTheFocusGoesIsLetGo) {
+    Focus(window_);
+    x_.HoldKey(XK_space, true);
+    AwaitPhotos(1);
+    Sync();
+    Focus(0);
+    x_.HoldKey(XK_space, false);
+    Focus(window_);
+    x_.Key(XK_space);
+    AwaitPhotos(2);
+    EndWell();
+}
+
+TEST_F(WindowTest, AButtonHeldWhenTheFocusGoesOrTheWindowIsMinimisedIsLetGo) {
+    x_.MoveTo(736, 228);
+    for (const bool isMinimised : {false, true}) {
+        Focus(window_);
+        x_.Press();
+        if (isMinimised) x_.SetMinimised(window_, true);
+        Focus(0);
+        x_.SetMinimised(window_, false);
+        Focus(window_);
+        x_.Release();
+        camera_.Send("wait 1000");
+        camera_.Send("expect photos 0");
+        Sync();
+    }
+    Click(736, 228);
+    AwaitPhotos(1);
+    EndWell();
+}
+
+class KioskTest : public WindowTest {
+  protected:
+    KioskTest() : WindowTest("disabled:", {"--fullscreen"}) {}
+};
+
+// No window manager runs on the private server.
+TEST_F(KioskTest, FullscreenFillsTheScreenWithoutAWindowManager) {
+    Click(736 * 2, 120 + 228 * 2);
+    AwaitPhotos(1);
+    EXPECT_EQ(x_.PixelAt(800, 60), 0u) << "the bar above the picture";
+    EndWell();
+}
+
+struct SessionBus {
+    FakeScreenSaver screenSaver;
+};
+
+class DesktopTest : protected SessionBus, public WindowTest {
+  protected:
+    DesktopTest() : WindowTest(screenSaver.address) {}
+};
+
+TEST_F(DesktopTest, TheScreenIsKeptOnOnlyWhileTheCameraPreviews) {
+    camera_.Send("wait 1000");
+    Sync();
+    EXPECT_EQ(screenSaver.inhibited, 1);
+    camera_.Send("key camera");
+    AwaitPhotos(1);
+    camera_.Send("wait 1000");
+    Sync();
+    EXPECT_EQ(screenSaver.calls, 1) << "the pause of a photograph is not worth a call";
+    x_.SetMinimised(window_, true);
+    camera_.Send("wait 1000");
+    Sync();
+    EXPECT_EQ(screenSaver.inhibited, 0);
+    x_.SetMinimised(window_, false);
+    camera_.Send("wait 1500");
+    Sync();
+    EXPECT_EQ(screenSaver.inhibited, 1);
+    EndWell();
+}
+
+}  // namespace
+}  // namespace Kivo

@@ -1,0 +1,53 @@
+// File names and descriptions of photographs.
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "capture/photo_description.h"
+#include "capture/photo_number.h"
+
+namespace {
+
+using namespace Kivo;
+
+TEST(PhotoNumber, FollowsTheHighestInUse) {
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(HighestPhotoNumber(Names{}), -1);
+    EXPECT_EQ(HighestPhotoNumber(Names{"KIVO0009.jpg", "KIVO0041.jpg", "KIVO0010.jpg"}), 41);
+    EXPECT_EQ(HighestPhotoNumber(Names{"KIVOabcd.jpg", "kivo0007.jpg", "IMG_0008.jpg"}), -1);
+    EXPECT_EQ(HighestPhotoNumber(Names{"KIVO12345.jpg"}), 1234);
+    EXPECT_EQ(HighestPhotoNumber(Names{"KIVO0003", "KIVO0005.png.part"}), 5);
+}
+
+TEST(PhotoNumber, NeedsFourDigits) {
+    for (const char* name : {"KIVO", "KIVO12", "KIVO12.jpg", "KIVO 123.jpg", "KIVO+123.jpg",
+                             "KIVO12a4.jpg", "KIVO0x12.jpg", "", ".KIVO0001.jpg"}) {
+        EXPECT_FALSE(PhotoNumberOf(name)) << name;
+    }
+    EXPECT_EQ(PhotoNumberOf("KIVO0000.jpg"), 0);
+    EXPECT_EQ(HighestPhotoNumber(std::vector<std::string>{"KIVO-123.jpg"}), -1);
+}
+
+TEST(PhotoNumber, IsPaddedToFourDigits) {
+    EXPECT_EQ(PhotoFileName(0), "KIVO0000.jpg");
+    EXPECT_EQ(PhotoFileName(42), "KIVO0042.jpg");
+    EXPECT_EQ(PhotoFileName(1000), "KIVO1000.jpg");
+    EXPECT_EQ(PhotoFileName(10000), "KIVO10000.jpg");
+}
+
+TEST(PhotoDescription, NamesTypeEffectZoomAndHdr) {
+    EXPECT_EQ(
+        ComposePhotoDescription(CameraType::kDslr, PhotoEffect::kSepia, ZoomLevel::k1_5X, false),
+        "DSLR (Sepia),1.5X");
+    EXPECT_EQ(
+        ComposePhotoDescription(CameraType::kKivo, PhotoEffect::kNormal, ZoomLevel::k1X, true),
+        "KIVO (Normal),1X,HDR");
+    EXPECT_EQ(ComposePhotoDescription(CameraType::kTiltShift, PhotoEffect::kBlackWhite,
+                                      ZoomLevel::k4X, false),
+              "TILT (B&W),4X");
+    EXPECT_EQ(ComposePhotoDescription(CameraType::kMix, PhotoEffect{200}, ZoomLevel::k3_5X, false),
+              "MIX (Normal),3.5X")
+        << "an effect that is none";
+}
+
+}  // namespace

@@ -1,0 +1,106 @@
+// The page with all that the camera can make of a picture.
+#include <gtest/gtest.h>
+
+#include "develop/sheet_layout.h"
+#include "tests/develop/develop_fixture.h"
+#include "tests/support/plain_composition.h"
+
+namespace Kivo::Testing {
+namespace {
+
+using Osp::Graphics::Rectangle;
+using Tools::SheetLayout;
+
+class ContactSheetTest : public DevelopTest {
+  protected:
+    /// The sheet of a picture, with further arguments.
+    Picture Sheet(const Picture& picture, std::vector<std::string> arguments = {}) {
+        const std::string in = Write("in.ppm", ToPpm(picture));
+        arguments.insert(arguments.begin(), {"--sheet", in, "-o", At("sheet.ppm")});
+        Develop(arguments);
+        return FromPpm(Read("sheet.ppm"));
+    }
+};
+
+std::vector<int> ColourAt(const Picture& picture, int x, int y) {
+    const std::uint8_t* const pixel = picture.View().Row(y) + 3 * x;
+    return {pixel[0], pixel[1], pixel[2]};
+}
+
+/// Whether all channels differ by at most 2, which scaling may make of a flat neighbourhood.
+bool IsClose(const std::vector<int>& a, const std::vector<int>& b) {
+    for (std::size_t c = 0; c < 3; ++c) {
+        if (std::abs(a[c] - b[c]) > 2) return false;
+    }
+    return true;
+}
+
+/// Two flat halves, left and right, so that most of what the developments do to colours shows.
+Picture Halves(int width, int height) {
+    Picture picture(width, height);
+    for (int i = 0; i < width * height; ++i) {
+        const bool left = i % width < width / 2;
+        std::uint8_t* const pixel = picture.bytes.data() + 3 * i;
+        pixel[0] = left ? 200 : 40;
+        pixel[1] = left ? 90 : 130;
+        pixel[2] = left ? 60 : 180;
+    }
+    return picture;
+}
+
+TEST_F(ContactSheetTest, ShowsEveryCombinationInItsPlace) {
+    const Plain::Levels levels;
+    const Picture in = Halves(480, 288);
+    for (const bool hdr : {false, true}) {
+        const Picture sheet =
+            Sheet(in, hdr ? std::vector<std::string>{"--hdr"} : std::vector<std::string>{});
+        const SheetLayout layout({in.width, in.height});
+        ASSERT_EQ(sheet.width, layout.Sheet().width);
+        ASSERT_EQ(sheet.height, layout.Sheet().height);
+        for (int type = 0; type < 6; ++type) {
+            const std::vector<Picture> frames(type == 2 || type == 3 ? 4 : type == 4 ? 2 : 1, in);
+            for (int effect = 0; effect < 10; ++effect) {
+                const Picture expected = ComposePlain({type, effect, false, hdr}, frames, levels);
+                const Rectangle frame = layout.Frame(type, effect);
+                ASSERT_EQ(frame.height, 144);  // half the picture's
+                for (const auto& [x, y] : {std::pair{40, 40}, {200, 40}, {40, 110}, {190, 100}}) {
+                    EXPECT_TRUE(IsClose(ColourAt(sheet, frame.x + x, frame.y + y),
+                                        ColourAt(expected, 2 * x, 2 * y)))
+                        << "type " << type << " effect " << effect << " at " << x << ", " << y;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(ContactSheetTest, HasACaptionUnderEveryFrame) {
+    const Picture sheet = Sheet(Picture(100, 60, 0));
+    const SheetLayout layout({100, 60});
+    for (int type = 0; type < 6; ++type) {
+        for (int effect = 0; effect < 10; ++effect) {
+            const Rectangle box = layout.Caption(type, effect);
+            int light = 0;
+            for (int y = box.y; y < box.y + box.height; ++y) {
+                for (int x = box.x; x < box.x + box.width; ++x) {
+                    light += ColourAt(sheet, x, y)[0] > 200 ? 1 : 0;
+                }
+            }
+            EXPECT_GT(light, 100) << "type " << type << " effect " << effect;
+            EXPECT_LT(light, box.width * box.height / 2);
+        }
+    }
+}
+
+TEST_F(ContactSheetTest, FitsPicturesOfEveryShape) {
+    for (const Size& size : {Size{4000, 3}, Size{480, 800}}) {
+        const Picture sheet = Sheet(Picture(size.width, size.height, 9));
+        EXPECT_EQ(sheet.width, SheetLayout({size.width, size.height}).Sheet().width);
+    }
+    const std::string narrow = Write("narrow.ppm", ToPpm(Picture(3, 900)));
+    ExpectRefusal({"--sheet", narrow, "-o", At("sheet.png")}, 1, "ACTION takes");
+    const Picture turned = Sheet(Picture(160, 120, 9), {"--secondary"});
+    EXPECT_EQ(turned.height, SheetLayout({120, 160}).Sheet().height);
+}
+
+}  // namespace
+}  // namespace Kivo::Testing

@@ -1,0 +1,317 @@
+#include "osp/io/safe_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <random>
+#include <set>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <utility>
+#include <vector>
+
+#include "osp/base/event_loop.h"
+#include "osp/io/temporary_file.h"
+#include "tests/support/faults.h"
+#include "tests/support/temporary_folder.h"
+
+namespace Osp::Io {
+namespace {
+
+using Testing::InOwnProcess;
+using Testing::ReadText;
+using Testing::ReadTree;
+using Testing::TemporaryFolder;
+using Testing::WriteText;
+using Tree = std::map<std::string, std::string>;
+
+std::vector<Base::byte> Block(std::size_t sizeBytes) {
+    return std::vector<Base::byte>(sizeBytes, 0xA5);
+}
+
+TEST(SafeFile, WritesTheWholeContentWithItsModeAndDate) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "a.bin";
+    ASSERT_EQ(WriteFileSafely(path, "new", {.mode = 0600, .modifiedMs = 1767268800123}),
+              result::kSuccess);
+    ASSERT_EQ(WriteFileSafely(path, "newer", {.mode = 0600, .modifiedMs = 1767268800456}),
+              result::kSuccess);
+    EXPECT_EQ(ReadTree(folder.Path()), (Tree{{"a.bin", "newer"}}));
+    struct stat status;
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600u);
+    EXPECT_EQ(status.st_mtim.tv_sec, 1767268800);
+    EXPECT_EQ(status.st_mtim.tv_nsec, 456'000'000);
+}
+
+TEST(SafeFile, LetsNobodyReadAFileWhoCouldNotReadTheOlderOne) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "a.bin";
+    const auto modeAfter = [&path](mode_t older, mode_t asked) {
+        chmod(path.c_str(), older);
+        EXPECT_EQ(WriteFileSafely(path, "new", {.mode = asked}), result::kSuccess);
+        struct stat status {};
+        EXPECT_EQ(stat(path.c_str(), &status), 0);
+        return status.st_mode & 0777;
+    };
+    WriteText(path, "old");
+    EXPECT_EQ(modeAfter(0640, 0666), 0640u);
+    EXPECT_EQ(modeAfter(0666, 0666), 0666u) << "whatever the mask";
+    EXPECT_EQ(modeAfter(0644, 0600), 0600u);
+}
+
+TEST(SafeFile, DatesFollowAVirtualClockOnly) {
+    EXPECT_FALSE(NewFileDateMs());
+    Base::VirtualClock clock;
+    Base::EventLoop loop(clock);
+    const Service<Base::EventLoop>::Installed installed(loop);
+    clock.AdvanceTo(std::chrono::milliseconds(250));
+    EXPECT_EQ(NewFileDateMs(), clock.EpochMs());
+    Base::RealClock real;
+    Base::EventLoop realLoop(real);
+    const Service<Base::EventLoop>::Installed realInstalled(realLoop);
+    EXPECT_FALSE(NewFileDateMs());
+}
+
+TEST(SafeFile, KeepsOrRefusesWhatStandsInItsWay) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "KIVO1000.jpg";
+    for (const char* content : {"first", "second", "third"}) {
+        ASSERT_EQ(WriteFileSafely(path, content, {.replace = Replace::kKeepOld}), result::kSuccess);
+    }
+    EXPECT_EQ(WriteFileSafely(path, "fourth", {.replace = Replace::kRefuse}),
+              result::kKeyAlreadyExists);
+    EXPECT_EQ(ReadTree(folder.Path()), (Tree{{"KIVO1000.jpg", "third"},
+                                             {"old-1-KIVO1000.jpg", "first"},
+                                             {"old-2-KIVO1000.jpg", "second"}}));
+    EXPECT_EQ(WriteFileSafely(folder / "b", "b", {.replace = Replace::kRefuse}), result::kSuccess);
+    EXPECT_EQ(ReadText(folder / "b"), "b");
+}
+
+TEST(SafeFile, AKeptNameLeftByAKilledRunIsNotKeptTwice) {
+    const TemporaryFolder folder;
+    WriteText(folder / "a", "first");
+    std::filesystem::create_hard_link(folder / "a", folder / "old-1-a");
+    ASSERT_EQ(WriteFileSafely(folder / "a", "second", {.replace = Replace::kKeepOld}),
+              result::kSuccess);
+    EXPECT_EQ(ReadTree(folder.Path()), (Tree{{"a", "second"}, {"old-1-a", "first"}}));
+}
+
+TEST(SafeFile, NeverRunsOutOfNamesForWhatItKeeps) {
+    const TemporaryFolder folder;
+    WriteText(folder / "a", "older");
+    WriteText(folder / "old-10000-a", "oldest");
+    WriteText(folder / "old-20000-b", "another");
+    WriteText(folder / "old-x-a", "no number");
+    ASSERT_EQ(WriteFileSafely(folder / "a", "new", {.replace = Replace::kKeepOld}),
+              result::kSuccess);
+    EXPECT_EQ(ReadTree(folder.Path()), (Tree{{"a", "new"},
+                                             {"old-10000-a", "oldest"},
+                                             {"old-10001-a", "older"},
+                                             {"old-20000-b", "another"},
+                                             {"old-x-a", "no number"}}));
+}
+
+/// Stores 50 contents of its own among those of other writers: all under one name, or each under
+/// the next name that nobody has.
+void StoreAmongOthers(const TemporaryFolder& folder, Replace replace, int writer) {
+    int number = 0;
+    for (int i = 0; i < 50; ++i) {
+        const std::string content = std::to_string(writer * 1000 + i);
+        result r = result::kKeyAlreadyExists;
+        while (r == result::kKeyAlreadyExists) {
+            if (replace == Replace::kRefuse) ++number;
+            r = WriteFileSafely(folder / std::to_string(number), content, {.replace = replace});
+        }
+        ASSERT_EQ(r, result::kSuccess);
+    }
+}
+
+TEST(SafeFile, WritersAtOnceLoseNothingOfEachOthers) {
+    constexpr int kWriters = 3;
+    const std::vector<std::vector<std::pair<int, int>>> missing = {
+        {}, {{SYS_renameat2, EINVAL}}, {{SYS_renameat2, ENOSYS}, {SYS_linkat, EPERM}}};
+    for (std::size_t system = 0; system < missing.size(); ++system) {
+        for (const auto replace : {Replace::kKeepOld, Replace::kRefuse}) {
+            SCOPED_TRACE(testing::Message()
+                         << "file system " << system << ", replace " << static_cast<int>(replace));
+            const TemporaryFolder folder;
+            Testing::InProcessesAtOnce(kWriters, [&](int writer) {
+                for (const auto& [call, error] : missing[system]) Testing::RefuseCall(call, error);
+                StoreAmongOthers(folder, replace, writer);
+            });
+            std::set<std::string> contents;
+            for (const auto& [name, content] : ReadTree(folder.Path())) contents.insert(content);
+            EXPECT_EQ(contents.size(), 50u * kWriters);
+            EXPECT_EQ(ReadTree(folder.Path()).size(), 50u * kWriters) << "nothing left over";
+        }
+    }
+}
+
+// The system refuses links to what belongs to somebody else, as memory cards refuse all links.
+TEST(SafeFile, KeepsTheOldFileWhereLinksAreRefused) {
+    const TemporaryFolder folder;
+    WriteText(folder / "a", "first");
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms::all);
+    struct stat before;
+    ASSERT_EQ(stat((folder / "a").c_str(), &before), 0);
+    InOwnProcess([&] {
+        Testing::BecomeNobody();
+        EXPECT_EQ(WriteFileSafely(folder / "a", "second", {.replace = Replace::kKeepOld}),
+                  result::kSuccess);
+        EXPECT_EQ(WriteFileSafely(folder / "a", "third", {.replace = Replace::kKeepOld}),
+                  result::kSuccess);
+    });
+    EXPECT_EQ(ReadTree(folder.Path()),
+              (Tree{{"a", "third"}, {"old-1-a", "first"}, {"old-2-a", "second"}}));
+    struct stat kept;
+    ASSERT_EQ(stat((folder / "old-1-a").c_str(), &kept), 0);
+    EXPECT_EQ(kept.st_mtim.tv_sec, before.st_mtim.tv_sec);
+}
+
+TEST(SafeFile, AFullDiskLeavesTheOlderFileAndNothingElse) {
+    const TemporaryFolder folder;
+    InOwnProcess([&] {
+        Testing::LimitSpace(folder.Path(), 64 * 1024);
+        ASSERT_EQ(WriteFileSafely(folder / "a", "old"), result::kSuccess);
+        for (const auto replace : {Replace::kOverwrite, Replace::kKeepOld}) {
+            EXPECT_EQ(WriteFileSafely(folder / "a", Block(256 * 1024), {.replace = replace}),
+                      result::kStorageFull);
+        }
+        EXPECT_EQ(WriteFileSafely(folder / "b", Block(256 * 1024)), result::kStorageFull);
+        EXPECT_EQ(ReadTree(folder.Path()), (Tree{{"a", "old"}}));
+        EXPECT_EQ(WriteFileSafely(folder / "b", "fits"), result::kSuccess);
+    });
+}
+
+TEST(SafeFile, ReadOnlyAndVanishedFoldersAreToldApart) {
+    const TemporaryFolder folder;
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms(0755));
+    const std::string readOnly = folder / "read-only";
+    std::filesystem::create_directory(readOnly);
+    WriteText(readOnly + "/a", "old");
+    std::filesystem::permissions(readOnly, std::filesystem::perms(0555));
+    InOwnProcess([&] {
+        Testing::ObeyFileModes();
+        EXPECT_EQ(WriteFileSafely(readOnly + "/a", "new"), result::kPermissionDenied);
+        EXPECT_EQ(WriteFileSafely(readOnly + "/b", "new"), result::kPermissionDenied);
+    });
+    EXPECT_EQ(WriteFileSafely(folder / "gone/a", "new"), result::kFileNotFound);
+    EXPECT_EQ(WriteFileSafely(readOnly + "/a/b", "new"), result::kFileNotFound);
+    EXPECT_EQ(ReadTree(folder.Path()), (Tree{{"read-only/a", "old"}}));
+}
+
+// In a sticky folder, what belongs to somebody else can be read but not replaced.
+TEST(SafeFile, AFailedReplacementTakesBackTheKeptName) {
+    if (geteuid() != 0) GTEST_SKIP() << "only the superuser can set the scene";
+    const TemporaryFolder folder;
+    WriteText(folder / "a", "old");
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms(01777));
+    InOwnProcess([&] {
+        Testing::BecomeNobody();
+        for (const auto replace : {Replace::kOverwrite, Replace::kKeepOld}) {
+            EXPECT_EQ(WriteFileSafely(folder / "a", "new", {.replace = replace}),
+                      result::kPermissionDenied);
+        }
+    });
+    EXPECT_EQ(ReadTree(folder.Path()), (Tree{{"a", "old"}}));
+}
+
+TEST(StaleTemporaries, GoOnlyWhenTheyAreOursAndNobodyWritesThem) {
+    const TemporaryFolder folder;
+    const std::vector<std::string> foreign = {".kivo-notes.tmp", ".kivo-1-2.tmp.txt",
+                                              ".a.tmp",          ".kivo-.tmp",
+                                              ".kivo-1-.tmp",    "kivo-1-2.tmp"};
+    for (const auto& name : foreign) WriteText(folder / name, "keep");
+    WriteText(folder / ".kivo-1-1.tmp", "stale");
+    const FileDescriptor opened(open(folder.Path().c_str(), O_RDONLY | O_DIRECTORY));
+    FileDescriptor file;
+    TransientName name(opened.Get());
+    ASSERT_EQ(CreateTemporary(opened.Get(), 0600, file, name), result::kSuccess);
+    ASSERT_TRUE(IsTemporaryName(name.Get()));
+
+    InOwnProcess([&] { RemoveStaleTemporaries(folder.Path()); });
+    EXPECT_EQ(ReadTree(folder.Path()).count(name.Get()), 1u);
+    EXPECT_EQ(ReadTree(folder.Path()).size(), foreign.size() + 1);
+    file = FileDescriptor();
+    RemoveStaleTemporaries(folder.Path());
+    EXPECT_EQ(ReadTree(folder.Path()).size(), foreign.size());
+}
+
+constexpr std::size_t kNumberCount = 32 * 1024;
+
+std::vector<Base::byte> Numbered(unsigned number) {
+    const std::vector<unsigned> numbers(kNumberCount, number);
+    std::vector<Base::byte> bytes(kNumberCount * sizeof number);
+    std::memcpy(bytes.data(), numbers.data(), bytes.size());
+    return bytes;
+}
+
+/// The number that fills `content`; fails where it is not whole.
+unsigned NumberOf(const std::string& name, const std::string& content) {
+    unsigned number = 0;
+    std::memcpy(&number, content.data(), std::min(content.size(), sizeof number));
+    const auto whole = Numbered(number);
+    const bool isWhole = content.size() == whole.size() &&
+                         std::memcmp(content.data(), whole.data(), whole.size()) == 0;
+    EXPECT_TRUE(isWhole) << name << " of " << content.size() << " bytes";
+    return number;
+}
+
+void SaveEndlessly(const TemporaryFolder& folder, unsigned first, int report) {
+    for (unsigned number = first;; ++number) {
+        const auto bytes = Numbered(number);
+        const bool done =
+            Succeeded(
+                WriteFileSafely(folder / "KIVO1000.jpg", bytes, {.replace = Replace::kKeepOld})) &&
+            Succeeded(WriteFileSafely(folder / ("KIVO-" + std::to_string(number)), bytes)) &&
+            write(report, &number, sizeof number) == sizeof number;
+        if (!done) return;
+    }
+}
+
+TEST(SafeFile, KilledWritersLeaveEveryFileWholeAndNoneLost) {
+    std::minstd_rand random(1);
+    int staleRounds = 0;
+    for (unsigned round = 0; round < 100; ++round) {
+        const TemporaryFolder folder;
+        WriteText(folder / "older", "untouched");
+        const std::string reported = Testing::KilledAfter(
+            std::chrono::microseconds(2000 + random() % 20000),
+            [&](int report) { SaveEndlessly(folder, round * 1000 + 1, report); });
+
+        const bool hadStale = std::ranges::any_of(
+            ReadTree(folder.Path()), [](const auto& file) { return IsTemporaryName(file.first); });
+        staleRounds += hadStale ? 1 : 0;
+        RemoveStaleTemporaries(folder.Path());
+        auto files = ReadTree(folder.Path());
+        EXPECT_EQ(files.extract("older").mapped(), "untouched");
+        std::set<unsigned> single;
+        std::set<unsigned> kept;
+        for (const auto& [name, content] : files) {
+            EXPECT_NE(name.front(), '.');
+            (name.starts_with("KIVO-") ? single : kept).insert(NumberOf(name, content));
+        }
+        for (std::size_t at = 0; at < reported.size(); at += sizeof(unsigned)) {
+            unsigned number = 0;
+            std::memcpy(&number, reported.data() + at, sizeof number);
+            EXPECT_TRUE(single.contains(number) && kept.contains(number)) << number;
+        }
+    }
+    EXPECT_GT(staleRounds, 0) << "no writer was hit at work";
+}
+
+TEST(SetAside, FindsAFreeName) {
+    const TemporaryFolder folder;
+    for (const char* content : {"one", "two"}) {
+        WriteText(folder / "a", content);
+        EXPECT_TRUE(SetAside(folder / "a"));
+    }
+    EXPECT_FALSE(SetAside(folder / "a"));
+    EXPECT_EQ(ReadTree(folder.Path()), (Tree{{"a.damaged-1", "one"}, {"a.damaged-2", "two"}}));
+}
+
+}  // namespace
+}  // namespace Osp::Io

@@ -1,0 +1,415 @@
+#include "osp/media/camera/camera_session.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "tests/support/camera_fixture.h"
+#include "tests/support/scripted_device.h"
+#include "tests/support/test_loop.h"
+
+namespace Osp::Media {
+namespace {
+
+using namespace std::chrono_literals;
+using State = SessionState;
+
+class CameraSessionTest : public testing::Test {
+  protected:
+    CameraSessionTest() {
+        slot_.device = std::make_unique<ScriptedDevice>("device");
+        slot_.standIn = std::make_unique<ScriptedDevice>("stand-in");
+        device_ = static_cast<ScriptedDevice*>(slot_.device.get());
+        standIn_ = static_cast<ScriptedDevice*>(slot_.standIn.get());
+        standIn_->focusResult = result::kUnsupported;
+        standIn_->flashResult = result::kUnsupported;
+        Renew();
+    }
+    void Renew() {
+        session_.reset();
+        session_ = std::make_unique<CameraSession>(listener_, slot_);
+    }
+
+    void Bring(State state) {
+        if (state == State::kOff) return;
+        ASSERT_EQ(session_->PowerOn(), result::kSuccess);
+        if (state == State::kOn) return;
+        ASSERT_EQ(session_->StartPreview(true), result::kSuccess);
+        if (state == State::kFocusing) {
+            ASSERT_EQ(session_->StartAutoFocus(), result::kSuccess);
+        }
+        if (state == State::kCapturing) {
+            ASSERT_EQ(session_->Capture(), result::kSuccess);
+        }
+        if (state == State::kDisconnected) SetConnected(false);
+        ASSERT_EQ(session_->State(), state);
+        test_.Settle();
+        listener_.TakeNotes();
+    }
+    /// As the service does it.
+    void SetConnected(bool isConnected) {
+        if (std::exchange(slot_.isConnected, isConnected) == isConnected) return;
+        if (slot_.user != nullptr) slot_.user->OnConnectionChanged();
+    }
+    void DeliverFrame() { device_->client->OnFrame(SomeBytes("abc")); }
+    Notes Settled() {
+        test_.Settle();
+        return listener_.TakeNotes();
+    }
+    /// One photograph from a running preview.
+    void TakePhotograph(result outcome = result::kSuccess) {
+        ASSERT_EQ(session_->Capture(), result::kSuccess);
+        device_->client->OnStill(SomeBytes("jpeg"), outcome);
+        test_.Settle();
+    }
+
+    Testing::TestLoop test_;
+    CameraSlot slot_;
+    ScriptedDevice* device_;
+    ScriptedDevice* standIn_;
+    NotingListener listener_{test_};
+    std::unique_ptr<CameraSession> session_;
+};
+
+constexpr State kStates[] = {State::kOff,      State::kOn,        State::kPreviewing,
+                             State::kFocusing, State::kCapturing, State::kDisconnected};
+
+struct Request {
+    const char* name;
+    result (*make)(CameraSession&);
+    const char* allowed;  // one letter for each of kStates: y or n
+    std::optional<State> leadsTo = std::nullopt;
+};
+
+const Request kRequests[] = {
+    {"PowerOn", [](CameraSession& s) { return s.PowerOn(); }, "ynnnnn", State::kOn},
+    {"PowerOff", [](CameraSession& s) { return s.PowerOff(); }, "yyyyyy", State::kOff},
+    {"StartPreview", [](CameraSession& s) { return s.StartPreview(true); }, "nynnnn",
+     State::kPreviewing},
+    {"StopPreview", [](CameraSession& s) { return s.StopPreview(); }, "nnyyyy", State::kOn},
+    {"StartAutoFocus", [](CameraSession& s) { return s.StartAutoFocus(); }, "nnynnn",
+     State::kFocusing},
+    {"Capture", [](CameraSession& s) { return s.Capture(); }, "nnynnn", State::kCapturing},
+    {"SetPreviewSize",
+     [](CameraSession& s) {
+         return s.SetPreviewSize({640, 480});
+     },
+     "nynnnn"},
+    {"SetCaptureSize",
+     [](CameraSession& s) {
+         return s.SetCaptureSize({640, 480});
+     },
+     "nynnnn"},
+    {"Zoom", [](CameraSession& s) { return s.Zoom(1); }, "nyyyyy"},
+    {"SetFlash", [](CameraSession& s) { return s.SetFlash(false); }, "yyyyyy"},
+    {"SetWhiteBalance",
+     [](CameraSession& s) { return s.SetWhiteBalance(CameraWhiteBalance::kCloudy); }, "yyyyyy"},
+};
+
+TEST_F(CameraSessionTest, EveryStateAllowsWhatItShouldAndRefusesTheRest) {
+    for (const Request& request : kRequests) {
+        for (std::size_t i = 0; i < std::size(kStates); ++i) {
+            SCOPED_TRACE(std::string(request.name) + " in state " + std::to_string(i));
+            Bring(kStates[i]);
+            const StreamSettings before = session_->Settings();
+            const bool isAllowed = request.allowed[i] == 'y';
+            EXPECT_EQ(request.make(*session_),
+                      isAllowed ? result::kSuccess : result::kInvalidState);
+            EXPECT_EQ(session_->State(),
+                      isAllowed ? request.leadsTo.value_or(kStates[i]) : kStates[i]);
+            EXPECT_TRUE(isAllowed || session_->Settings() == before);
+            SetConnected(true);
+            Renew();
+            EXPECT_EQ(device_->client, nullptr) << "left open";
+        }
+    }
+}
+
+TEST_F(CameraSessionTest, WhatTheDeviceRefusesChangesNothing) {
+    Bring(State::kPreviewing);
+    device_->focusResult = device_->stillResult = device_->flashResult = result::kUnsupported;
+    device_->hasWhiteBalance = false;
+    EXPECT_EQ(session_->StartAutoFocus(), result::kUnsupported);
+    EXPECT_EQ(session_->Capture(), result::kUnsupported);
+    EXPECT_EQ(session_->SetFlash(true), result::kUnsupported);
+    EXPECT_EQ(session_->SetWhiteBalance(CameraWhiteBalance::kSunny), result::kUnsupported);
+    EXPECT_EQ(session_->Settings().whiteBalance, CameraWhiteBalance::kAuto);
+    EXPECT_EQ(session_->State(), State::kPreviewing);
+    test_.Pass(3s);
+    EXPECT_TRUE(listener_.TakeNotes().empty());
+
+    EXPECT_EQ(session_->StopPreview(), result::kSuccess);
+    EXPECT_EQ(session_->SetPreviewSize({1, 1}), result::kUnsupported);
+    EXPECT_EQ(session_->SetCaptureSize({1, 1}), result::kUnsupported);
+    device_->startResult = result::kIo;
+    EXPECT_EQ(session_->StartPreview(true), result::kIo);
+    EXPECT_EQ(session_->State(), State::kOn);
+    EXPECT_EQ(session_->PowerOff(), result::kSuccess);
+    EXPECT_EQ(session_->SetFlash(true), result::kInvalidState);
+    device_->openResult = result::kDeviceBusy;
+    EXPECT_EQ(session_->PowerOn(), result::kDeviceBusy);
+    EXPECT_EQ(session_->State(), State::kOff);
+}
+
+TEST_F(CameraSessionTest, OneSessionAtATimeHasTheDevice) {
+    Bring(State::kOn);
+    CameraSession other(listener_, slot_);
+    EXPECT_EQ(other.PowerOn(), result::kDeviceBusy);
+    EXPECT_EQ(session_->PowerOff(), result::kSuccess);
+    EXPECT_EQ(other.PowerOn(), result::kSuccess);
+    EXPECT_EQ(session_->PowerOff(), result::kSuccess) << "off already";
+    EXPECT_EQ(session_->PowerOn(), result::kDeviceBusy);
+}
+
+TEST_F(CameraSessionTest, AnswersComeFromTheLoopOnceAndInOrder) {
+    Bring(State::kFocusing);
+    device_->client->OnFocused(true);
+    device_->client->OnFocused(true);
+    EXPECT_EQ(session_->State(), State::kPreviewing);
+    EXPECT_EQ(session_->Capture(), result::kSuccess);
+    DeliverFrame();
+    device_->client->OnStill(SomeBytes("jpeg"), result::kSuccess);
+    device_->client->OnStill(SomeBytes("another"), result::kSuccess);
+    EXPECT_TRUE(listener_.TakeNotes().empty()) << "called from inside the device's call";
+    EXPECT_EQ(Settled(), (Notes{"sharp", "frame", "captured"}));
+    EXPECT_EQ(listener_.still, "jpeg");
+    EXPECT_EQ(listener_.frame, "abc");
+    test_.Pass(5s);
+    EXPECT_TRUE(listener_.TakeNotes().empty());
+}
+
+TEST_F(CameraSessionTest, StoppingDropsWhatWasOnItsWay) {
+    result (*const ends[])(CameraSession&) = {
+        [](CameraSession& s) { return s.StopPreview(); },
+        [](CameraSession& s) { return s.PowerOff(); },
+    };
+    for (const auto end : ends) {
+        Bring(State::kCapturing);
+        CameraDeviceClient* const client = device_->client;
+        DeliverFrame();
+        client->OnStill(SomeBytes("jpeg"), result::kSuccess);
+        EXPECT_EQ(end(*session_), result::kSuccess);
+        client->OnFrame(SomeBytes("late"));
+        client->OnStill(SomeBytes("late"), result::kSuccess);
+        client->OnFocused(true);
+        client->OnFailed(result::kIo);
+        test_.Pass(5s);
+        EXPECT_TRUE(listener_.TakeNotes().empty());
+        Renew();
+    }
+    Bring(State::kCapturing);
+    DeliverFrame();
+    session_.reset();
+    EXPECT_FALSE(device_->isRunning);
+    test_.Pass(5s);
+    EXPECT_TRUE(listener_.TakeNotes().empty());
+}
+
+TEST_F(CameraSessionTest, ACaptureThatNeverComesFailsAfter2500Milliseconds) {
+    Bring(State::kPreviewing);
+    const auto start = test_.Clock().Now();
+    ASSERT_EQ(session_->Capture(), result::kSuccess);
+    test_.Pass(2499ms);
+    EXPECT_TRUE(listener_.TakeNotes().empty());
+    test_.Pass(1ms);
+    EXPECT_EQ(listener_.TakeNotes(), (Notes{"captured: io"}));
+    EXPECT_EQ(Base::TimePoint(listener_.captureTimesUs.at(0)) - start, 2500ms);
+    EXPECT_EQ(listener_.still, "");
+    EXPECT_EQ(device_->startCount, 2) << "the picture that comes too late belongs to an old stream";
+    EXPECT_EQ(session_->State(), State::kPreviewing);
+
+    TakePhotograph();
+    EXPECT_EQ(Settled(), (Notes{"captured"}));
+
+    // The next deadline is its own.
+    test_.Pass(1s);
+    ASSERT_EQ(session_->Capture(), result::kSuccess);
+    device_->startResult = result::kIo;
+    test_.Pass(2499ms);
+    EXPECT_TRUE(listener_.TakeNotes().empty());
+    test_.Pass(1ms);
+    EXPECT_EQ(listener_.TakeNotes(), (Notes{"captured: io", "device failure", "frame: io"}));
+    EXPECT_EQ(session_->State(), State::kOn);
+}
+
+TEST_F(CameraSessionTest, TwoFramesAtMostWaitForTheApplication) {
+    Bring(State::kPreviewing);
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_TRUE(device_->client->WantsFrame());
+        DeliverFrame();
+        EXPECT_TRUE(device_->client->WantsFrame());
+        DeliverFrame();
+        EXPECT_FALSE(device_->client->WantsFrame());
+        DeliverFrame();
+        // A device that fails leaves the count right for its next stream.
+        if (round == 1) device_->Fail(result::kIo);
+        EXPECT_EQ(Settled().size(), round == 1 ? 4u : 2u);
+    }
+    ASSERT_EQ(session_->StartPreview(true), result::kSuccess);
+    for (int i = 0; i < 5; ++i) DeliverFrame();
+    EXPECT_EQ(Settled(), (Notes{"frame", "frame"}));
+
+    // What is dropped does not count either.
+    DeliverFrame();
+    DeliverFrame();
+    ASSERT_EQ(session_->StopPreview(), result::kSuccess);
+    ASSERT_EQ(session_->StartPreview(true), result::kSuccess);
+    DeliverFrame();
+    DeliverFrame();
+    EXPECT_EQ(Settled(), (Notes{"frame", "frame"}));
+
+    ASSERT_EQ(session_->StopPreview(), result::kSuccess);
+    ASSERT_EQ(session_->StartPreview(false), result::kSuccess);
+    EXPECT_FALSE(device_->client->WantsFrame());
+    DeliverFrame();
+    EXPECT_TRUE(Settled().empty()) << "callbacks are off";
+}
+
+TEST_F(CameraSessionTest, ZoomHasSevenStepsAndSurvivesOnlyThePowerCycleAfterACapture) {
+    Bring(State::kPreviewing);
+    EXPECT_EQ(session_->Zoom(-1), result::kOutOfRange);
+    for (int step = 1; step <= 6; ++step) {
+        EXPECT_EQ(session_->Zoom(1), result::kSuccess);
+        EXPECT_EQ(device_->settings.zoomStep, step);
+    }
+    EXPECT_EQ(session_->Zoom(1), result::kOutOfRange);
+    EXPECT_EQ(session_->Settings().zoomStep, 6);
+    EXPECT_EQ(session_->Zoom(-1), result::kSuccess);
+
+    const auto cycle = [this] {
+        EXPECT_EQ(session_->PowerOff(), result::kSuccess);
+        EXPECT_EQ(session_->PowerOn(), result::kSuccess);
+        EXPECT_EQ(session_->StartPreview(true), result::kSuccess);
+        return device_->settings.zoomStep;
+    };
+    TakePhotograph();
+    EXPECT_EQ(cycle(), 5);
+    TakePhotograph(result::kIo);
+    EXPECT_EQ(cycle(), 5) << "a failed capture is restarted after as well";
+    ASSERT_EQ(session_->Capture(), result::kSuccess);
+    EXPECT_EQ(cycle(), 0) << "the capture has not called back";
+    EXPECT_EQ(session_->Zoom(1), result::kSuccess);
+    EXPECT_EQ(cycle(), 0);
+}
+
+TEST_F(CameraSessionTest, TheSettingsReachTheDevice) {
+    Bring(State::kOn);
+    EXPECT_EQ(session_->Settings().previewSize, (Graphics::Dimension{800, 480}));
+    EXPECT_EQ(session_->Settings().stillSize, (Graphics::Dimension{1280, 960}));
+    ASSERT_EQ(session_->SetPreviewSize({640, 480}), result::kSuccess);
+    ASSERT_EQ(session_->SetCaptureSize({1600, 960}), result::kSuccess);
+    ASSERT_EQ(session_->SetWhiteBalance(CameraWhiteBalance::kSunny), result::kSuccess);
+    ASSERT_EQ(session_->StartPreview(true), result::kSuccess);
+    const StreamSettings expected = {{640, 480}, {1600, 960}, 0, CameraWhiteBalance::kSunny};
+    EXPECT_EQ(device_->settings, expected);
+    EXPECT_EQ(session_->SetWhiteBalance(CameraWhiteBalance(5)), result::kInvalidArgument);
+    ASSERT_EQ(session_->SetWhiteBalance(CameraWhiteBalance::kTungsten), result::kSuccess);
+    EXPECT_EQ(device_->settings.whiteBalance, CameraWhiteBalance::kTungsten);
+    EXPECT_EQ(session_->PowerOff(), result::kSuccess);
+    EXPECT_EQ(session_->Settings().whiteBalance, CameraWhiteBalance::kTungsten);
+    EXPECT_EQ(session_->Settings().previewSize, (Graphics::Dimension{640, 480}));
+    EXPECT_EQ(session_->Settings().stillSize, (Graphics::Dimension{1600, 960}));
+}
+
+TEST_F(CameraSessionTest, AnUnpluggedCameraPreviewsItsStandInUntilItIsBack) {
+    const std::pair<State, Notes> cases[] = {
+        {State::kPreviewing, {"disconnected"}},
+        {State::kFocusing, {"blurred", "disconnected"}},
+        {State::kCapturing, {"captured: io", "disconnected"}},
+    };
+    for (const auto& [state, expected] : cases) {
+        Bring(state);
+        ASSERT_EQ(session_->Zoom(1), result::kSuccess);
+        SetConnected(false);
+        EXPECT_EQ(Settled(), expected);
+        EXPECT_EQ(device_->client, nullptr);
+        EXPECT_TRUE(standIn_->isRunning);
+        standIn_->client->OnFrame(SomeBytes("grey"));
+        EXPECT_EQ(Settled(), (Notes{"frame"}));
+        EXPECT_EQ(session_->Zoom(1), result::kSuccess);
+        EXPECT_EQ(session_->Capture(), result::kInvalidState);
+        EXPECT_EQ(session_->SetFlash(true), result::kUnsupported);
+
+        SetConnected(true);
+        EXPECT_EQ(standIn_->client, nullptr);
+        EXPECT_TRUE(device_->isRunning);
+        EXPECT_EQ(device_->settings.zoomStep, 2);
+        EXPECT_EQ(session_->State(), State::kPreviewing);
+        test_.Pass(3s);
+        EXPECT_TRUE(listener_.TakeNotes().empty()) << "nothing is left of the old capture";
+        TakePhotograph();
+        EXPECT_EQ(Settled(), (Notes{"captured"}));
+        Renew();
+    }
+}
+
+TEST_F(CameraSessionTest, ACameraCanBeStartedWhileUnpluggedAndUnpluggedWhileStopped) {
+    SetConnected(false);
+    Bring(State::kOn);
+    EXPECT_EQ(session_->StartPreview(true), result::kSuccess);
+    EXPECT_EQ(session_->State(), State::kDisconnected);
+    EXPECT_EQ(session_->StopPreview(), result::kSuccess);
+    SetConnected(true);
+    EXPECT_TRUE(Settled().empty());
+    EXPECT_EQ(session_->StartPreview(true), result::kSuccess);
+    EXPECT_TRUE(device_->isRunning);
+    EXPECT_EQ(session_->StopPreview(), result::kSuccess);
+    SetConnected(false);
+    EXPECT_EQ(Settled(), (Notes{"disconnected"}));
+
+    // Another program has taken it in the meantime.
+    EXPECT_EQ(session_->StartPreview(true), result::kSuccess);
+    device_->openResult = result::kDeviceBusy;
+    SetConnected(true);
+    EXPECT_EQ(session_->State(), State::kOn);
+    EXPECT_EQ(Settled(), (Notes{"device failure", "frame: failure"}));
+}
+
+TEST_F(CameraSessionTest, ADeviceThatFailsAnswersWhatWasAskedAndCanBeStartedAgain) {
+    const std::pair<State, Notes> cases[] = {
+        {State::kPreviewing, {"device failure", "frame: io"}},
+        {State::kFocusing, {"blurred", "device failure", "frame: io"}},
+        {State::kCapturing, {"captured: io", "device failure", "frame: io"}},
+    };
+    for (const auto& [state, expected] : cases) {
+        Bring(state);
+        device_->Fail(result::kIo);
+        EXPECT_EQ(session_->State(), State::kOn);
+        EXPECT_EQ(Settled(), expected);
+        EXPECT_EQ(listener_.frame, "");
+        EXPECT_EQ(session_->StartPreview(true), result::kSuccess);
+        TakePhotograph();
+        EXPECT_EQ(Settled(), (Notes{"captured"}));
+        Renew();
+    }
+}
+
+TEST_F(CameraSessionTest, TheListenerMayDeleteTheCameraInEveryCallback) {
+    void (*const causes[])(ScriptedDevice&) = {
+        [](ScriptedDevice& d) {
+            d.client->OnFrame(SomeBytes("abc"));
+            d.client->OnFrame(SomeBytes("def"));
+        },
+        [](ScriptedDevice& d) { d.client->OnFocused(true); },
+        [](ScriptedDevice& d) { d.Fail(result::kIo); },
+    };
+    for (const auto cause : causes) {
+        Bring(State::kFocusing);
+        listener_.then = [this] { session_.reset(); };
+        cause(*device_);
+        EXPECT_EQ(Settled().size(), 1u) << "heard something of a camera that is gone";
+        EXPECT_EQ(session_, nullptr);
+        listener_.then = [] {};
+        Renew();
+    }
+    EXPECT_EQ(listener_.frame, "abc") << "read after the camera was deleted";
+    Bring(State::kCapturing);
+    listener_.then = [this] { session_.reset(); };
+    device_->client->OnStill(SomeBytes("jpeg"), result::kSuccess);
+    EXPECT_EQ(Settled(), (Notes{"captured"}));
+    EXPECT_EQ(listener_.still, "jpeg");
+}
+
+}  // namespace
+}  // namespace Osp::Media

@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+#include <memory>
+
+#include <osp/media/camera.h>
+
+#include "osp/media/camera/camera_service.h"
+#include "tests/support/camera_fixture.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/test_loop.h"
+
+namespace Osp::Media {
+namespace {
+
+using Graphics::Dimension;
+using Sizes = std::vector<Dimension>;
+
+Sizes Taken(std::vector<Dimension>* list) {
+    const std::unique_ptr<std::vector<Dimension>> owned(list);
+    return owned ? *owned : Sizes{};
+}
+
+/// A phone with these cameras.
+struct Cameras {
+    explicit Cameras(const std::string& primary, const std::string& secondary)
+        : service(CameraService::Make(primary, secondary, error)), installed(*service) {}
+
+    std::string error;
+    std::unique_ptr<CameraService> service;
+    CameraService::Installed installed;
+};
+
+TEST(CameraService, MakesWhatItsSourcesNameAndSaysWhatItCannot) {
+    const Testing::TestLoop test;
+    const Testing::TemporaryFolder folder;
+    Cameras both("auto", "scene");
+    EXPECT_EQ(both.service->Count(), 2);
+    EXPECT_EQ(both.service->Id(CameraSelection::kPrimary), "scene");
+    Cameras one("scene", "none");
+    EXPECT_EQ(one.service->Count(), 1);
+    EXPECT_EQ(one.service->Id(CameraSelection::kSecondary), "");
+    EXPECT_EQ(one.service->Unplug(CameraSelection::kSecondary), result::kObjectNotFound);
+    EXPECT_EQ(one.service->Plug(CameraSelection::kPrimary), result::kInvalidState);
+    EXPECT_EQ(one.service->Unplug(CameraSelection::kPrimary), result::kSuccess);
+    EXPECT_EQ(one.service->Unplug(CameraSelection::kPrimary), result::kInvalidState);
+    EXPECT_EQ(one.service->Count(), 1) << "an unplugged camera is a known one";
+
+    for (const std::string& source : {std::string("sceen"), std::string(),
+                                      "photos:" + folder.Path(), std::string("photos:/nowhere")}) {
+        std::string error;
+        EXPECT_EQ(CameraService::Make("scene", source, error), nullptr) << source;
+        EXPECT_NE(error.find(source.starts_with("photos:") ? source.substr(7) : source),
+                  std::string::npos)
+            << error;
+        EXPECT_EQ(error.find('\n'), std::string::npos);
+    }
+}
+
+TEST(Camera, OffersTheSizesOfItsPlaceAndTwoFormats) {
+    Testing::TestLoop test;
+    const Cameras cameras("scene", "scene");
+    NotingListener listener(test);
+    Camera primary;
+    ASSERT_EQ(primary.Construct(listener, CameraSelection::kPrimary), result::kSuccess);
+    EXPECT_EQ(primary.Construct(listener, CameraSelection::kPrimary), result::kInvalidState);
+    const Sizes stills = {{640, 480}, {800, 480}, {1280, 960}, {1600, 960}};
+    EXPECT_EQ(Taken(primary.GetSupportedCaptureResolutionListN()), stills);
+    EXPECT_EQ(Taken(primary.GetSupportedPreviewResolutionListN()).back(), (Dimension{800, 480}));
+    EXPECT_EQ(primary.SetPreviewFormat(PixelFormat::kYuv420Planar), result::kInvalidState);
+
+    ASSERT_EQ(primary.PowerOn(), result::kSuccess);
+    EXPECT_TRUE(primary.IsPoweredOn());
+    EXPECT_EQ(primary.SetPreviewFormat(PixelFormat::kYuv420Planar), result::kSuccess);
+    EXPECT_EQ(primary.SetPreviewFormat(PixelFormat::kJpeg), result::kUnsupported);
+    EXPECT_EQ(primary.SetCaptureFormat(PixelFormat::kJpeg), result::kSuccess);
+    EXPECT_EQ(primary.SetCaptureFormat(PixelFormat::kYuv420Planar), result::kUnsupported);
+    Base::ByteBuffer buffer;
+    EXPECT_EQ(primary.StartPreview(&buffer, true), result::kUnsupported);
+    EXPECT_EQ(primary.GetState(), CameraState::kInitial);
+    ASSERT_EQ(primary.StartPreview(nullptr, true), result::kSuccess);
+    EXPECT_EQ(primary.GetState(), CameraState::kPreviewing) << "inside StartPreview";
+    EXPECT_EQ(primary.SetCaptureFormat(PixelFormat::kJpeg), result::kInvalidState);
+
+    Camera secondary;
+    ASSERT_EQ(secondary.Construct(listener, CameraSelection::kSecondary), result::kSuccess);
+    EXPECT_EQ(Taken(secondary.GetSupportedPreviewResolutionListN()).back(), (Dimension{640, 480}));
+    EXPECT_EQ(Taken(secondary.GetSupportedCaptureResolutionListN()), stills);
+    EXPECT_EQ(secondary.GetPreviewResolution(), (Dimension{640, 480}));
+    EXPECT_EQ(secondary.PowerOn(), result::kSuccess)
+        << "the cameras have nothing to do with another";
+}
+
+TEST(Camera, RefusesEverythingWithoutADevice) {
+    Testing::TestLoop test;
+    const Cameras cameras("scene", "none");
+    NotingListener listener(test);
+    Camera camera;
+    EXPECT_EQ(camera.Construct(listener, CameraSelection::kSecondary), result::kObjectNotFound);
+    const result answers[] = {camera.PowerOn(),
+                              camera.PowerOff(),
+                              camera.SetPreviewResolution({640, 480}),
+                              camera.SetPreviewFormat(PixelFormat::kYuv420Planar),
+                              camera.SetCaptureResolution({640, 480}),
+                              camera.SetCaptureFormat(PixelFormat::kJpeg),
+                              camera.StartPreview(nullptr, true),
+                              camera.StopPreview(),
+                              camera.StartAutoFocus(),
+                              camera.Capture(),
+                              camera.ZoomIn(),
+                              camera.ZoomOut(),
+                              camera.SetFlash(false),
+                              camera.SetWhiteBalance(CameraWhiteBalance::kAuto)};
+    for (const result answer : answers) EXPECT_EQ(answer, result::kInvalidState);
+    EXPECT_FALSE(camera.IsPoweredOn());
+    EXPECT_EQ(camera.GetState(), CameraState::kInitial);
+    EXPECT_EQ(camera.GetSupportedPreviewResolutionListN(), nullptr);
+    EXPECT_EQ(camera.GetSupportedCaptureResolutionListN(), nullptr);
+}
+
+}  // namespace
+}  // namespace Osp::Media

@@ -1,0 +1,165 @@
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+#include <osp/media/image.h>
+
+#include "osp/io/storage_map.h"
+#include "osp/media/picture/bmp_codec.h"
+#include "osp/media/picture/exif.h"
+#include "tests/support/jpeg.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/test_loop.h"
+
+namespace Osp::Media {
+namespace {
+
+using Base::ByteBuffer;
+using Graphics::Bitmap;
+using Graphics::BitmapPixelFormat;
+using Graphics::Dimension;
+using Testing::ReadText;
+using Testing::WriteText;
+
+constexpr const char* kPath = "/Media/Images/KIVO0000.jpg";
+
+std::string Text(const ByteBuffer& buffer) {
+    return {buffer.Bytes().begin(), buffer.Bytes().end()};
+}
+
+class ImageTest : public testing::Test {
+  protected:
+    ImageTest() {
+        EXPECT_EQ(storage_.Prepare(), result::kSuccess);
+        EXPECT_EQ(image_.Construct(), result::kSuccess);
+    }
+    std::unique_ptr<Bitmap> MakeBitmap(const Picture& picture) {
+        ByteBuffer rgba;
+        EXPECT_EQ(rgba.Construct(picture.width * picture.height * 4), result::kSuccess);
+        for (int i = 0; i < picture.width * picture.height; ++i) {
+            std::copy_n(&picture.bytes[static_cast<std::size_t>(3 * i)], 3,
+                        rgba.GetPointer() + 4 * i);
+            rgba.GetPointer()[4 * i + 3] = 255;
+        }
+        auto bitmap = std::make_unique<Bitmap>();
+        EXPECT_EQ(
+            bitmap->Construct(rgba, {picture.width, picture.height}, BitmapPixelFormat::kArgb8888),
+            result::kSuccess);
+        return bitmap;
+    }
+    result Encode(const Bitmap& bitmap, const char* path = kPath, bool overwrite = true) {
+        return image_.EncodeToFile(bitmap, ImageFormat::kJpeg, path, overwrite);
+    }
+    std::string File(const std::string& name = "KIVO0000.jpg") {
+        return folder_ / ("Media/Images/" + name);
+    }
+
+    Testing::TestLoop test_;
+    Testing::TemporaryFolder folder_;
+    Io::StorageMap storage_{{.dataFolder = folder_.Path(), .resourceFolder = folder_ / "res"}};
+    Io::StorageMap::Installed installed_{storage_};
+    Image image_;
+    Picture picture_ = RandomPicture(31, 17, Look::kGradient, 4);
+    std::unique_ptr<Bitmap> bitmap_ = MakeBitmap(picture_);
+};
+
+TEST_F(ImageTest, AStoredPhotographIsTheLibrarysJpegWithExif) {
+    image_.SetDescription("KIVO (B&W),1.5X");
+    test_.Pass(std::chrono::milliseconds(61'500));
+    ASSERT_EQ(Encode(*bitmap_), result::kSuccess);
+    const std::string file = ReadText(File());
+    const std::string bare = Kivo::Testing::EncodeJpeg(picture_);
+    ASSERT_GT(file.size(), bare.size());
+    const std::size_t added = file.size() - bare.size();
+    EXPECT_EQ(file.substr(0, 4), "\xFF\xD8\xFF\xE1");
+    EXPECT_TRUE(file.substr(2 + added) == bare.substr(2));
+    const auto exif = ReadExif(File());
+    ASSERT_TRUE(exif);
+    EXPECT_EQ(exif->description, "KIVO (B&W),1.5X");
+    EXPECT_EQ(exif->dateTimeOriginal, "2026:01:01 12:01:01");
+    EXPECT_EQ(exif->offsetTimeOriginal, "+00:00");
+    EXPECT_EQ(exif->orientation, 1);
+    EXPECT_EQ(exif->size, (Dimension{31, 17}));
+    EXPECT_EQ(exif->software, "KIVO Camera");
+
+    ASSERT_EQ(Encode(*bitmap_, "/Media/Images/KIVO0001.jpg"), result::kSuccess);
+    EXPECT_EQ(ReadExif(File("KIVO0001.jpg"))->description, "") << "of the photograph before it";
+}
+
+TEST_F(ImageTest, WhatCannotBeStoredLeavesWhatWasThere) {
+    const Bitmap unconstructed;
+    EXPECT_EQ(Encode(unconstructed), result::kInvalidArgument);
+    EXPECT_EQ(image_.EncodeToFile(*bitmap_, ImageFormat::kBmp, kPath, true), result::kUnsupported);
+    EXPECT_EQ(Encode(*bitmap_, "/Res/a.jpg"), result::kPermissionDenied);
+    EXPECT_EQ(Encode(*bitmap_, "/Storagecard/a.jpg"), result::kFileNotFound);
+    EXPECT_TRUE(Testing::ReadTree(folder_ / "Media").empty());
+    WriteText(File(), "older");
+    EXPECT_EQ(Encode(*bitmap_, kPath, false), result::kKeyAlreadyExists);
+    EXPECT_EQ(ReadText(File()), "older");
+    EXPECT_EQ(Encode(*bitmap_), result::kSuccess);
+    const auto files = Testing::ReadTree(folder_ / "Media/Images");
+    ASSERT_EQ(files.size(), 2u) << "the older one is kept beside it";
+    for (const auto& [name, content] : files) {
+        EXPECT_EQ(name.starts_with("KIVO"), content != "older") << name;
+    }
+}
+
+TEST_F(ImageTest, DecodesWhatTheCameraDeliversAndGivesItOutAsBmp) {
+    const std::string jpeg = Kivo::Testing::EncodeJpeg(picture_);
+    const Picture expected = Kivo::Testing::DecodeJpeg(jpeg);
+    ByteBuffer data;
+    ASSERT_EQ(data.Construct(static_cast<int>(jpeg.size())), result::kSuccess);
+    std::ranges::copy(jpeg, data.GetPointer());
+    const auto decode = [&](ImageFormat format) {
+        return std::unique_ptr<Bitmap>(image_.DecodeN(data, format, BitmapPixelFormat::kArgb8888));
+    };
+    EXPECT_EQ(decode(ImageFormat::kPng), nullptr);
+    EXPECT_EQ(image_.GetLastResult(), result::kUnsupported);
+    const auto bitmap = decode(ImageFormat::kJpeg);
+    ASSERT_NE(bitmap, nullptr);
+    EXPECT_EQ(image_.GetLastResult(), result::kSuccess);
+
+    const std::unique_ptr<ByteBuffer> bmp(image_.EncodeToBufferN(*bitmap, ImageFormat::kBmp));
+    ASSERT_NE(bmp, nullptr);
+    std::vector<std::uint8_t> wanted(static_cast<std::size_t>(BmpFileBytes({31, 17})));
+    EncodeBmp(PackedView(expected.bytes.data(), {31, 17}, PixelLayout::kRgb), wanted.data());
+    EXPECT_TRUE(std::ranges::equal(bmp->Bytes(), wanted));
+    const std::unique_ptr<ByteBuffer> again(
+        image_.EncodeToBufferN(*MakeBitmap(picture_), ImageFormat::kJpeg));
+    ASSERT_NE(again, nullptr);
+    EXPECT_TRUE(Text(*again) == jpeg);
+    EXPECT_EQ(image_.EncodeToBufferN(*bitmap, ImageFormat::kPng), nullptr);
+    EXPECT_EQ(image_.GetLastResult(), result::kUnsupported);
+    EXPECT_EQ(image_.EncodeToBufferN(Bitmap(), ImageFormat::kBmp), nullptr);
+    EXPECT_EQ(image_.GetLastResult(), result::kInvalidArgument);
+
+    // The picture ends too early.
+    data.GetPointer()[jpeg.size() - 60] = 0xFF;
+    data.GetPointer()[jpeg.size() - 59] = 0xD9;
+    EXPECT_EQ(decode(ImageFormat::kJpeg), nullptr);
+    EXPECT_EQ(image_.GetLastResult(), result::kInvalidFormat);
+}
+
+TEST_F(ImageTest, DecodesFilesByTheirContent) {
+    const auto decode = [&](const char* path, int format = kDecodedPixelFormatArgb) {
+        return std::unique_ptr<Bitmap>(image_.DecodeN(path, format));
+    };
+    WriteText(File(), Kivo::Testing::EncodeJpeg(picture_));
+    const auto bitmap = decode(kPath);
+    ASSERT_NE(bitmap, nullptr);
+    EXPECT_EQ(bitmap->GetWidth(), 31);
+    EXPECT_EQ(bitmap->GetHeight(), 17);
+    EXPECT_EQ(decode(kPath, 1), nullptr);
+    EXPECT_EQ(image_.GetLastResult(), result::kInvalidArgument);
+    EXPECT_EQ(decode("/Media/Images/missing.jpg"), nullptr);
+    EXPECT_EQ(image_.GetLastResult(), result::kFileNotFound);
+    for (const char* content : {"", "hello", "\xFF\xD8\xFF", "\x89PNG\r\n\x1A\n and no more"}) {
+        WriteText(File(), content);
+        EXPECT_EQ(decode(kPath), nullptr);
+        EXPECT_EQ(image_.GetLastResult(), result::kInvalidFormat);
+    }
+}
+
+}  // namespace
+}  // namespace Osp::Media
