@@ -2,6 +2,7 @@
 
 #include "app/model/action_ids.h"
 #include "capture/main_form.h"
+#include "ui/button_pause.h"
 #include "ui/overlay.h"
 
 namespace Kivo {
@@ -58,45 +59,38 @@ void MainForm::SwapCameras() {
     if (!camera_) return;
     EndSeries();
     Settle();
-    (void)overlay_->SetButtonEnabled(kActionCameraSelection, false);
+    const ButtonPause pause(*overlay_, kActionCameraSelection);
     isSwitchingCamera_ = true;
     (void)DeinitCamera();
     const CameraSelection next =
         IsPrimary() ? CameraSelection::kSecondary : CameraSelection::kPrimary;
     const bool isPrimaryNext = next == CameraSelection::kPrimary;
-    const result r = InitCamera(next);
-    if (Osp::Failed(r)) {
-        overlay_->UpdateOverlay();
-        (void)overlay_->SetButtonEnabled(kActionCameraSelection, true);
-        return;
-    }
+    if (Osp::Failed(InitCamera(next))) return overlay_->UpdateOverlay();
     // The front camera has neither white balance nor zoom.
-    (void)overlay_->SetButtonVisible(kActionWhiteBalance, isPrimaryNext);
-    (void)overlay_->SetButtonVisible(kActionZoom, isPrimaryNext);
+    for (const int id : {kActionWhiteBalance, kActionZoom}) {
+        (void)overlay_->SetButtonVisible(id, isPrimaryNext);
+    }
     setting_->SetCameraSelection(next);
-    if (Osp::Failed(Start(true))) (void)Osp::App::Application::GetInstance()->Terminate();
-    (void)overlay_->SetButtonEnabled(kActionCameraSelection, true);
+    (void)StartOrEnd(true);
 }
 
 void MainForm::ToggleFlash() {
     if (!camera_) return;
-    (void)overlay_->SetButtonEnabled(kActionFlash, false);
+    const ButtonPause pause(*overlay_, kActionFlash);
     const bool turnOn = setting_->GetFlashState() == FlashState::kOff;
     // The front camera's flash is the screen, which needs nobody's leave.
     const result r = IsPrimary() ? camera_->SetFlash(turnOn) : result::kSuccess;
     if (Osp::Succeeded(r)) setting_->SetFlashState(turnOn ? FlashState::kOn : FlashState::kOff);
     // The press has shown the new state, which a refusal takes back.
     overlay_->UpdateOverlay();
-    (void)overlay_->SetButtonEnabled(kActionFlash, true);
 }
 
 void MainForm::NextWhiteBalance() {
     if (!camera_) return;
-    (void)overlay_->SetButtonEnabled(kActionWhiteBalance, false);
+    const ButtonPause pause(*overlay_, kActionWhiteBalance);
     const CameraWhiteBalance next = Kivo::NextWhiteBalance(camera_->GetWhiteBalance());
     if (Osp::Succeeded(camera_->SetWhiteBalance(next))) setting_->SetWhiteBalance(next);
     overlay_->UpdateOverlay();
-    (void)overlay_->SetButtonEnabled(kActionWhiteBalance, true);
 }
 
 void MainForm::ApplyZoom() {
@@ -107,10 +101,9 @@ void MainForm::ApplyZoom() {
 }
 
 void MainForm::ToggleHdr() {
-    (void)overlay_->SetButtonEnabled(kActionHdr, false);
+    const ButtonPause pause(*overlay_, kActionHdr);
     setting_->EnableHdr(!setting_->IsHdrEnabled());
     overlay_->UpdateOverlay();
-    (void)overlay_->SetButtonEnabled(kActionHdr, true);
 }
 
 }  // namespace Kivo

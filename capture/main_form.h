@@ -142,7 +142,7 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     result ChooseCaptureSize();
     void RestoreZoom();
     void ApplyZoom();
-    bool RestartOrEnd();
+    bool StartOrEnd(bool restoreZoom);
     bool IsPrimary() const;
 
     // sequence.cpp

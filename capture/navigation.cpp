@@ -5,6 +5,7 @@
 #include "app/model/request_ids.h"
 #include "capture/main_form.h"
 #include "ui/overlay.h"
+#include "ui/presenting.h"
 
 namespace Kivo {
 
@@ -35,9 +36,7 @@ void MainForm::WakeCamera() {
     ShowSplash(SplashOfCameraType());
     // Also of a session that runs already: its next frame takes the cover away.
     isFirstFrameShown_ = false;
-    if (!running_ && Osp::Failed(Start(true))) {
-        (void)Osp::App::Application::GetInstance()->Terminate();
-    }
+    if (!running_) (void)StartOrEnd(true);
 }
 
 void MainForm::LetGoOfCamera() {
@@ -49,9 +48,7 @@ void MainForm::LetGoOfCamera() {
 
 void MainForm::ShowSplash(int index) {
     splash_->SetBackgroundBitmap(splashBitmaps_[static_cast<std::size_t>(index)]);
-    (void)splash_->SetShowState(true);
-    (void)splash_->Draw();
-    (void)splash_->Show();
+    Reveal(*splash_);
 }
 
 int MainForm::SplashOfCameraType() const {

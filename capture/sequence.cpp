@@ -89,7 +89,7 @@ void MainForm::OnTimerExpired(Osp::Base::Runtime::Timer&) {
 void MainForm::RestartAfterSilence() {
     focusGuard_ = false;
     (void)Stop();
-    if (!RestartOrEnd()) return;
+    if (!StartOrEnd(false)) return;
     // The zoom survives a power cycle only after a picture, which did not come.
     RestoreZoom();
     PreCapture();
@@ -103,7 +103,7 @@ void MainForm::OnCameraCaptured(ByteBuffer& capturedData, result r) {
     PlayShutterSound();
     (void)Stop();
     TakeFrame(Osp::Succeeded(r) ? Decode(capturedData) : nullptr);
-    (void)RestartOrEnd();
+    (void)StartOrEnd(false);
     FollowUp(kActionDelayMs, kQuadDelayMs);
 }
 

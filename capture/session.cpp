@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdlib>
 #include <vector>
 
 #include <osp/app/application.h>
@@ -142,10 +141,10 @@ result MainForm::ChooseCaptureSize() {
     return Osp::Failed(r) ? r : camera_->SetCaptureFormat(Osp::Media::PixelFormat::kJpeg);
 }
 
+// From 1x, where a power cycle without a picture leaves it.
 void MainForm::RestoreZoom() {
-    const int level = std::abs(static_cast<int>(setting_->GetZoomLevel()));
-    for (int i = 0; i < level; ++i) (void)camera_->ZoomIn();
-    appliedZoom_ = level;
+    appliedZoom_ = 0;
+    ApplyZoom();
 }
 
 result MainForm::Stop() {
@@ -168,10 +167,11 @@ result MainForm::DeinitCamera() {
 void MainForm::InitSound() {
     static_assert(std::size(kSounds) == kPlayerCount);
     for (std::size_t i = 0; i < players_.size(); ++i) {
+        // One that does not open is silent when it is played.
         players_[i] = std::make_unique<Osp::Media::Player>();
-        (void)players_[i]->Construct(*this);
-        (void)players_[i]->SetLooping(false);
-        (void)players_[i]->OpenFile(kSounds[i]);
+        result r = players_[i]->Construct(*this);
+        if (Osp::Succeeded(r)) r = players_[i]->SetLooping(false);
+        if (Osp::Succeeded(r)) (void)players_[i]->OpenFile(kSounds[i]);
     }
 }
 
@@ -179,9 +179,9 @@ void MainForm::DeinitSound() {
     players_ = {};
 }
 
-// Whether the session runs again; if not, the application is about to end.
-bool MainForm::RestartOrEnd() {
-    if (Osp::Succeeded(Start(false))) return true;
+// Whether the session runs; if not, the application is about to end.
+bool MainForm::StartOrEnd(bool restoreZoom) {
+    if (Osp::Succeeded(Start(restoreZoom))) return true;
     (void)Osp::App::Application::GetInstance()->Terminate();
     return false;
 }

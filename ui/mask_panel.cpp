@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "ui/overlay_layout.h"
+#include "ui/presenting.h"
 
 namespace Kivo {
 
@@ -47,10 +48,8 @@ void MaskPanel::SetColor(int red, int green, int blue, int alpha) {
 }
 
 void MaskPanel::Appear() {
-    (void)fadeTimer_->Cancel();
-    (void)SetShowState(true);
-    (void)Draw();
-    (void)Show();
+    StopFade();
+    Reveal(*this);
 }
 
 void MaskPanel::AppearDimmed(IconType icon) {
@@ -61,17 +60,20 @@ void MaskPanel::AppearDimmed(IconType icon) {
 
 void MaskPanel::Disappear() {
     // At step 0 the timer of a fade that has just begun still runs, and Start would be refused.
-    (void)fadeTimer_->Cancel();
-    fadeStep_ = 0;
+    StopFade();
     icon_ = IconType::kNone;
     (void)fadeTimer_->Start(kFadeStepMs);
 }
 
 void MaskPanel::Vanish() {
-    (void)fadeTimer_->Cancel();
-    fadeStep_ = 0;
+    StopFade();
     icon_ = IconType::kNone;
     (void)SetShowState(false);
+}
+
+void MaskPanel::StopFade() {
+    (void)fadeTimer_->Cancel();
+    fadeStep_ = 0;
 }
 
 void MaskPanel::OnTimerExpired(Osp::Base::Runtime::Timer&) {

@@ -42,6 +42,7 @@ class MaskPanel : public Osp::Ui::Controls::Panel, public Osp::Base::Runtime::IT
     void OnTimerExpired(Osp::Base::Runtime::Timer& timer) override;
 
   private:
+    void StopFade();
     result DrawIcon(Osp::Graphics::Canvas& canvas);
     void DrawPicture(Osp::Graphics::Canvas& canvas, IconType icon);
 

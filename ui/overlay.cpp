@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ui/overlay_layout.h"
+#include "ui/presenting.h"
 
 namespace Kivo {
 
@@ -22,11 +23,6 @@ constexpr unsigned kOnMask = 1U;       // part of the help, hidden until that is
 constexpr unsigned kTouchSource = 2U;  // shows its value while it is held
 constexpr unsigned kCapture = 4U;      // taken away by a running capture
 constexpr unsigned kHides = 8U;        // not there with every camera
-
-result Present(Osp::Ui::Control& control) {
-    const result r = control.Draw();
-    return Osp::Failed(r) ? r : control.Show();
-}
 
 }  // namespace
 
@@ -250,9 +246,7 @@ void Overlay::HideScreen() {
     PlaceSliders();
     mask_->SetColor(0, 0, 0, 255);
     mask_->Appear();
-    (void)SetShowState(true);
-    (void)Draw();
-    (void)Show();
+    Reveal(*this);
 }
 
 void Overlay::ShowScreen() {

@@ -107,7 +107,7 @@ void Overlay::PressSlider(Slider& slider, bool isAtRest, IconType icon, int valu
     if (slider.armed && !slider.moved) {
         Animate(slider);
         mask_->SetColor(0, 0, 0, 0);
-        (void)mask_->SetShowState(false);
+        mask_->Vanish();
         return;
     }
     // Also after a drag that moved: the next one begins anew.
