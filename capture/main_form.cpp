@@ -6,7 +6,7 @@
 #include <osp/system/system_info.h>
 
 #include "app/model/registry_keys.h"
-#include "app/photo_folders.h"
+#include "app/model/photo_folders.h"
 #include "ui/overlay.h"
 
 namespace Kivo {

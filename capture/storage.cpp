@@ -11,7 +11,7 @@
 #include <osp/io/directory.h>
 #include <osp/ui/controls/message_box.h>
 
-#include "app/photo_folders.h"
+#include "app/model/photo_folders.h"
 #include "capture/main_form.h"
 #include "capture/photo_description.h"
 #include "capture/photo_number.h"
