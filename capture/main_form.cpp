@@ -1,3 +1,8 @@
+// The camera form's beginning and end.
+//
+// In two steps: Construct makes what needs nobody (settings, splash, timer), OnInitializing what
+// needs the form in its frame (camera, overlay, keys). Either may fail, and what has been made by
+// then goes with the form. The splash label is the form's own until the form has it as a child.
 #include "capture/main_form.h"
 
 #include <osp/app/application.h>
@@ -5,8 +10,8 @@
 #include <osp/io/directory.h>
 #include <osp/system/system_info.h>
 
-#include "app/model/registry_keys.h"
 #include "app/model/photo_folders.h"
+#include "app/model/registry_keys.h"
 #include "ui/overlay.h"
 
 namespace Kivo {

@@ -1,3 +1,21 @@
+// Touches on the camera screen.
+//
+// A finger shows a value before it sets one: the value buttons and the two sliding controls put the
+// next value on the mask, and on themselves, while they are held. Once the finger is up, what is
+// shown is what the settings say, whichever way it left:
+//   - a release on a button is followed by its action, which sets the value and shows it;
+//   - a release outside a button has no action, so the values are shown anew;
+//   - a release of a slider stores the pending value;
+//   - a touch that is taken away (DropTouch) has set nothing. The platform tells nobody of it,
+//   hence
+//     touched_: the control that owes a release. Whoever disables the keys or hides the screen
+//     drops the touch, and a release that comes all the same is nobody's.
+//
+// A slider is pulled out (extended) by a tap, then armed by a press; a drag moves its value by
+// steps from the setting, not from the last step. It stays armed after a drag that moved, so that a
+// tap puts it back: deliberately, the press after a drag arms it again, and only the one after
+// that, or the release without a move, retracts it. Deliberate as well: a press does not refresh
+// the pending value, so that a tap on an armed slider stores what the last whole drag left.
 #include <cstdlib>
 #include <utility>
 
