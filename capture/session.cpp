@@ -2,10 +2,9 @@
 //
 // Start and Stop lead from one to the other, and running_ says which it is; a preview that fails by
 // itself stops the session, and the next press starts it again (EnsurePreview). Every photograph
-// costs a power cycle, because the camera's memory is needed for the picture: what the camera loses
-// by it is set again here, in this order, and the zoom only where the camera has not kept it. Sizes
-// and formats are chosen while the camera is on and shows nothing. Whatever fails on the way leaves
-// a stopped session and has told the user.
+// costs a power cycle: what the camera loses by it is set again here, in this order, and the zoom
+// only where the camera has not kept it. Sizes and formats are chosen while the camera is on and
+// shows nothing. Whatever fails on the way leaves a stopped session and has told the user.
 #include <algorithm>
 #include <vector>
 

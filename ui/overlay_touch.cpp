@@ -11,11 +11,10 @@
 //     touched_: the control that owes a release. Whoever disables the keys or hides the screen
 //     drops the touch, and a release that comes all the same is nobody's.
 //
-// A slider is pulled out (extended) by a tap, then armed by a press; a drag moves its value by
-// steps from the setting, not from the last step. It stays armed after a drag that moved, so that a
-// tap puts it back: deliberately, the press after a drag arms it again, and only the one after
-// that, or the release without a move, retracts it. Deliberate as well: a press does not refresh
-// the pending value, so that a tap on an armed slider stores what the last whole drag left.
+// A slider is pulled out (extended) by a tap, then armed by a press; a drag moves its value by steps
+// from the setting, not from the last step. A release without a move disarms it and puts it back; it
+// stays out and armed after a drag, and the next press begins a new one. Deliberately, a press does
+// not refresh the pending value, so that a tap stores what the last whole drag left.
 #include <cstdlib>
 #include <utility>
 
