@@ -2,9 +2,8 @@
 //
 // Stacking tells what can be touched. The mask is added first and lies below the controls until it
 // is shown, which raises it above them; a control that is shown or enabled afterwards lies above
-// the mask again. So the help covers the controls, and the icon of a held button lies above the
-// others; a control that is enabled while a cover is up looks through it, which is why the form
-// enables them last.
+// the mask again. So the help covers the controls, and a control that is enabled while a cover is
+// up looks through it.
 #include "ui/overlay.h"
 
 #include <algorithm>

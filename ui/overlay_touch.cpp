@@ -6,15 +6,15 @@
 //   - a release on a button is followed by its action, which sets the value and shows it;
 //   - a release outside a button has no action, so the values are shown anew;
 //   - a release of a slider stores the pending value;
-//   - a touch that is taken away (DropTouch) has set nothing. The platform tells nobody of it,
-//   hence
-//     touched_: the control that owes a release. Whoever disables the keys or hides the screen
-//     drops the touch, and a release that comes all the same is nobody's.
+//   - a touch that is taken away (DropTouch) has set nothing.
+// The platform tells nobody of a touch that it takes away, hence touched_, the control that owes a
+// release: whoever disables the keys or hides the screen drops the touch, and a release that comes
+// all the same is nobody's.
 //
-// A slider is pulled out (extended) by a tap, then armed by a press; a drag moves its value by steps
-// from the setting, not from the last step. A release without a move disarms it and puts it back; it
-// stays out and armed after a drag, and the next press begins a new one. Deliberately, a press does
-// not refresh the pending value, so that a tap stores what the last whole drag left.
+// A slider is pulled out (extended) by a tap, then armed by a press; a drag moves its value by
+// steps from the setting, not from the last step. A release without a move disarms it and puts it
+// back; it stays out and armed after a drag, and the next press begins a new one. Deliberately, a
+// press does not refresh the pending value, so that a tap stores what the last whole drag left.
 #include <cstdlib>
 #include <utility>
 
