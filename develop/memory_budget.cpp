@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <system_error>
 #include <vector>
 
 #include "develop/picture_format.h"
+#include "osp/base/owner.h"
 
 namespace Kivo::Tools {
 
@@ -20,8 +20,7 @@ constexpr std::size_t kBytesPerPixel = 16;
 constexpr std::size_t kHeaderBytes = 256 * 1024;  // most that is read to find the size
 
 std::vector<std::uint8_t> ReadStart(const std::string& path) {
-    const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(std::fopen(path.c_str(), "rbe"),
-                                                                  std::fclose);
+    const Osp::Base::Owner<std::FILE, std::fclose> file(std::fopen(path.c_str(), "rbe"));
     std::vector<std::uint8_t> bytes(kHeaderBytes);
     bytes.resize(file ? std::fread(bytes.data(), 1, bytes.size(), file.get()) : 0);
     return bytes;

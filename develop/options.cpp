@@ -12,7 +12,7 @@
 #include "develop/picture_files.h"
 #include "effects/composition.h"
 #include "host/version.h"
-#include "osp/base/glib_owner.h"
+#include "osp/base/owner.h"
 
 namespace Kivo::Tools {
 
@@ -201,7 +201,8 @@ Parsed ParseCommandLine(int argc, char** argv) {
         {"version", 0, 0, G_OPTION_ARG_NONE, &raw.version, "Print the version and end", nullptr},
         {G_OPTION_REMAINING, 0, 0, G_OPTION_ARG_FILENAME_ARRAY, &raw.inputs, nullptr, nullptr},
         {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr}};
-    const Osp::Base::OptionContextOwner context(g_option_context_new(kUsage));
+    const Osp::Base::Owner<GOptionContext, g_option_context_free> context(
+        g_option_context_new(kUsage));
     g_option_context_set_summary(context.get(), kSummary);
     g_option_context_set_description(context.get(), kExamples);
     g_option_context_add_main_entries(context.get(), entries, nullptr);
@@ -209,7 +210,7 @@ Parsed ParseCommandLine(int argc, char** argv) {
     if (!misused.empty()) return Fail(misused);
     GError* error = nullptr;
     if (!g_option_context_parse(context.get(), &argc, &argv, &error)) {
-        const Osp::Base::ErrorOwner owned(error);
+        const Osp::Base::Owner<GError, g_error_free> owned(error);
         return Fail(error->message);
     }
     if (raw.version) {

@@ -8,7 +8,7 @@
 
 #include "host/start_failure.h"
 #include "host/version.h"
-#include "osp/base/glib_owner.h"
+#include "osp/base/owner.h"
 #include "osp/media/camera/camera_service.h"
 
 namespace Host {
@@ -123,19 +123,20 @@ Parsed ParseCommandLine(int argc, char** argv) {
             return Fail(std::string("'") + argv[i] + "': this switch takes no value");
         }
     }
-    const Osp::Base::OptionContextOwner context(g_option_context_new("- the KIVO camera"));
+    const Osp::Base::Owner<GOptionContext, g_option_context_free> context(
+        g_option_context_new("- the KIVO camera"));
     // The library's own help would end the process whether or not it could be printed.
     g_option_context_set_help_enabled(context.get(), FALSE);
     g_option_context_add_main_entries(context.get(), entries, nullptr);
     GError* error = nullptr;
     if (!g_option_context_parse(context.get(), &argc, &argv, &error)) {
-        const Osp::Base::ErrorOwner owned(error);
+        const Osp::Base::Owner<GError, g_error_free> owned(error);
         return Fail(error->message);
     }
     if (argc > 1) return Fail(std::string("unknown argument '") + argv[1] + "'");
     if (raw.help) {
-        const std::unique_ptr<gchar, decltype(&g_free)> text(
-            g_option_context_get_help(context.get(), TRUE, nullptr), g_free);
+        const Osp::Base::Owner<gchar, g_free> text(
+            g_option_context_get_help(context.get(), TRUE, nullptr));
         std::fputs(text.get(), stdout);
         return {{}, 0};
     }

@@ -1,15 +1,12 @@
 #include "backends/scene/scene_portrait.h"
 
 #include <array>
-#include <memory>
+
+#include "osp/base/owner.h"
 
 namespace Osp::Media::Scene {
 
 namespace {
-
-struct PatternDeleter {
-    void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
-};
 
 constexpr double kMiddle = 480;
 constexpr Color kSkin = 0xF0C09A;
@@ -20,7 +17,7 @@ constexpr Color kHair = 0x5B3220;
 /// Fills the path with a glow that is `inner` at the centre and `outer` at the radius.
 void FillGlow(cairo_t* cr, Place centre, double radius, Color inner, double innerAlpha, Color outer,
               double outerAlpha) {
-    const std::unique_ptr<cairo_pattern_t, PatternDeleter> glow(
+    const Base::Owner<cairo_pattern_t, cairo_pattern_destroy> glow(
         cairo_pattern_create_radial(centre.x, centre.y, 0, centre.x, centre.y, radius));
     const auto stop = [&](double offset, Color color, double alpha) {
         cairo_pattern_add_color_stop_rgba(glow.get(), offset, (color >> 16 & 255) / 255.0,

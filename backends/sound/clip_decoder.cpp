@@ -2,7 +2,8 @@
 
 #include <gst/app/gstappsink.h>
 #include <gst/gst.h>
-#include <memory>
+
+#include "osp/base/owner.h"
 
 namespace Osp::Media {
 
@@ -13,15 +14,7 @@ constexpr unsigned kMostQueuedBuffers = 64;
 constexpr GstClockTime kPatience = 20 * GST_MSECOND;
 constexpr GstClockTime kLongestPause = 2 * GST_SECOND;
 
-struct Unref {
-    void operator()(gpointer object) const { gst_object_unref(object); }
-};
-struct SampleUnref {
-    void operator()(GstSample* sample) const { gst_sample_unref(sample); }
-};
-struct MessageUnref {
-    void operator()(GstMessage* message) const { gst_message_unref(message); }
-};
+using ElementOwner = Base::Owner<GstElement, gst_object_unref>;
 
 /// A pipeline that ends with the object, whatever it was doing.
 class Pipeline {
@@ -38,12 +31,12 @@ class Pipeline {
 
     /// Null where the elements are not installed.
     GstElement* Get() const { return bin_.get(); }
-    std::unique_ptr<GstElement, Unref> Element(const char* name) const {
-        return std::unique_ptr<GstElement, Unref>(gst_bin_get_by_name(GST_BIN(bin_.get()), name));
+    ElementOwner Element(const char* name) const {
+        return ElementOwner(gst_bin_get_by_name(GST_BIN(bin_.get()), name));
     }
 
   private:
-    std::unique_ptr<GstElement, Unref> bin_;
+    ElementOwner bin_;
 };
 
 void SetFormat(GstAppSink* sink) {
@@ -65,8 +58,8 @@ void Append(GstSample* sample, SoundClip& clip) {
 }
 
 bool HasFailed(const Pipeline& pipeline) {
-    const std::unique_ptr<GstBus, Unref> bus(gst_element_get_bus(pipeline.Get()));
-    const std::unique_ptr<GstMessage, MessageUnref> error(
+    const Base::Owner<GstBus, gst_object_unref> bus(gst_element_get_bus(pipeline.Get()));
+    const Base::Owner<GstMessage, gst_message_unref> error(
         gst_bus_pop_filtered(bus.get(), GST_MESSAGE_ERROR));
     return error != nullptr;
 }
@@ -74,7 +67,7 @@ bool HasFailed(const Pipeline& pipeline) {
 void Collect(const Pipeline& pipeline, GstAppSink* sink, SoundClip& clip) {
     GstClockTime pause = 0;
     while (clip.Frames() < kMostFrames && pause < kLongestPause) {
-        const std::unique_ptr<GstSample, SampleUnref> sample(
+        const Base::Owner<GstSample, gst_sample_unref> sample(
             gst_app_sink_try_pull_sample(sink, kPatience));
         if (sample) {
             Append(sample.get(), clip);

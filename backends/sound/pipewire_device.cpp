@@ -5,6 +5,8 @@
 #include <pipewire/pipewire.h>
 #include <spa/param/audio/format-utils.h>
 
+#include "osp/base/owner.h"
+
 namespace Osp::Media {
 
 namespace {
@@ -12,13 +14,6 @@ namespace {
 constexpr std::size_t kFrameBytes = kSoundChannels * sizeof(float);
 // About ten milliseconds, in frames: a shutter is heard when it is pressed.
 constexpr const char* kLatency = "512/48000";
-
-struct LoopDeleter {
-    void operator()(pw_thread_loop* loop) const { pw_thread_loop_destroy(loop); }
-};
-struct StreamDeleter {
-    void operator()(pw_stream* stream) const { pw_stream_destroy(stream); }
-};
 
 /// One stream that plays for as long as the object lives. The daemon's sinks may come and go
 /// meanwhile.
@@ -42,8 +37,8 @@ class PipewireDevice : public SoundDevice {
 
     std::shared_ptr<SoundMixer> mixer_;
     std::atomic<bool> isLost_ = false;
-    std::unique_ptr<pw_thread_loop, LoopDeleter> loop_;  // outlives the stream
-    std::unique_ptr<pw_stream, StreamDeleter> stream_;
+    Base::Owner<pw_thread_loop, pw_thread_loop_destroy> loop_;  // outlives the stream
+    Base::Owner<pw_stream, pw_stream_destroy> stream_;
 };
 
 const pw_stream_events PipewireDevice::kEvents = [] {

@@ -13,7 +13,7 @@
 #include "host/window_module.h"
 #include "osp/app/lifecycle.h"
 #include "osp/base/event_loop.h"
-#include "osp/base/glib_owner.h"
+#include "osp/base/owner.h"
 #include "osp/system/device.h"
 #include "osp/ui/screen.h"
 
@@ -43,7 +43,7 @@ constexpr GdkRectangle kOwnSize{0, 0, Screen::kSize.width, Screen::kSize.height}
 /// On a kiosk no window manager may be there to answer the wish for the whole screen.
 GdkRectangle FirstMonitor() {
     GListModel* const monitors = gdk_display_get_monitors(gdk_display_get_default());
-    const std::unique_ptr<GdkMonitor, Osp::Base::FreeWith<g_object_unref>> first(
+    const Osp::Base::Owner<GdkMonitor, g_object_unref> first(
         static_cast<GdkMonitor*>(g_list_model_get_item(monitors, 0)));
     GdkRectangle bounds = kOwnSize;
     if (first) gdk_monitor_get_geometry(first.get(), &bounds);

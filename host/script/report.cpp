@@ -18,6 +18,7 @@
 #include "host/script/visible_controls.h"
 #include "osp/app/lifecycle.h"
 #include "osp/app/registry_file.h"
+#include "osp/base/owner.h"
 #include "osp/content/content_store.h"
 #include "osp/media/sound/sound_service.h"
 #include "osp/ui/access.h"
@@ -36,8 +37,8 @@ constexpr const char* kPhotoPrefix = "KIVO";
 
 std::string ClassName(const Control& control) {
     int status = 0;
-    const std::unique_ptr<char, decltype(&std::free)> name(
-        abi::__cxa_demangle(typeid(control).name(), nullptr, nullptr, &status), std::free);
+    const Osp::Base::Owner<char, std::free> name(
+        abi::__cxa_demangle(typeid(control).name(), nullptr, nullptr, &status));
     const std::string full = name ? name.get() : "";
     const auto colon = full.rfind(':');
     return colon == std::string::npos ? full : full.substr(colon + 1);

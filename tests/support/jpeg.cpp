@@ -1,15 +1,15 @@
 #include "tests/support/jpeg.h"
 
 #include <gtest/gtest.h>
-#include <memory>
 
+#include "osp/base/owner.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Kivo::Testing {
 
 namespace {
 
-using Handle = std::unique_ptr<void, int (*)(tjhandle)>;
+using Handle = Osp::Base::Owner<void, tjDestroy>;
 
 const unsigned char* Data(const std::string& bytes) {
     return reinterpret_cast<const unsigned char*>(bytes.data());
@@ -17,7 +17,7 @@ const unsigned char* Data(const std::string& bytes) {
 
 /// Why `bytes` is no whole JPEG; empty when it is one.
 std::string Decode(const std::string& bytes, Picture& picture) {
-    const Handle handle(tjInitDecompress(), tjDestroy);
+    const Handle handle(tjInitDecompress());
     int width = 0;
     int height = 0;
     int subsampling = 0;
@@ -48,7 +48,7 @@ Picture ReadJpeg(const std::string& path) {
 }
 
 std::string EncodeJpeg(const Picture& picture, TJSAMP subsampling, int flags) {
-    const Handle handle(tjInitCompress(), tjDestroy);
+    const Handle handle(tjInitCompress());
     unsigned char* data = nullptr;
     unsigned long size = 0;
     EXPECT_EQ(tjCompress2(handle.get(), picture.bytes.data(), picture.width, 0, picture.height,

@@ -25,7 +25,7 @@ std::string ProgramFolder() {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path();
 }
 
-void CameraProgram::Deleter::operator()(GSubprocess* process) const {
+void CameraProgram::End(GSubprocess* process) {
     g_subprocess_force_exit(process);
     g_subprocess_wait(process, nullptr, nullptr);
     g_object_unref(process);

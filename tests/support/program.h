@@ -3,9 +3,10 @@
 
 #include <initializer_list>
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
+
+#include "osp/base/owner.h"
 
 typedef struct _GSubprocess GSubprocess;
 
@@ -43,10 +44,9 @@ class CameraProgram {
     ProgramResult Finish();
 
   private:
-    struct Deleter {
-        void operator()(GSubprocess* process) const;
-    };
-    std::unique_ptr<GSubprocess, Deleter> process_;
+    static void End(GSubprocess* process);
+
+    Osp::Base::Owner<GSubprocess, End> process_;
 };
 
 /// Runs `lines` headless, with `arguments` beside, to their end.

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <glib.h>
-#include <memory>
 #include <optional>
 #include <utility>
 
+#include "osp/base/owner.h"
 #include "osp/io/regular_file.h"
 #include "osp/io/safe_file.h"
 
@@ -21,10 +21,8 @@ constexpr const char* kNumberGroup = "Numbers";
 constexpr int kVersion = 1;
 constexpr mode_t kOwnerOnly = 0600;
 
-struct KeyFileDeleter {
-    void operator()(GKeyFile* file) const { g_key_file_free(file); }
-};
-using KeyFile = std::unique_ptr<GKeyFile, KeyFileDeleter>;
+using KeyFile = Base::Owner<GKeyFile, g_key_file_free>;
+using GlibText = Base::Owner<char, g_free>;
 
 /// A place for GLib's errors, of which only their presence matters.
 class Error {
@@ -48,8 +46,7 @@ std::optional<int> ReadNumber(GKeyFile* file, const char* group, const char* key
 }
 
 std::optional<std::string> ReadText(GKeyFile* file, const char* group, const char* key) {
-    const std::unique_ptr<char, decltype(&g_free)> text(
-        g_key_file_get_string(file, group, key, nullptr), g_free);
+    const GlibText text(g_key_file_get_string(file, group, key, nullptr));
     return text ? std::optional<std::string>(text.get()) : std::nullopt;
 }
 
@@ -57,8 +54,7 @@ std::optional<std::string> ReadText(GKeyFile* file, const char* group, const cha
 template <class Reader>
 bool ReadGroup(GKeyFile* file, const char* group, Reader reader,
                std::map<std::string, RegistryValue>& values) {
-    const std::unique_ptr<char*, decltype(&g_strfreev)> keys(
-        g_key_file_get_keys(file, group, nullptr, nullptr), g_strfreev);
+    const Base::Owner<char*, g_strfreev> keys(g_key_file_get_keys(file, group, nullptr, nullptr));
     for (char** key = keys.get(); key != nullptr && *key != nullptr; ++key) {
         auto value = reader(file, group, *key);
         if (!value) return false;
@@ -122,8 +118,7 @@ result RegistryFile::Save() {
         }
     }
     gsize length = 0;
-    const std::unique_ptr<char, decltype(&g_free)> text(
-        g_key_file_to_data(file.get(), &length, nullptr), g_free);
+    const GlibText text(g_key_file_to_data(file.get(), &length, nullptr));
     const result r = Io::WriteFileSafely(path_, std::string_view(text.get(), length),
                                          {.mode = kOwnerOnly, .modifiedMs = Io::NewFileDateMs()});
     if (Succeeded(r)) isChanged_ = false;

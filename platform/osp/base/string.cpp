@@ -1,22 +1,19 @@
 #include <glib.h>
-#include <memory>
 
 #include <osp/base/integer.h>
 #include <osp/base/string.h>
+
+#include "osp/base/owner.h"
 
 namespace Osp::Base {
 
 namespace {
 
-template <class T>
-using GlibPointer = std::unique_ptr<T, decltype(&g_free)>;
-
 std::u16string ToUtf16(std::string_view utf8) {
     const auto length = static_cast<gssize>(utf8.size());
-    const GlibPointer<char> valid(g_utf8_make_valid(utf8.data(), length), g_free);
+    const Owner<char, g_free> valid(g_utf8_make_valid(utf8.data(), length));
     glong units = 0;
-    const GlibPointer<gunichar2> text(g_utf8_to_utf16(valid.get(), -1, nullptr, &units, nullptr),
-                                      g_free);
+    const Owner<gunichar2, g_free> text(g_utf8_to_utf16(valid.get(), -1, nullptr, &units, nullptr));
     return {text.get(), text.get() + units};
 }
 

@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
-#include <sqlite3.h>
 #include <sys/stat.h>
 #include <utility>
 
@@ -120,13 +119,6 @@ OpenOutcome Touch(const std::string& file) {
 }
 
 }  // namespace
-
-void Database::Closer::operator()(sqlite3* connection) const {
-    sqlite3_close(connection);
-}
-void Database::Closer::operator()(sqlite3_stmt* statement) const {
-    sqlite3_finalize(statement);
-}
 
 std::unique_ptr<Database> Database::Open(const std::string& file, OpenOutcome& outcome) {
     outcome = file == ":memory:" ? OpenOutcome::kOpened : Touch(file);

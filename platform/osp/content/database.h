@@ -2,15 +2,13 @@
 #pragma once
 
 #include <memory>
-#include <optional>
+#include <sqlite3.h>
 #include <string>
 
 #include <osp/base/result.h>
 
+#include "osp/base/owner.h"
 #include "osp/content/content_store.h"
-
-typedef struct sqlite3 sqlite3;
-typedef struct sqlite3_stmt sqlite3_stmt;
 
 namespace Osp::Content {
 
@@ -42,12 +40,8 @@ class Database {
     result Remove(ContentId id);
 
   private:
-    struct Closer {
-        void operator()(sqlite3* connection) const;
-        void operator()(sqlite3_stmt* statement) const;
-    };
-    using Connection = std::unique_ptr<sqlite3, Closer>;
-    using Statement = std::unique_ptr<sqlite3_stmt, Closer>;
+    using Connection = Base::Owner<sqlite3, sqlite3_close>;
+    using Statement = Base::Owner<sqlite3_stmt, sqlite3_finalize>;
 
     Database() = default;
     int SetUp();

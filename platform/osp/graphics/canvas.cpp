@@ -4,6 +4,7 @@
 
 #include <osp/graphics/canvas.h>
 
+#include "osp/base/owner.h"
 #include "osp/graphics/bitmap_pixels.h"
 #include "osp/graphics/surface.h"
 
@@ -14,13 +15,7 @@ namespace {
 constexpr const char* kTypeface = "Cabin";
 constexpr double kLineHeightOverEm = 1.215;  // of the typeface; fonts are sized by their lines
 
-struct GObjectDeleter {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-struct FontDescriptionDeleter {
-    void operator()(PangoFontDescription* font) const { pango_font_description_free(font); }
-};
-using LayoutPointer = std::unique_ptr<PangoLayout, GObjectDeleter>;
+using LayoutOwner = Base::Owner<PangoLayout, g_object_unref>;
 
 double Unit(std::uint8_t channel) {
     return channel / 255.0;
@@ -31,9 +26,9 @@ void SetSource(cairo_t* context, const Color& color) {
                           Unit(color.alpha));
 }
 
-LayoutPointer MakeLayout(cairo_t* context, const Font& font, const Base::String& text) {
-    LayoutPointer layout(pango_cairo_create_layout(context));
-    const std::unique_ptr<PangoFontDescription, FontDescriptionDeleter> description(
+LayoutOwner MakeLayout(cairo_t* context, const Font& font, const Base::String& text) {
+    LayoutOwner layout(pango_cairo_create_layout(context));
+    const Base::Owner<PangoFontDescription, pango_font_description_free> description(
         pango_font_description_from_string(kTypeface));
     const int style = font.GetStyle();
     pango_font_description_set_absolute_size(description.get(),
@@ -140,7 +135,7 @@ void Canvas::SetForegroundColor(const Color& color) {
 result Canvas::DrawText(const Point& topLeft, const Base::String& text) {
     if (font_.GetSize() <= 0) return result::kInvalidState;
     cairo_t* const cr = context_->Get();
-    const LayoutPointer layout = MakeLayout(cr, font_, text);
+    const LayoutOwner layout = MakeLayout(cr, font_, text);
     SetSource(cr, foreground_);
     cairo_move_to(cr, topLeft.x, topLeft.y);
     pango_cairo_show_layout(cr, layout.get());
@@ -149,7 +144,7 @@ result Canvas::DrawText(const Point& topLeft, const Base::String& text) {
 
 Dimension Canvas::MeasureText(const Base::String& text) {
     if (font_.GetSize() <= 0) return {};
-    const LayoutPointer layout = MakeLayout(context_->Get(), font_, text);
+    const LayoutOwner layout = MakeLayout(context_->Get(), font_, text);
     Dimension size;
     pango_layout_get_pixel_size(layout.get(), &size.width, &size.height);
     return size;

@@ -2,21 +2,15 @@
 #pragma once
 
 #include <cairo.h>
-#include <memory>
 
 #include <osp/graphics/dimension.h>
 
 #include "osp/base/block_pool.h"
+#include "osp/base/owner.h"
 
 namespace Osp::Graphics {
 
-struct CairoSurfaceDeleter {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-struct CairoDeleter {
-    void operator()(cairo_t* context) const { cairo_destroy(context); }
-};
-using CairoPointer = std::unique_ptr<cairo_t, CairoDeleter>;
+using CairoPointer = Base::Owner<cairo_t, cairo_destroy>;
 
 /// A Cairo image surface over recycled memory: 32 bits a pixel in native byte order, rows
 /// top to bottom, stride 4 x width.
@@ -39,7 +33,7 @@ class Surface {
   private:
     Dimension dimension_;
     Base::Block block_;
-    std::unique_ptr<cairo_surface_t, CairoSurfaceDeleter> surface_;  // after block_, which it uses
+    Base::Owner<cairo_surface_t, cairo_surface_destroy> surface_;  // after block_, which it uses
 };
 
 }  // namespace Osp::Graphics

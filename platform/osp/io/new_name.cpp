@@ -6,11 +6,11 @@
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
-#include <memory>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "osp/base/owner.h"
 #include "osp/io/errno_result.h"
 #include "osp/io/file_descriptor.h"
 
@@ -54,10 +54,6 @@ result RenameByLink(int folder, const char* from, const char* to) {
     return knowsLinks ? ResultOfErrno(errno) : RenameOverReserved(folder, from, to);
 }
 
-struct FolderCloser {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-
 /// The N of "old-N-NAME"; 0 for all other names.
 unsigned long long AsideNumber(std::string_view entry, const std::string& name) {
     const std::string suffix = "-" + name;
@@ -72,7 +68,7 @@ unsigned long long AsideNumber(std::string_view entry, const std::string& name) 
 
 unsigned long long HighestAside(int folder, const std::string& name) {
     FileDescriptor listed(openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    const std::unique_ptr<DIR, FolderCloser> entries(fdopendir(listed.Get()));
+    const Base::Owner<DIR, closedir> entries(fdopendir(listed.Get()));
     if (!entries) return 0;
     (void)listed.Release();
     unsigned long long highest = 0;

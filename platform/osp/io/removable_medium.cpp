@@ -3,11 +3,12 @@
 #include <filesystem>
 #include <fstream>
 #include <gio/gunixmounts.h>
-#include <memory>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <system_error>
 #include <unistd.h>
+
+#include "osp/base/owner.h"
 
 namespace Osp::Io {
 
@@ -30,13 +31,10 @@ bool IsWritableMedium(GUnixMountEntry* mount) {
            access(folder, W_OK | X_OK) == 0;
 }
 
-struct MountListDeleter {
-    void operator()(GList* mounts) const {
-        g_list_free_full(mounts, [](gpointer mount) {
-            g_unix_mount_free(static_cast<GUnixMountEntry*>(mount));
-        });
-    }
-};
+void FreeMounts(GList* mounts) {
+    g_list_free_full(
+        mounts, [](gpointer mount) { g_unix_mount_free(static_cast<GUnixMountEntry*>(mount)); });
+}
 
 }  // namespace
 
@@ -53,7 +51,7 @@ bool IsRemovableDevice(const std::string& sysFolder, dev_t device) {
 }
 
 std::string FindRemovableMedium() {
-    const std::unique_ptr<GList, MountListDeleter> mounts(g_unix_mounts_get(nullptr));
+    const Base::Owner<GList, FreeMounts> mounts(g_unix_mounts_get(nullptr));
     for (GList* item = mounts.get(); item != nullptr; item = item->next) {
         auto* mount = static_cast<GUnixMountEntry*>(item->data);
         if (IsWritableMedium(mount)) return g_unix_mount_get_mount_path(mount);

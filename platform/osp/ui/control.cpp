@@ -5,6 +5,7 @@
 #include <osp/ui/control.h>
 
 #include "osp/base/event_loop.h"
+#include "osp/base/owner.h"
 #include "osp/graphics/surface.h"
 #include "osp/ui/access.h"
 #include "osp/ui/screen.h"
@@ -13,12 +14,11 @@ namespace Osp::Ui {
 
 namespace {
 
-struct ArgumentsDeleter {
-    void operator()(Base::Collection::IList* list) const {
-        list->RemoveAll(true);
-        delete list;
-    }
-};
+void DeleteArguments(Base::Collection::IList* list) {
+    list->RemoveAll(true);
+    delete list;
+}
+using ArgumentsOwner = Base::Owner<Base::Collection::IList, DeleteArguments>;
 
 template <class Listener>
 void AddOnce(std::vector<Listener*>& listeners, Listener& listener) {
@@ -96,7 +96,7 @@ Graphics::Canvas* Control::GetCanvasN() {
 
 result Control::SendUserEvent(long requestId, Base::Collection::IList* args) {
     // The list changes hands only when somebody is there to take it.
-    auto owner = std::make_shared<std::unique_ptr<Base::Collection::IList, ArgumentsDeleter>>(args);
+    auto owner = std::make_shared<ArgumentsOwner>(args);
     Base::EventLoop::Current().Post(
         Base::EventClass::kApplication,
         [target = std::weak_ptr<Control*>(self_), requestId, owner = std::move(owner)] {
@@ -116,7 +116,7 @@ void Control::AddKeyEventListener(IKeyEventListener& listener) {
 }
 
 bool Control::OnUserEventReceivedN(long, Base::Collection::IList* args) {
-    if (args != nullptr) ArgumentsDeleter()(args);
+    const ArgumentsOwner unwanted(args);
     return false;
 }
 

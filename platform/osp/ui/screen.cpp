@@ -51,7 +51,7 @@ void Screen::DamageAll() {
 const Graphics::Surface& Screen::Compose() {
     const std::vector<Container*> roots = GetRoots();
     for (Container* root : roots) DrawPending(*root);
-    const RegionPointer damage(std::exchange(damage_, RegionPointer(cairo_region_create())));
+    const RegionOwner damage(std::exchange(damage_, RegionOwner(cairo_region_create())));
     Paint(roots, *damage, picture_);
     return picture_;
 }

@@ -9,6 +9,7 @@
 #include <osp/ui/controls/frame.h>
 #include <osp/ui/key_code.h>
 
+#include "osp/base/owner.h"
 #include "osp/base/service.h"
 #include "osp/graphics/surface.h"
 
@@ -65,10 +66,7 @@ class Screen : public Service<Screen> {
     bool HasModal() const { return !modals_.empty(); }
 
   private:
-    struct RegionDeleter {
-        void operator()(cairo_region_t* region) const { cairo_region_destroy(region); }
-    };
-    using RegionPointer = std::unique_ptr<cairo_region_t, RegionDeleter>;
+    using RegionOwner = Base::Owner<cairo_region_t, cairo_region_destroy>;
 
     void DamageAll();
 
@@ -77,7 +75,7 @@ class Screen : public Service<Screen> {
     std::vector<ModalLayer*> modals_;   // not owned; each is on the stack of its RunModal
     bool foreground_ = false;
     Graphics::Surface picture_;
-    RegionPointer damage_;
+    RegionOwner damage_;
 };
 
 }  // namespace Osp::Ui

@@ -11,6 +11,7 @@
 #include <osp/io/directory.h>
 #include <osp/io/file.h>
 
+#include "osp/base/owner.h"
 #include "osp/io/removable_medium.h"
 #include "osp/io/storage_map.h"
 #include "tests/support/faults.h"
@@ -106,7 +107,7 @@ TEST_F(StorageTest, IsLockedForOthersUntilItsProcessEnds) {
     EXPECT_EQ(own->Lock(), result::kSuccess) << "a killed process has let go";
     Testing::InOwnProcess([&] { EXPECT_EQ(lockElsewhere(), result::kDeviceBusy); });
     // A program that it started and that outlives it.
-    const std::unique_ptr<FILE, int (*)(FILE*)> started(popen("cat", "w"), pclose);
+    const Base::Owner<FILE, pclose> started(popen("cat", "w"));
     own = nullptr;
     EXPECT_EQ(lockElsewhere(), result::kSuccess);
     fs::remove_all(storage_.GetPrivateFolder());

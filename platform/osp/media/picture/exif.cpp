@@ -11,6 +11,7 @@
 #include <string_view>
 #include <utility>
 
+#include "osp/base/owner.h"
 #include "osp/media/picture/jpeg_codec.h"
 #include "osp/media/picture/jpeg_rows.h"
 
@@ -25,23 +26,8 @@ constexpr std::size_t kDateLength = 19;
 constexpr std::size_t kOffsetLength = 6;
 constexpr std::size_t kLongestDescription = 32 * 1024;  // half of what a segment can hold
 
-struct DataDeleter {
-    void operator()(ExifData* data) const { exif_data_unref(data); }
-};
-struct EntryDeleter {
-    void operator()(ExifEntry* entry) const { exif_entry_unref(entry); }
-};
-struct MemoryDeleter {
-    void operator()(ExifMem* memory) const { exif_mem_unref(memory); }
-};
-struct DateTimeDeleter {
-    void operator()(GDateTime* time) const { g_date_time_unref(time); }
-};
-struct GlibDeleter {
-    void operator()(void* memory) const { g_free(memory); }
-};
-using Data = std::unique_ptr<ExifData, DataDeleter>;
-using DateTime = std::unique_ptr<GDateTime, DateTimeDeleter>;
+using Data = Base::Owner<ExifData, exif_data_unref>;
+using DateTime = Base::Owner<GDateTime, g_date_time_unref>;
 
 std::string Cut(const std::string& utf8, std::size_t longest) {
     if (utf8.size() <= longest) return utf8;
@@ -106,7 +92,7 @@ class Builder {
         unsigned char* saved = nullptr;
         unsigned size = 0;
         exif_data_save_data(data_.get(), &saved, &size);
-        const std::unique_ptr<unsigned char, decltype(&std::free)> content(saved, std::free);
+        const Base::Owner<unsigned char, std::free> content(saved);
         std::vector<std::uint8_t> segment;
         AppendSegment(kExifSegment, {content.get(), size}, segment);
         return segment;
@@ -115,7 +101,7 @@ class Builder {
   private:
     unsigned char* Add(ExifIfd ifd, ExifTag tag, ExifFormat format, std::size_t components,
                        std::size_t sizeBytes) {
-        const std::unique_ptr<ExifEntry, EntryDeleter> entry(exif_entry_new_mem(memory_.get()));
+        const Base::Owner<ExifEntry, exif_entry_unref> entry(exif_entry_new_mem(memory_.get()));
         auto* const bytes = static_cast<unsigned char*>(
             exif_mem_alloc(memory_.get(), static_cast<ExifLong>(sizeBytes)));
         if (!entry || bytes == nullptr) throw std::bad_alloc();
@@ -129,12 +115,12 @@ class Builder {
         return bytes;
     }
 
-    std::unique_ptr<ExifMem, MemoryDeleter> memory_;
+    Base::Owner<ExifMem, exif_mem_unref> memory_;
     Data data_;
 };
 
 std::string Format(GDateTime* time, const char* format) {
-    const std::unique_ptr<char, GlibDeleter> text(g_date_time_format(time, format));
+    const Base::Owner<char, g_free> text(g_date_time_format(time, format));
     return text.get();
 }
 
@@ -244,8 +230,7 @@ std::vector<std::uint8_t> RebuildExifSegment(std::span<const std::uint8_t> origi
 }
 
 std::optional<ExifInfo> ReadExif(const std::string& realPath) {
-    const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(
-        std::fopen(realPath.c_str(), "rbe"), std::fclose);
+    const Base::Owner<std::FILE, std::fclose> file(std::fopen(realPath.c_str(), "rbe"));
     return file ? Interpret(Load(JpegReader(file.get()))) : std::nullopt;
 }
 

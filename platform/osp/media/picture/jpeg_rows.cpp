@@ -9,6 +9,8 @@
 #include <jerror.h>
 #include <jpeglib.h>
 
+#include "osp/base/owner.h"
+
 namespace Osp::Media {
 
 namespace {
@@ -252,7 +254,7 @@ std::vector<std::uint8_t> JpegReader::ColourProfile() {
     unsigned size = 0;
     // A damaged profile is a warning too, which has nothing to do with the picture.
     (void)state.Try([&] { (void)jpeg_read_icc_profile(&state.jpeg, &data, &size); });
-    const std::unique_ptr<JOCTET, decltype(&std::free)> owned(data, std::free);
+    const Base::Owner<JOCTET, std::free> owned(data);
     return {data, data + size};
 }
 

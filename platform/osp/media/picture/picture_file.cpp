@@ -8,6 +8,7 @@
 #include <memory>
 #include <sys/stat.h>
 
+#include "osp/base/owner.h"
 #include "osp/io/errno_result.h"
 #include "osp/io/file_descriptor.h"
 #include "osp/media/picture/png_codec.h"
@@ -16,10 +17,7 @@ namespace Osp::Media {
 
 namespace {
 
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
+using File = Base::Owner<std::FILE, std::fclose>;
 
 /// Without waiting for what is no file: a pipe that nobody writes to.
 result Open(const std::string& path, File& file) {

@@ -8,6 +8,8 @@
 #include <memory>
 #include <png.h>
 
+#include "osp/base/owner.h"
+
 namespace Osp::Media {
 
 namespace {
@@ -56,8 +58,7 @@ void BlendOnBlack(png_structp, png_row_infop row, png_bytep pixels) {
 class Reader {
   public:
     explicit Reader(std::span<const std::uint8_t> data) : data_(data) {}
-    explicit Reader(const std::string& path)
-        : file_(std::fopen(path.c_str(), "rbe"), std::fclose) {}
+    explicit Reader(const std::string& path) : file_(std::fopen(path.c_str(), "rbe")) {}
     ~Reader() { png_destroy_read_struct(&png_, &info_, nullptr); }
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
@@ -146,7 +147,7 @@ class Reader {
     }
 
     std::span<const std::uint8_t> data_;  // what has not been read yet
-    std::unique_ptr<std::FILE, decltype(&std::fclose)> file_{nullptr, std::fclose};
+    Base::Owner<std::FILE, std::fclose> file_;
     ErrorManager errors_;
     png_structp png_ = nullptr;
     png_infop info_ = nullptr;
