@@ -15,6 +15,7 @@
 #include "capture/photo_description.h"
 #include "develop/developer.h"
 #include "effects/composition.h"
+#include "host/product.h"
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/jpeg_codec.h"
 
@@ -113,7 +114,7 @@ EncodedPicture DevelopStepByStep(const Recipe& recipe) {
     Osp::Media::ExifInfo info;
     info.description =
         ComposePhotoDescription(recipe.type, recipe.effect, ZoomLevel::k1X, recipe.hdr);
-    info.software = Osp::Media::kSoftware;
+    info.software = Host::kProduct.name;
     info.orientation = 1;
     info.size = size;
     EncodedPicture encoded;

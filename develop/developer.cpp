@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "capture/photo_description.h"
+#include "host/product.h"
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/jpeg_codec.h"
 #include "osp/media/picture/jpeg_rows.h"
@@ -147,7 +148,7 @@ Metadata Developer::MakeMetadata(const Recipe& recipe, PictureFormat format) con
     Osp::Media::ExifInfo info;
     info.description =
         ComposePhotoDescription(recipe.type, recipe.effect, ZoomLevel::k1X, recipe.hdr);
-    info.software = Osp::Media::kSoftware;
+    info.software = Host::kProduct.name;
     info.orientation = 1;
     info.size = SizeOf(recipe, frames_[0].Size());
     metadata.exif = Osp::Media::RebuildExifSegment(sources_[0].bytes, info);

@@ -5,6 +5,7 @@
 
 #include <osp/base/string.h>
 
+#include "host/product.h"
 #include "host/version.h"
 
 namespace Host {
@@ -27,7 +28,7 @@ std::unique_ptr<Diagnosis> Diagnosis::Make(const Options& options,
 
 Diagnosis::Diagnosis(const Options& options, const std::string& resourceFolder,
                      std::unique_ptr<Osp::Media::CameraService> cameras)
-    : storage_({options.dataFolder, resourceFolder}), cameras_(std::move(cameras)) {}
+    : storage_({kProduct, options.dataFolder, resourceFolder}), cameras_(std::move(cameras)) {}
 
 int Diagnosis::ListCameras() const {
     for (const auto& [name, selection] : kCameras) {

@@ -6,6 +6,7 @@
 
 #include <osp/ui/controls/message_box.h>
 
+#include "host/product.h"
 #include "host/script/report.h"
 #include "host/sound_module.h"
 #include "osp/app/registry_file.h"
@@ -56,7 +57,7 @@ std::unique_ptr<Machine> Machine::Make(const Options& options, const std::string
         return nullptr;
     }
     auto storage = std::make_unique<Osp::Io::StorageMap>(
-        Osp::Io::StorageMap::Options{options.dataFolder, resourceFolder});
+        Osp::Io::StorageMap::Options{kProduct, options.dataFolder, resourceFolder});
     const result prepared = storage->Prepare();
     if (storage->Lock() == result::kDeviceBusy) {
         failure = {"another KIVO camera is running on " + storage->GetPrivateFolder(), kExitInUse};
@@ -72,12 +73,12 @@ Machine::Machine(const Options& options, std::unique_ptr<Osp::Io::StorageMap> st
       loop_(*clock_),
       storage_(std::move(storage)),
       prepared_(prepared),
-      registry_(storage_->GetPrivateFolder() + "/registry.ini"),
+      settings_(storage_->GetPrivateFolder() + "/registry.ini"),
       contents_(*storage_, ReadEmbedded),
       cameras_(std::move(cameras)),
       sounds_(MakeSoundOutput(options)),
       device_([this] { return cameras_->Count(); }),
-      lifecycle_(registry_) {}
+      lifecycle_(settings_) {}
 
 Machine::~Machine() = default;
 
@@ -116,11 +117,10 @@ void Machine::TellAboutStorage() {
     } else if (contents_.IsNewer()) {
         Tell("the photo list is of a newer version and is left alone");
     }
-    const Osp::App::RegistryFile& settings = registry_.GetFile();
-    if (settings.IsNewer()) {
+    if (settings_.IsNewer()) {
         Tell("the settings are of a newer version and are left alone; changes will not be kept");
     }
-    if (!settings.WasDamaged()) return;
+    if (!settings_.WasDamaged()) return;
     Tell("the settings were damaged and have been reset");
     loop_.Post(Osp::Base::EventClass::kApplication,
                [] { ShowNotice("The settings were damaged\nand have been reset."); });

@@ -8,6 +8,7 @@
 #include "host/options.h"
 #include "host/start_failure.h"
 #include "osp/app/lifecycle.h"
+#include "osp/app/registry_file.h"
 #include "osp/base/clock.h"
 #include "osp/base/event_loop.h"
 #include "osp/content/content_store.h"
@@ -39,7 +40,6 @@ class Machine {
     Osp::Base::EventLoop& GetLoop() { return loop_; }
     /// Null under the real clock.
     Osp::Base::VirtualClock* GetVirtualClock();
-    Osp::App::AppRegistry& GetRegistry() { return registry_; }
 
   private:
     Machine(const Options& options, std::unique_ptr<Osp::Io::StorageMap> storage, result prepared,
@@ -55,7 +55,7 @@ class Machine {
     std::unique_ptr<Osp::Io::StorageMap> storage_;
     Osp::Io::StorageMap::Installed installedStorage_{*storage_};
     result prepared_;
-    Osp::App::AppRegistry registry_;
+    Osp::App::RegistryFile settings_;
     Osp::Content::ContentStore contents_;
     Osp::Content::ContentStore::Installed installedContents_{contents_};
     std::unique_ptr<Osp::Media::CameraService> cameras_;

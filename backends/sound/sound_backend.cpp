@@ -22,7 +22,7 @@ class LinuxSound : public SoundBackend {
 
 }  // namespace Osp::Media
 
-extern "C" Osp::Media::SoundBackend* KivoMakeSoundBackend() {
+extern "C" Osp::Media::SoundBackend* OspMakeSoundBackend() {
     pw_init(nullptr, nullptr);
     return gst_init_check(nullptr, nullptr, nullptr) ? new Osp::Media::LinuxSound : nullptr;
 }

@@ -140,8 +140,7 @@ std::string PhotosReport() {
 std::string RegistryReport() {
     Json json;
     json["registry"] = Json::object();
-    auto& file = Osp::App::Lifecycle::Current().GetRegistry().GetFile();
-    for (const auto& [key, value] : file.Values()) {
+    for (const auto& [key, value] : Osp::App::Lifecycle::Current().GetSettings().Values()) {
         if (const int* number = std::get_if<int>(&value)) {
             json["registry"][key] = *number;
         } else {

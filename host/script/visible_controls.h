@@ -6,6 +6,7 @@
 #include <osp/ui/container.h>
 #include <osp/ui/controls/label.h>
 
+#include "osp/ui/access.h"
 #include "osp/ui/screen.h"
 
 namespace Host {
@@ -15,7 +16,7 @@ template <class Visit>
 void WalkShown(const Osp::Ui::Control& control, const Visit& visit) {
     if (!control.GetShowState()) return;
     if (const auto* container = dynamic_cast<const Osp::Ui::Container*>(&control)) {
-        const auto& children = container->GetControls();
+        const auto& children = Osp::Ui::Access::Children(*container);
         for (auto child = children.rbegin(); child != children.rend(); ++child) {
             WalkShown(**child, visit);
         }

@@ -112,7 +112,7 @@ TEST_F(OptionsTest, TakeNamesInAnyCaseAndNumbers) {
 TEST_F(OptionsTest, OverwriteAnOlderOutput) {
     const std::string in = Write("in.ppm", ToPpm(RandomPicture(30, 20, Look::kNoise, 93)));
     Write("out.ppm", "old");
-    Write(".kivo-1-1.tmp", "what a run that was killed has left");
+    Write(".osp-1-1.tmp", "what a run that was killed has left");
     Develop({in, "-o", At("out.ppm")});
     EXPECT_EQ(FromPpm(Read("out.ppm")).width, 30);
     EXPECT_EQ(Osp::Testing::ReadTree(folder_.Path()).size(), 2U);

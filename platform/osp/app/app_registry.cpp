@@ -36,46 +36,42 @@ result StoreText(RegistryFile& file, const Base::String& key, const Base::String
 
 }  // namespace
 
-AppRegistry::AppRegistry(const std::string& path) : file_(std::make_unique<RegistryFile>(path)) {}
-
-AppRegistry::~AppRegistry() = default;
-
 result AppRegistry::Get(const Base::String& key, Base::String& value) const {
     const std::string* text = nullptr;
-    const result r = Find(*file_, key, text);
+    const result r = Find(file_, key, text);
     if (Succeeded(r)) value = Base::String(*text);
     return r;
 }
 
 result AppRegistry::Get(const Base::String& key, int& value) const {
     const int* number = nullptr;
-    const result r = Find(*file_, key, number);
+    const result r = Find(file_, key, number);
     if (Succeeded(r)) value = *number;
     return r;
 }
 
 result AppRegistry::Set(const Base::String& key, const Base::String& value) {
-    return StoreText(*file_, key, value, true);
+    return StoreText(file_, key, value, true);
 }
 
 result AppRegistry::Set(const Base::String& key, int value) {
-    return Store(*file_, key, value, true);
+    return Store(file_, key, value, true);
 }
 
 result AppRegistry::Add(const Base::String& key, const Base::String& value) {
-    return StoreText(*file_, key, value, false);
+    return StoreText(file_, key, value, false);
 }
 
 result AppRegistry::Add(const Base::String& key, int value) {
-    return Store(*file_, key, value, false);
+    return Store(file_, key, value, false);
 }
 
 result AppRegistry::Remove(const Base::String& key) {
-    return file_->Erase(key.ToUtf8()) ? result::kSuccess : result::kKeyNotFound;
+    return file_.Erase(key.ToUtf8()) ? result::kSuccess : result::kKeyNotFound;
 }
 
 result AppRegistry::Save() {
-    return file_->Save();
+    return file_.Save();
 }
 
 }  // namespace Osp::App

@@ -1,6 +1,5 @@
 #include "osp/app/lifecycle.h"
 
-#include "osp/app/registry_file.h"
 #include "osp/base/event_loop.h"
 #include "osp/ui/input.h"
 #include "osp/ui/screen.h"
@@ -20,7 +19,7 @@ void Later(void (Application::*callback)()) {
 result Lifecycle::Run(ApplicationFactory factory) {
     if (application_) return result::kInvalidState;
     isTerminating_ = false;
-    frame_ = std::make_unique<AppFrame>();
+    frame_ = Access::MakeFrame();
     application_.reset(factory());
     hasStarted_ = application_ && application_->OnAppInitializing(registry_);
     if (hasStarted_) {
@@ -38,7 +37,7 @@ void Lifecycle::Finish() {
     Ui::Screen::Current().SetForeground(false);
     Ui::Input::Current().LetGo();
     isForeground_ = false;
-    (void)registry_.GetFile().SaveUnsaved();
+    (void)settings_.SaveUnsaved();
 }
 
 void Lifecycle::EnterForeground() {

@@ -7,6 +7,8 @@
 #include <osp/app/app_registry.h>
 #include <osp/app/application.h>
 
+#include "osp/app/access.h"
+#include "osp/app/registry_file.h"
 #include "osp/base/service.h"
 
 namespace Osp::App {
@@ -14,8 +16,9 @@ namespace Osp::App {
 /// Foreground and background strictly alternate, whatever the host reports. Loop thread only.
 class Lifecycle : public Service<Lifecycle> {
   public:
-    /// `registry` is not owned.
-    explicit Lifecycle(AppRegistry& registry) : registry_(registry) {}
+    /// `settings` is not owned and outlives this object: what the application's registry keeps.
+    explicit Lifecycle(RegistryFile& settings)
+        : settings_(settings), registry_(Access::MakeRegistry(settings)) {}
 
     /// Runs an application from its creation to its end; see Application::Execute.
     result Run(ApplicationFactory factory);
@@ -33,12 +36,14 @@ class Lifecycle : public Service<Lifecycle> {
 
     Application* GetApplication() const { return application_.get(); }
     AppFrame* GetFrame() const { return frame_.get(); }
-    AppRegistry& GetRegistry() const { return registry_; }
+    AppRegistry& GetRegistry() { return registry_; }
+    const RegistryFile& GetSettings() const { return settings_; }
 
   private:
     void Finish();
 
-    AppRegistry& registry_;
+    RegistryFile& settings_;
+    AppRegistry registry_;
     std::unique_ptr<Application> application_;
     std::unique_ptr<AppFrame> frame_;
     bool hasStarted_ = false;

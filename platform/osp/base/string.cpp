@@ -44,12 +44,6 @@ bool String::StartsWith(const String& prefix, int startPosition) const {
                          prefix.text_) == 0;
 }
 
-int String::IndexOf(const String& text, int startPosition) const {
-    if (startPosition < 0 || startPosition > GetLength()) return -1;
-    const auto found = text_.find(text.text_, static_cast<std::size_t>(startPosition));
-    return found == std::u16string::npos ? -1 : static_cast<int>(found);
-}
-
 result String::SubString(int startPosition, int length, String& out) const {
     if (startPosition < 0 || length < 0 || startPosition > GetLength() - length) {
         return result::kOutOfRange;

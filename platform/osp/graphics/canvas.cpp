@@ -5,6 +5,7 @@
 #include <osp/graphics/canvas.h>
 
 #include "osp/base/owner.h"
+#include "osp/graphics/access.h"
 #include "osp/graphics/bitmap_pixels.h"
 #include "osp/graphics/surface.h"
 
@@ -99,15 +100,15 @@ result Canvas::FillRoundRectangle(const Color& color, const Rectangle& rectangle
 }
 
 result Canvas::DrawBitmap(const Point& topLeft, const Bitmap& bitmap) {
-    if (bitmap.Pixels() == nullptr) return result::kInvalidArgument;
+    if (Access::Pixels(bitmap) == nullptr) return result::kInvalidArgument;
     cairo_t* const cr = context_->Get();
-    cairo_set_source_surface(cr, bitmap.Pixels()->Drawable().Cairo(), topLeft.x, topLeft.y);
+    cairo_set_source_surface(cr, Access::Pixels(bitmap)->Drawable().Cairo(), topLeft.x, topLeft.y);
     cairo_paint(cr);
     return result::kSuccess;
 }
 
 result Canvas::DrawBitmap(const Rectangle& rectangle, const Bitmap& bitmap) {
-    if (bitmap.Pixels() == nullptr || rectangle.IsEmpty()) return result::kInvalidArgument;
+    if (Access::Pixels(bitmap) == nullptr || rectangle.IsEmpty()) return result::kInvalidArgument;
     if (rectangle.width == bitmap.GetWidth() && rectangle.height == bitmap.GetHeight()) {
         return DrawBitmap(Point{rectangle.x, rectangle.y}, bitmap);
     }
@@ -116,7 +117,7 @@ result Canvas::DrawBitmap(const Rectangle& rectangle, const Bitmap& bitmap) {
     cairo_translate(cr, rectangle.x, rectangle.y);
     cairo_scale(cr, static_cast<double>(rectangle.width) / bitmap.GetWidth(),
                 static_cast<double>(rectangle.height) / bitmap.GetHeight());
-    cairo_set_source_surface(cr, bitmap.Pixels()->Drawable().Cairo(), 0, 0);
+    cairo_set_source_surface(cr, Access::Pixels(bitmap)->Drawable().Cairo(), 0, 0);
     cairo_paint(cr);
     cairo_restore(cr);
     return result::kSuccess;

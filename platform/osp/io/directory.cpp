@@ -49,7 +49,7 @@ DirEnumerator* Directory::ReadN() {
     std::ranges::sort(names);
     std::vector<DirEntry> entries;
     entries.reserve(names.size());
-    for (const std::string& name : names) entries.emplace_back(Base::String(name));
+    for (const std::string& name : names) entries.push_back(DirEntry(Base::String(name)));
     return new DirEnumerator(std::move(entries));
 }
 

@@ -1,5 +1,6 @@
 #include "osp/io/storage_map.h"
 
+#include <cassert>
 #include <cerrno>
 #include <filesystem>
 #include <glib.h>
@@ -63,10 +64,15 @@ bool IsUnder(std::string_view path, std::string_view root, std::string_view& res
 }  // namespace
 
 StorageMap::StorageMap(const Options& options)
-    : dataFolder_(options.dataFolder), resourceFolder_(options.resourceFolder) {
+    : product_(options.product),
+      dataFolder_(options.dataFolder),
+      resourceFolder_(options.resourceFolder) {
+    assert(!product_.pictureFolderName.empty() && !product_.privateFolderName.empty());
     const bool onDesktop = dataFolder_.empty();
-    imageFolder_ = onDesktop ? PicturesFolder() + "/KIVO" : dataFolder_ + "/Media/Images";
-    privateFolder_ = (onDesktop ? g_get_user_data_dir() : dataFolder_) + "/kivo-camera";
+    imageFolder_ = onDesktop ? PicturesFolder() + "/" + product_.pictureFolderName
+                             : dataFolder_ + std::string(kImageRoot);
+    privateFolder_ =
+        (onDesktop ? g_get_user_data_dir() : dataFolder_) + "/" + product_.privateFolderName;
 }
 
 result StorageMap::Prepare() {

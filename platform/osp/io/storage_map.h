@@ -14,13 +14,21 @@ namespace Osp::Io {
 
 enum class Access { kRead, kWrite };
 
-/// "/Res" is the package's resource folder, read-only. "/Media/Images" is the folder KIVO among
-/// the user's pictures, "/Storagecard" the first writable removable medium. Loop thread only.
+/// What the platform has to know of the product that it carries.
+struct ProductInfo {
+    std::string name;               // as which it signs photographs
+    std::string pictureFolderName;  // of its folder among the user's pictures
+    std::string privateFolderName;  // of its folder among the user's data
+};
+
+/// "/Res" is the package's resource folder, read-only. "/Media/Images" is the product's folder
+/// among the user's pictures, "/Storagecard" the first writable removable medium. Loop thread only.
 class StorageMap : public Service<StorageMap> {
   public:
     struct Options {
+        ProductInfo product;
         /// When not empty, everything but "/Res" lies under it: DIR/Media/Images, DIR/Storagecard
-        /// if that exists, DIR/kivo-camera.
+        /// if that exists, and the private folder.
         std::string dataFolder;
         std::string resourceFolder;
     };
@@ -36,6 +44,8 @@ class StorageMap : public Service<StorageMap> {
     /// one is there. After Prepare.
     result Lock() { return lock_.Acquire(privateFolder_); }
 
+    /// Whose storage it is.
+    const ProductInfo& GetProduct() const { return product_; }
     /// For registry, content database and tokens.
     const std::string& GetPrivateFolder() const { return privateFolder_; }
 
@@ -49,6 +59,7 @@ class StorageMap : public Service<StorageMap> {
     result ResolveOnCard(std::string_view rest, std::string& realPath);
     std::string FindCard() const;
 
+    ProductInfo product_;
     std::string dataFolder_;
     std::string resourceFolder_;
     std::string imageFolder_;

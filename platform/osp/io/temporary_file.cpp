@@ -14,7 +14,7 @@ namespace Osp::Io {
 
 namespace {
 
-constexpr std::string_view kPrefix = ".kivo-";
+constexpr std::string_view kPrefix = ".osp-";
 constexpr std::string_view kSuffix = ".tmp";
 
 std::string NextName() {

@@ -14,13 +14,4 @@ void Device::KeepScreenOn(bool keepOn) {
     if (keepScreenOnFunction_) keepScreenOnFunction_(keepOn);
 }
 
-void Device::ScreenSwitched(bool on) {
-    if (listener_ == nullptr) return;
-    if (on) {
-        listener_->OnScreenOn();
-    } else {
-        listener_->OnScreenOff();
-    }
-}
-
 }  // namespace Osp::System

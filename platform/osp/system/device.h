@@ -3,8 +3,6 @@
 
 #include <functional>
 
-#include <osp/system/i_screen_event_listener.h>
-
 #include "osp/base/service.h"
 
 namespace Osp::System {
@@ -23,15 +21,9 @@ class Device : public Service<Device> {
     void SetKeepScreenOnFunction(KeepScreenOnFunction function);
     void KeepScreenOn(bool keepOn);
 
-    /// Not owned; may be null.
-    void SetScreenEventListener(IScreenEventListener* listener) { listener_ = listener; }
-    /// The display was switched on or off.
-    void ScreenSwitched(bool on);
-
   private:
     CountFunction cameraCount_;
     KeepScreenOnFunction keepScreenOnFunction_;
-    IScreenEventListener* listener_ = nullptr;
     bool keepOn_ = false;
 };
 

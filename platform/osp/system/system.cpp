@@ -76,8 +76,8 @@ result PowerManager::KeepScreenOnState(bool keepOn, bool) {
     return result::kSuccess;
 }
 
-result PowerManager::SetScreenEventListener(IScreenEventListener* listener) {
-    Device::Current().SetScreenEventListener(listener);
+// No listener is kept, because nothing here would ever call it.
+result PowerManager::SetScreenEventListener(IScreenEventListener*) {
     return result::kSuccess;
 }
 

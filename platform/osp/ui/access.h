@@ -5,6 +5,7 @@
 
 #include <osp/ui/container.h>
 #include <osp/ui/controls/button.h>
+#include <osp/ui/controls/frame.h>
 #include <osp/ui/controls/overlay_panel.h>
 
 #include "osp/graphics/surface.h"
@@ -19,7 +20,6 @@ class Access {
     }
     /// Lets the control draw itself when it has asked for that or never has.
     static void DrawIfNeeded(Control& control);
-    static void MarkDrawn(Control& control) { control.needsDraw_ = false; }
 
     static std::weak_ptr<Control*> Weak(const Control& control) { return control.self_; }
     static const std::vector<ITouchEventListener*>& TouchListeners(const Control& control) {
@@ -29,7 +29,19 @@ class Access {
         return control.keyListeners_;
     }
     static void SetParent(Control& control, Container* parent) { control.parent_ = parent; }
+    /// Bottom to top.
+    static const std::vector<std::unique_ptr<Control>>& Children(const Container& container) {
+        return container.controls_;
+    }
+    /// Takes `control` out of `container` at once; null when it is not there.
+    static std::unique_ptr<Control> Release(Container& container, Control& control) {
+        return container.Release(control);
+    }
+    /// Puts the control above its siblings.
     static void Raise(Control& control);
+
+    /// The frame of the screen from here on.
+    static Controls::Frame MakeFrame() { return Controls::Frame(); }
 
     static void SetPressed(Controls::Button& button, bool pressed) { button.SetPressed(pressed); }
     static const std::vector<IActionEventListener*>& ActionListeners(
@@ -37,8 +49,9 @@ class Access {
         return button.actionListeners_;
     }
 
-    /// The panel's moving picture and its place inside the panel; null before the first.
+    /// The panel's moving picture; null before the first.
     static const Graphics::Surface* VideoPicture(const Controls::OverlayPanel& panel);
+    /// Its place inside the panel, once there is one.
     static Graphics::Point VideoPlace(const Controls::OverlayPanel& panel);
 };
 

@@ -29,8 +29,8 @@ result Button::OnDraw() {
     const std::unique_ptr<Graphics::Canvas> canvas(GetCanvasN());
     if (!canvas) return result::kSuccess;
     const result r = canvas->Clear();
-    const Graphics::Bitmap& bitmap = pressed_ && down_.Pixels() ? down_ : normal_;
-    if (Failed(r) || !bitmap.Pixels()) return r;
+    const Graphics::Bitmap& bitmap = pressed_ && down_.GetWidth() > 0 ? down_ : normal_;
+    if (Failed(r) || bitmap.GetWidth() == 0) return r;
     return canvas->DrawBitmap(Graphics::Point{}, bitmap);
 }
 

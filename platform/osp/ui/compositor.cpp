@@ -50,7 +50,7 @@ void PaintTree(cairo_t* context, const cairo_region_t& damage, const Control& co
     }
     const auto* const container = dynamic_cast<const Container*>(&control);
     if (container == nullptr) return;
-    for (const auto& child : container->GetControls()) {
+    for (const auto& child : Access::Children(*container)) {
         PaintTree(context, damage, *child, {area.x, area.y});
     }
 }
@@ -62,7 +62,7 @@ void DrawPending(Control& root) {
     Access::DrawIfNeeded(root);
     const auto* const container = dynamic_cast<Container*>(&root);
     if (container == nullptr) return;
-    for (const auto& child : container->GetControls()) DrawPending(*child);
+    for (const auto& child : Access::Children(*container)) DrawPending(*child);
 }
 
 void Paint(const std::vector<Container*>& roots, cairo_region_t& damage,

@@ -6,6 +6,7 @@
 
 #include "osp/base/event_loop.h"
 #include "osp/base/owner.h"
+#include "osp/graphics/access.h"
 #include "osp/graphics/surface.h"
 #include "osp/ui/access.h"
 #include "osp/ui/screen.h"
@@ -91,7 +92,7 @@ Graphics::Canvas* Control::GetCanvasN() {
         surface_ = std::make_shared<Graphics::Surface>(bounds_.Size(),
                                                        Graphics::Surface::Kind::kWithAlpha);
     }
-    return new Graphics::Canvas(surface_);
+    return Graphics::Access::MakeCanvas(surface_).release();
 }
 
 result Control::SendUserEvent(long requestId, Base::Collection::IList* args) {

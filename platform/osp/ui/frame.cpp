@@ -1,5 +1,6 @@
 #include <osp/ui/controls/frame.h>
 
+#include "osp/ui/access.h"
 #include "osp/ui/input.h"
 #include "osp/ui/screen.h"
 
@@ -12,10 +13,12 @@ Frame::Frame() {
 
 Frame::~Frame() {
     current_ = nullptr;
-    while (!GetControls().empty()) {
-        Control& last = *GetControls().back();
+    const auto& forms = Access::Children(*this);
+    while (!forms.empty()) {
+        Control& last = *forms.back();
         (void)last.OnTerminating();
-        Release(last);
+        // From here on the form is gone for everybody, itself included.
+        (void)Access::Release(*this, last);
     }
     Screen::Current().SetFrame(nullptr);
 }
@@ -27,7 +30,7 @@ result Frame::AddControl(Control* control) {
     if (Failed(r)) return r;
     r = form->OnInitializing();
     // The caller owns the form again.
-    if (Failed(r)) (void)Release(*form).release();
+    if (Failed(r)) (void)Access::Release(*this, *form).release();
     return r;
 }
 

@@ -29,7 +29,7 @@ Control* Find(Control& control, Graphics::Point position) {
     const Graphics::Rectangle& bounds = control.GetBounds();
     if (const auto* container = dynamic_cast<Container*>(&control)) {
         const Graphics::Point inside{position.x - bounds.x, position.y - bounds.y};
-        const auto& children = container->GetControls();
+        const auto& children = Access::Children(*container);
         for (auto child = children.rbegin(); child != children.rend(); ++child) {
             if (Control* found = Find(**child, inside)) return found;
         }

@@ -20,11 +20,6 @@ void Label::SetBackgroundBitmap(const Graphics::Bitmap& bitmap) {
     RequestRedraw();
 }
 
-void Label::SetText(const Base::String& text) {
-    text_ = text;
-    RequestRedraw();
-}
-
 result Label::SetTextFont(const Graphics::Font& font) {
     if (font.GetSize() <= 0) return result::kInvalidArgument;
     font_ = font;
@@ -41,7 +36,7 @@ result Label::OnDraw() {
     const std::unique_ptr<Graphics::Canvas> canvas(GetCanvasN());
     if (!canvas) return result::kSuccess;
     result r = canvas->Clear();
-    if (Succeeded(r) && bitmap_.Pixels()) r = canvas->DrawBitmap(Graphics::Point{}, bitmap_);
+    if (Succeeded(r) && bitmap_.GetWidth() > 0) r = canvas->DrawBitmap(Graphics::Point{}, bitmap_);
     if (Failed(r) || text_.IsEmpty()) return r;
     r = canvas->SetFont(font_);
     if (Failed(r)) return r;

@@ -7,6 +7,7 @@
 #include <osp/ui/controls/button.h>
 #include <osp/ui/controls/label.h>
 
+#include "osp/graphics/access.h"
 #include "osp/graphics/surface.h"
 #include "osp/ui/screen.h"
 
@@ -51,10 +52,10 @@ Graphics::Font MakeFont(int style, int size) {
 }
 
 Graphics::Dimension Measure(const Base::String& text, const Graphics::Font& font) {
-    Graphics::Canvas canvas(std::make_shared<Graphics::Surface>(
+    const auto canvas = Graphics::Access::MakeCanvas(std::make_shared<Graphics::Surface>(
         Graphics::Dimension{1, 1}, Graphics::Surface::Kind::kWithAlpha));
-    (void)canvas.SetFont(font);
-    return canvas.MeasureText(text);
+    (void)canvas->SetFont(font);
+    return canvas->MeasureText(text);
 }
 
 class OkButton : public Controls::Button {

@@ -77,8 +77,8 @@ class LifecycleTest : public testing::Test, private Base::LoopDriver {
     Ui::Screen::Installed installedScreen_{screen_};
     Ui::Input input_;
     Ui::Input::Installed installedInput_{input_};
-    AppRegistry registry_{folder_ / "registry.ini"};
-    Lifecycle lifecycle_{registry_};
+    RegistryFile settings_{folder_ / "registry.ini"};
+    Lifecycle lifecycle_{settings_};
     Lifecycle::Installed installed_{lifecycle_};
     std::vector<std::function<void()>> steps_;
 };

@@ -6,6 +6,7 @@
 
 #include <osp/app/app_registry.h>
 
+#include "osp/app/access.h"
 #include "osp/app/registry_file.h"
 #include "osp/io/safe_file.h"
 #include "tests/support/faults.h"
@@ -23,7 +24,8 @@ using Testing::WriteText;
 class RegistryTest : public testing::Test {
   protected:
     void Fill() {
-        AppRegistry registry(path_);
+        RegistryFile file(path_);
+        AppRegistry registry = Access::MakeRegistry(file);
         EXPECT_EQ(registry.Add("CAM_TYPE", "2"), result::kSuccess);
         EXPECT_EQ(registry.Add("CAPTURE_WIDTH", 1280), result::kSuccess);
         EXPECT_EQ(registry.Add("TW_TOKEN", " a=b;\n\xC3\xA4\\[x] "), result::kSuccess);
@@ -35,7 +37,8 @@ class RegistryTest : public testing::Test {
 };
 
 TEST_F(RegistryTest, AValueIsAddedOnceThenSetThenRemoved) {
-    AppRegistry registry(path_);
+    RegistryFile file(path_);
+    AppRegistry registry = Access::MakeRegistry(file);
     String text("default");
     int number = 7;
     EXPECT_EQ(registry.Get("CAM_TYPE", text), result::kKeyNotFound);
@@ -62,8 +65,9 @@ TEST_F(RegistryTest, AValueIsAddedOnceThenSetThenRemoved) {
 
 TEST_F(RegistryTest, SavedValuesComeBackForTheOwnerOnly) {
     Fill();
-    AppRegistry registry(path_);
-    EXPECT_FALSE(registry.GetFile().WasDamaged());
+    RegistryFile file(path_);
+    AppRegistry registry = Access::MakeRegistry(file);
+    EXPECT_FALSE(file.WasDamaged());
     String text;
     int number = 0;
     EXPECT_EQ(registry.Get("TW_TOKEN", text), result::kSuccess);
@@ -76,20 +80,22 @@ TEST_F(RegistryTest, SavedValuesComeBackForTheOwnerOnly) {
 }
 
 TEST_F(RegistryTest, OnlyWhatIsUnsavedIsSavedAtTheEnd) {
-    AppRegistry registry(path_);
-    EXPECT_EQ(registry.GetFile().SaveUnsaved(), result::kSuccess);
+    RegistryFile file(path_);
+    AppRegistry registry = Access::MakeRegistry(file);
+    EXPECT_EQ(file.SaveUnsaved(), result::kSuccess);
     EXPECT_TRUE(ReadTree(folder_.Path()).empty());
     Fill();
-    AppRegistry later(path_);
+    RegistryFile laterFile(path_);
+    AppRegistry later = Access::MakeRegistry(laterFile);
     const std::string saved = ReadText(path_);
     EXPECT_EQ(later.Set("CAPTURE_WIDTH", 640), result::kSuccess);
     EXPECT_EQ(ReadText(path_), saved);
-    EXPECT_EQ(later.GetFile().SaveUnsaved(), result::kSuccess);
+    EXPECT_EQ(laterFile.SaveUnsaved(), result::kSuccess);
     EXPECT_NE(ReadText(path_), saved);
     // Nothing has changed since, so a file that vanished is not written again.
     std::filesystem::remove(path_);
     EXPECT_EQ(later.Set("CAPTURE_WIDTH", 640), result::kSuccess);
-    EXPECT_EQ(later.GetFile().SaveUnsaved(), result::kSuccess);
+    EXPECT_EQ(laterFile.SaveUnsaved(), result::kSuccess);
     EXPECT_TRUE(ReadTree(folder_.Path()).empty());
 }
 
@@ -98,13 +104,14 @@ void ExpectDamaged(const std::string& content) {
     const TemporaryFolder folder;
     const std::string path = folder / "registry";
     WriteText(path, content);
-    AppRegistry registry(path);
-    EXPECT_TRUE(registry.GetFile().WasDamaged()) << content;
-    EXPECT_TRUE(registry.GetFile().Values().empty()) << content;
+    RegistryFile file(path);
+    AppRegistry registry = Access::MakeRegistry(file);
+    EXPECT_TRUE(file.WasDamaged()) << content;
+    EXPECT_TRUE(file.Values().empty()) << content;
     EXPECT_EQ(ReadText(path + ".damaged-1"), content);
     EXPECT_EQ(registry.Add("CAM_TYPE", "3"), result::kSuccess);
     EXPECT_EQ(registry.Save(), result::kSuccess);
-    EXPECT_FALSE(AppRegistry(path).GetFile().WasDamaged());
+    EXPECT_FALSE(RegistryFile(path).WasDamaged());
 }
 
 TEST_F(RegistryTest, AFileCutOffAnywhereIsSetAside) {
@@ -134,8 +141,9 @@ TEST_F(RegistryTest, AFileOfAnotherKindIsSetAside) {
 
 TEST_F(RegistryTest, AFolderInItsPlaceIsSetAside) {
     std::filesystem::create_directories(path_ + "/inner");
-    AppRegistry registry(path_);
-    EXPECT_TRUE(registry.GetFile().WasDamaged());
+    RegistryFile file(path_);
+    AppRegistry registry = Access::MakeRegistry(file);
+    EXPECT_TRUE(file.WasDamaged());
     EXPECT_EQ(registry.Save(), result::kSuccess);
     EXPECT_TRUE(std::filesystem::is_directory(path_ + ".damaged-1/inner"));
 }
@@ -144,8 +152,9 @@ TEST_F(RegistryTest, WhatIsNoFileIsSetAsideAndNotWaitedFor) {
     ASSERT_EQ(mkfifo(path_.c_str(), 0600), 0);
     std::filesystem::create_symlink("/dev/zero", folder_ / "endless");
     for (const std::string& path : {path_, folder_ / "endless"}) {
-        AppRegistry registry(path);
-        EXPECT_TRUE(registry.GetFile().WasDamaged()) << path;
+        RegistryFile file(path);
+        AppRegistry registry = Access::MakeRegistry(file);
+        EXPECT_TRUE(file.WasDamaged()) << path;
         EXPECT_EQ(registry.Save(), result::kSuccess);
         EXPECT_FALSE(std::filesystem::is_regular_file(path + ".damaged-1"));
         EXPECT_TRUE(std::filesystem::exists(path + ".damaged-1"));
@@ -155,13 +164,14 @@ TEST_F(RegistryTest, WhatIsNoFileIsSetAsideAndNotWaitedFor) {
 TEST_F(RegistryTest, OneOfANewerVersionIsLeftAlone) {
     const std::string newer = "[Registry]\nVersion=2\nShape=another\n[Texts]\nCAM_TYPE=2\n";
     WriteText(path_, newer);
-    AppRegistry registry(path_);
-    EXPECT_TRUE(registry.GetFile().IsNewer());
-    EXPECT_FALSE(registry.GetFile().WasDamaged());
-    EXPECT_TRUE(registry.GetFile().Values().empty());
+    RegistryFile file(path_);
+    AppRegistry registry = Access::MakeRegistry(file);
+    EXPECT_TRUE(file.IsNewer());
+    EXPECT_FALSE(file.WasDamaged());
+    EXPECT_TRUE(file.Values().empty());
     EXPECT_EQ(registry.Add("CAM_TYPE", "3"), result::kSuccess);
     EXPECT_EQ(registry.Save(), result::kPermissionDenied);
-    EXPECT_EQ(registry.GetFile().SaveUnsaved(), result::kPermissionDenied);
+    EXPECT_EQ(file.SaveUnsaved(), result::kPermissionDenied);
     EXPECT_EQ(ReadTree(folder_.Path()), (std::map<std::string, std::string>{{"registry", newer}}));
 }
 
@@ -171,7 +181,8 @@ TEST_F(RegistryTest, AFailedSaveKeepsTheFileAndTheChanges) {
         const std::string small = folder_ / "small";
         std::filesystem::create_directory(small);
         Testing::LimitSpace(small, 16 * 1024);
-        AppRegistry registry(small + "/registry");
+        RegistryFile file(small + "/registry");
+        AppRegistry registry = Access::MakeRegistry(file);
         EXPECT_EQ(registry.Add("A", 1), result::kSuccess);
         EXPECT_EQ(registry.Save(), result::kSuccess);
         const std::string saved = ReadText(small + "/registry");
@@ -179,18 +190,20 @@ TEST_F(RegistryTest, AFailedSaveKeepsTheFileAndTheChanges) {
         EXPECT_EQ(registry.Save(), result::kStorageFull);
         EXPECT_EQ(ReadTree(small), (std::map<std::string, std::string>{{"registry", saved}}));
         EXPECT_EQ(registry.Set("B", "b"), result::kSuccess);
-        EXPECT_EQ(registry.GetFile().SaveUnsaved(), result::kSuccess);
-        EXPECT_EQ(AppRegistry(small + "/registry").GetFile().Values().size(), 2u);
+        EXPECT_EQ(file.SaveUnsaved(), result::kSuccess);
+        EXPECT_EQ(RegistryFile(small + "/registry").Values().size(), 2u);
     });
-    AppRegistry vanished(folder_ / "gone/registry");
-    EXPECT_FALSE(vanished.GetFile().WasDamaged());
+    RegistryFile vanishedFile(folder_ / "gone/registry");
+    AppRegistry vanished = Access::MakeRegistry(vanishedFile);
+    EXPECT_FALSE(vanishedFile.WasDamaged());
     EXPECT_EQ(vanished.Save(), result::kFileNotFound);
 }
 
 TEST_F(RegistryTest, AKilledSaveLeavesOneStateOrTheOther) {
     std::minstd_rand random(3);
     {
-        AppRegistry registry(path_);
+        RegistryFile file(path_);
+        AppRegistry registry = Access::MakeRegistry(file);
         ASSERT_EQ(registry.Add("LEFT", 0), result::kSuccess);
         ASSERT_EQ(registry.Add("RIGHT", 0), result::kSuccess);
         ASSERT_EQ(registry.Save(), result::kSuccess);
@@ -199,7 +212,8 @@ TEST_F(RegistryTest, AKilledSaveLeavesOneStateOrTheOther) {
     for (int round = 0; round < 60; ++round) {
         const std::string saved = Testing::KilledAfter(
             std::chrono::microseconds(1000 + random() % 10000), [&](int report) {
-                AppRegistry registry(path_);
+                RegistryFile file(path_);
+                AppRegistry registry = Access::MakeRegistry(file);
                 for (int value = last + 1;; ++value) {
                     const bool done = Succeeded(registry.Set("LEFT", value)) &&
                                       Succeeded(registry.Set("RIGHT", value)) &&
@@ -209,7 +223,8 @@ TEST_F(RegistryTest, AKilledSaveLeavesOneStateOrTheOther) {
             });
         Io::RemoveStaleTemporaries(folder_.Path());
         EXPECT_EQ(ReadTree(folder_.Path()).size(), 1u);
-        AppRegistry registry(path_);
+        RegistryFile file(path_);
+        AppRegistry registry = Access::MakeRegistry(file);
         int left = -1;
         int right = -2;
         EXPECT_EQ(registry.Get("LEFT", left), result::kSuccess);

@@ -17,6 +17,7 @@
 #include "osp/io/safe_file.h"
 #include "osp/io/storage_map.h"
 #include "tests/support/faults.h"
+#include "tests/support/product.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Osp::Content {
@@ -39,7 +40,8 @@ std::optional<EmbeddedInfo> ReadEmbedded(const std::string& realPath) {
 /// A phone's storage under `data` with its content store, from start to clean end.
 struct PhoneRun {
     explicit PhoneRun(const std::string& data)
-        : storage({.dataFolder = data, .resourceFolder = data + "/res"}),
+        : storage(
+              {.product = Testing::kProduct, .dataFolder = data, .resourceFolder = data + "/res"}),
           prepared(storage.Prepare()),
           store(storage, ReadEmbedded) {
         EXPECT_EQ(manager.Construct(), result::kSuccess);
@@ -81,7 +83,7 @@ class ContentTest : public testing::Test {
     }
 
     TemporaryFolder folder_;
-    std::string database_ = folder_ / "kivo-camera/contents.db";
+    std::string database_ = folder_ / "test-camera/contents.db";
 };
 
 TEST_F(ContentTest, CreatedContentIsReadBackWhole) {
@@ -168,7 +170,7 @@ TEST_F(ContentTest, AFileThatCannotBeDeletedStaysRegistered) {
 
 TEST_F(ContentTest, TheDatabaseOutlivesTheRunForItsOwnerOnly) {
     { EXPECT_EQ(PhoneRun(folder_.Path()).Describe(kSecond, "kept"), "kept"); }
-    EXPECT_EQ(ReadTree(folder_ / "kivo-camera").size(), 1u) << "more than one file left";
+    EXPECT_EQ(ReadTree(folder_ / "test-camera").size(), 1u) << "more than one file left";
     struct stat status;
     ASSERT_EQ(stat(database_.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0600u);
@@ -197,8 +199,8 @@ TEST_F(ContentTest, ADamagedDatabaseIsSetAsideAndFilesDescribeThemselves) {
         whole.substr(0, whole.size() / 2), whole.substr(0, 4096),     whole.substr(0, 50),
         std::string(whole.size(), '\0'),   "not a database at all\n", holed};
     for (std::size_t i = 0; i < damaged.size(); ++i) {
-        fs::remove_all(folder_ / "kivo-camera");
-        fs::create_directory(folder_ / "kivo-camera");
+        fs::remove_all(folder_ / "test-camera");
+        fs::create_directory(folder_ / "test-camera");
         WriteText(database_, damaged[i]);
         {
             PhoneRun run(folder_.Path());
@@ -227,7 +229,7 @@ TEST_F(ContentTest, ADatabaseOfANewerVersionIsLeftAlone) {
         EXPECT_FALSE(run.store.IsNew());
         EXPECT_EQ(run.Describe(kSecond, "held in memory"), "held in memory");
     }
-    EXPECT_EQ(ReadTree(folder_ / "kivo-camera"),
+    EXPECT_EQ(ReadTree(folder_ / "test-camera"),
               (std::map<std::string, std::string>{{"contents.db", newer}}));
 }
 
@@ -255,8 +257,8 @@ TEST_F(ContentTest, AnUnusablePlaceNeverStopsTheStore) {
     fs::remove(database_);
     ASSERT_EQ(mkfifo(database_.c_str(), 0600), 0);
     { EXPECT_TRUE(PhoneRun(folder_.Path()).store.WasDamaged()) << "a pipe"; }
-    fs::remove_all(folder_ / "kivo-camera");
-    WriteText(folder_ / "kivo-camera", "a file in the way");
+    fs::remove_all(folder_ / "test-camera");
+    WriteText(folder_ / "test-camera", "a file in the way");
     PhoneRun run(folder_.Path());
     EXPECT_NE(run.prepared, result::kSuccess);
     EXPECT_FALSE(run.store.WasDamaged());
@@ -302,7 +304,7 @@ TEST_F(ContentTest, AFullDiskHarmsNoRowAndNoDatabase) {
         }
         PhoneRun run(small);
         EXPECT_FALSE(run.store.WasDamaged());
-        EXPECT_EQ(fs::exists(small + "/kivo-camera/contents.db.damaged-1"), false);
+        EXPECT_EQ(fs::exists(small + "/test-camera/contents.db.damaged-1"), false);
         ImageContentInfo info;
         EXPECT_EQ(run.Create(info, kSecond), result::kSuccess);
     });
@@ -367,7 +369,7 @@ TEST(Content, RunsThatDoTheSameLeaveTheSameBytes) {
     for (const auto& [name, content] : trees[0]) {
         EXPECT_TRUE(trees[1].at(name) == content) << name << " differs";
     }
-    EXPECT_EQ(trees[0].count("kivo-camera/contents.db"), 1u);
+    EXPECT_EQ(trees[0].count("test-camera/contents.db"), 1u);
     EXPECT_EQ(trees[0].size(), 166u);
 }
 

@@ -221,11 +221,10 @@ TEST(SafeFile, AFailedReplacementTakesBackTheKeptName) {
 
 TEST(StaleTemporaries, GoOnlyWhenTheyAreOursAndNobodyWritesThem) {
     const TemporaryFolder folder;
-    const std::vector<std::string> foreign = {".kivo-notes.tmp", ".kivo-1-2.tmp.txt",
-                                              ".a.tmp",          ".kivo-.tmp",
-                                              ".kivo-1-.tmp",    "kivo-1-2.tmp"};
+    const std::vector<std::string> foreign = {".osp-notes.tmp", ".osp-1-2.tmp.txt", ".a.tmp",
+                                              ".osp-.tmp",      ".osp-1-.tmp",      "osp-1-2.tmp"};
     for (const auto& name : foreign) WriteText(folder / name, "keep");
-    WriteText(folder / ".kivo-1-1.tmp", "stale");
+    WriteText(folder / ".osp-1-1.tmp", "stale");
     const FileDescriptor opened(open(folder.Path().c_str(), O_RDONLY | O_DIRECTORY));
     FileDescriptor file;
     TransientName name(opened.Get());

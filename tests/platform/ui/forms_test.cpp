@@ -106,7 +106,7 @@ TEST_F(FormsTest, ArgumentsOfEventsThatNobodyReceivesAreDeleted) {
 
 TEST_F(FormsTest, RemainingFormsEndInReverseOrder) {
     {
-        Controls::Frame frame;
+        Controls::Frame frame = Access::MakeFrame();
         ASSERT_EQ(frame.AddControl(new NotingForm(log_, "a")), result::kSuccess);
         ASSERT_EQ(frame.AddControl(new NotingForm(log_, "b")), result::kSuccess);
         log_.clear();

@@ -11,6 +11,7 @@
 #include <osp/ui/controls/frame.h>
 #include <osp/ui/controls/panel.h>
 
+#include "osp/ui/access.h"
 #include "osp/ui/input.h"
 #include "osp/ui/screen.h"
 #include "tests/support/test_loop.h"
@@ -77,7 +78,7 @@ class UiTest : public testing::Test {
     Screen::Installed installedScreen_{screen_};
     Input input_;
     Input::Installed installedInput_{input_};
-    Controls::Frame frame_;
+    Controls::Frame frame_ = Access::MakeFrame();
     Controls::Form* form_;  // the frame's
 };
 

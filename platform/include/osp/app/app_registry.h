@@ -1,15 +1,13 @@
 // The application's settings, kept between runs.
 #pragma once
 
-#include <memory>
-#include <string>
-
 #include <osp/base/object.h>
 #include <osp/base/result.h>
 #include <osp/base/string.h>
 
 namespace Osp::App {
 
+class Access;
 class RegistryFile;
 
 /// Keys with a text or a number each. A key is made of letters, digits, '_', '-' and '.'; with any
@@ -18,9 +16,6 @@ class RegistryFile;
 /// Loop thread only.
 class AppRegistry : public Base::Object {
   public:
-    /// For the host. Reads the file at the real path `path`; a missing one is an empty registry.
-    explicit AppRegistry(const std::string& path);
-    ~AppRegistry() override;
     AppRegistry(const AppRegistry&) = delete;
     AppRegistry& operator=(const AppRegistry&) = delete;
 
@@ -43,12 +38,12 @@ class AppRegistry : public Base::Object {
     /// the folder has vanished, kIo) the file is what it was and the changes remain to be saved.
     result Save();
 
-    /// For the host: the saving of changes that the application did not Save, and what became of
-    /// the file at the start.
-    RegistryFile& GetFile() { return *file_; }
-
   private:
-    std::unique_ptr<RegistryFile> file_;
+    friend class Access;
+
+    explicit AppRegistry(RegistryFile& file) : file_(file) {}
+
+    RegistryFile& file_;  // the host's
 };
 
 }  // namespace Osp::App

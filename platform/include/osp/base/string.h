@@ -21,20 +21,21 @@ class String : public Object {
     int GetLength() const { return static_cast<int>(text_.size()); }
     bool IsEmpty() const { return text_.empty(); }
 
+    /// Returns this string.
     String& Append(const String& text);
     /// Appends the decimal form of `value`.
     String& Append(int value);
     /// Inserts before `position`; kOutOfRange, changing nothing, unless 0 <= position <= length.
     result Insert(const String& text, int position);
 
+    /// Whether `prefix` stands at `startPosition`; false for a position outside the string.
     bool StartsWith(const String& prefix, int startPosition = 0) const;
-    /// The first position >= `startPosition` at which `text` stands, or -1.
-    int IndexOf(const String& text, int startPosition = 0) const;
 
     /// Stores `length` units from `startPosition` in `out`; kOutOfRange, leaving `out` alone, when
     /// the string is shorter than that.
     result SubString(int startPosition, int length, String& out) const;
 
+    /// Half of a surrogate pair becomes U+FFFD.
     std::string ToUtf8() const;
     const std::u16string& Units() const { return text_; }
 

@@ -12,27 +12,31 @@ namespace Osp::Graphics {
 /// 3: 32 bits a pixel, with alpha; byte buffers hold R, G, B, A.
 enum class BitmapPixelFormat { kArgb8888 = 3 };
 
+class Access;
 class BitmapPixels;
 
 /// Two-phase; never changes once constructed, and copies of a constructed bitmap share its pixels.
+/// Loop thread only.
 class Bitmap {
   public:
+    Bitmap();
+    ~Bitmap();
+
     /// From width x height x 4 bytes R, G, B, A, rows top to bottom without gaps.
     /// kInvalidArgument, leaving the bitmap as it was, when the sizes are not positive, do not
     /// agree, or exceed 32,767 pixels a side; likewise kOutOfMemory. The buffer is copied.
     result Construct(const Base::ByteBuffer& buffer, const Dimension& dimension,
                      BitmapPixelFormat format);
 
+    /// In pixels; 0 before construction.
     int GetWidth() const;
     int GetHeight() const;
 
-    /// The platform's own side of the bitmap; null before construction.
-    const std::shared_ptr<const BitmapPixels>& Pixels() const { return pixels_; }
-    explicit Bitmap(std::shared_ptr<const BitmapPixels> pixels);
-    Bitmap();
-    ~Bitmap();
-
   private:
+    friend class Access;
+
+    explicit Bitmap(std::shared_ptr<const BitmapPixels> pixels);
+
     std::shared_ptr<const BitmapPixels> pixels_;
 };
 

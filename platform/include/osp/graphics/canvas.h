@@ -13,14 +13,13 @@
 
 namespace Osp::Graphics {
 
+class Access;
 class Surface;
 
 /// Draws into the picture of one control; coordinates are the control's own. What is drawn comes
 /// to the screen with the control's next Show or redraw. Loop thread only; not kept across calls.
 class Canvas {
   public:
-    /// Of the platform: draws into `surface`.
-    explicit Canvas(std::shared_ptr<Surface> surface);
     ~Canvas();
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;
@@ -48,7 +47,10 @@ class Canvas {
     Dimension MeasureText(const Base::String& text);
 
   private:
+    friend class Access;
     class Context;
+
+    explicit Canvas(std::shared_ptr<Surface> surface);
 
     std::shared_ptr<Surface> surface_;
     std::unique_ptr<Context> context_;

@@ -8,12 +8,15 @@ namespace Osp::Io {
 class DirEntry {
   public:
     DirEntry() = default;
-    explicit DirEntry(const Base::String& name) : name_(name) {}
 
     /// Without the folder.
     const Base::String& GetName() const { return name_; }
 
   private:
+    friend class Directory;
+
+    explicit DirEntry(const Base::String& name) : name_(name) {}
+
     Base::String name_;
 };
 

@@ -12,11 +12,9 @@
 namespace Osp::Io {
 
 /// Walks over what the folder held when it was read, in the order of the names; stands before the
-/// first entry at first.
+/// first entry at first. Loop thread only.
 class DirEnumerator : public Base::Object {
   public:
-    explicit DirEnumerator(std::vector<DirEntry> entries) : entries_(std::move(entries)) {}
-
     /// kEndOfFile once there is no further entry.
     result MoveNext() {
         if (next_ == entries_.size()) return result::kEndOfFile;
@@ -27,6 +25,10 @@ class DirEnumerator : public Base::Object {
     DirEntry GetCurrentDirEntry() const { return next_ == 0 ? DirEntry() : entries_[next_ - 1]; }
 
   private:
+    friend class Directory;
+
+    explicit DirEnumerator(std::vector<DirEntry> entries) : entries_(std::move(entries)) {}
+
     std::vector<DirEntry> entries_;
     std::size_t next_ = 0;
 };

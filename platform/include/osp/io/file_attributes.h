@@ -6,8 +6,6 @@ namespace Osp::Io {
 class FileAttributes {
   public:
     FileAttributes() = default;
-    FileAttributes(long long fileSizeBytes, long long lastModifiedMs)
-        : fileSizeBytes_(fileSizeBytes), lastModifiedMs_(lastModifiedMs) {}
 
     /// In bytes.
     long long GetFileSize() const { return fileSizeBytes_; }
@@ -15,6 +13,11 @@ class FileAttributes {
     long long GetLastModifiedMs() const { return lastModifiedMs_; }
 
   private:
+    friend class File;
+
+    FileAttributes(long long fileSizeBytes, long long lastModifiedMs)
+        : fileSizeBytes_(fileSizeBytes), lastModifiedMs_(lastModifiedMs) {}
+
     long long fileSizeBytes_ = 0;
     long long lastModifiedMs_ = 0;
 };

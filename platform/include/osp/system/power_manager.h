@@ -6,12 +6,14 @@
 
 namespace Osp::System {
 
+/// Everything succeeds at once. Loop thread only.
 class PowerManager {
   public:
-    /// Keeps the screen from switching itself off while the application is in the foreground.
-    /// `dimming` allows it to dim.
+    /// Keeps the screen from switching itself off while the application is in the foreground, until
+    /// it is called with false. `dimming` makes no difference here.
     static result KeepScreenOnState(bool keepOn, bool dimming);
-    /// `listener` is not owned; null removes it.
+    /// `listener` is not owned; null removes it. It is never called, because this device does not
+    /// report that its display is switched.
     static result SetScreenEventListener(IScreenEventListener* listener);
 };
 

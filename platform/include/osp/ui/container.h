@@ -8,6 +8,7 @@
 
 namespace Osp::Ui {
 
+/// Deletes what it holds, topmost first, when it ends.
 class Container : public Control {
   public:
     ~Container() override;
@@ -19,18 +20,15 @@ class Container : public Control {
     /// kObjectNotFound when it is not here.
     virtual result RemoveControl(Control& control);
 
-    /// Bottom to top.
-    const std::vector<std::unique_ptr<Control>>& GetControls() const { return controls_; }
-
+    /// Draws this control and, unless that fails, the shown ones inside.
     result Draw() override;
-
-  protected:
-    std::unique_ptr<Control> Release(Control& control);
 
   private:
     friend class Access;
 
-    std::vector<std::unique_ptr<Control>> controls_;
+    std::unique_ptr<Control> Release(Control& control);
+
+    std::vector<std::unique_ptr<Control>> controls_;  // bottom to top
 };
 
 }  // namespace Osp::Ui

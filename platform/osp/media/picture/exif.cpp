@@ -184,7 +184,7 @@ ExifInfo DescribePhotograph(const std::string& description, const Graphics::Dime
     return {.description = description,
             .dateTimeOriginal = Format(time.get(), "%Y:%m:%d %H:%M:%S"),
             .offsetTimeOriginal = Format(time.get(), "%:z"),
-            .software = kSoftware,
+            .software = {},
             .orientation = 1,
             .size = size};
 }

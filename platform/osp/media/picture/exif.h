@@ -13,9 +13,6 @@
 
 namespace Osp::Media {
 
-/// As which this program signs photographs.
-inline constexpr const char* kSoftware = "KIVO Camera";
-
 /// Texts are UTF-8; what a file does not say is empty or 0.
 struct ExifInfo {
     std::string description;
@@ -26,8 +23,8 @@ struct ExifInfo {
     Graphics::Dimension size;
 };
 
-/// Of a photograph that this camera takes now, upright and of `size`. The time is local under a
-/// real clock and UTC under a virtual one. Any thread.
+/// Of a photograph that is taken now, upright and of `size`, without the software. The time is
+/// local under a real clock and UTC under a virtual one. Any thread.
 ExifInfo DescribePhotograph(const std::string& description, const Graphics::Dimension& size,
                             const Base::Clock& clock);
 

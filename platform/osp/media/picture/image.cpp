@@ -8,6 +8,7 @@
 #include "osp/base/event_loop.h"
 #include "osp/base/out_of_memory.h"
 #include "osp/base/trace.h"
+#include "osp/graphics/access.h"
 #include "osp/graphics/bitmap_pixels.h"
 #include "osp/io/safe_file.h"
 #include "osp/io/storage_map.h"
@@ -23,12 +24,14 @@ namespace {
 
 using Base::ByteBuffer;
 using Base::OrOutOfMemory;
+using Graphics::Access;
 using Graphics::Bitmap;
 using Graphics::BitmapPixels;
 using Graphics::Dimension;
 
 std::unique_ptr<Bitmap> FromRgba(const Dimension& size, Base::Block rgba) {
-    return std::make_unique<Bitmap>(std::make_shared<BitmapPixels>(size, std::move(rgba)));
+    return std::make_unique<Bitmap>(
+        Access::MakeBitmap(std::make_shared<BitmapPixels>(size, std::move(rgba))));
 }
 
 result DecodePngLazily(const std::string& realPath, std::unique_ptr<Bitmap>& bitmap) {
@@ -45,7 +48,8 @@ result DecodePngLazily(const std::string& realPath, std::unique_ptr<Bitmap>& bit
         libyuv::ARGBAttenuate(pixels, stride, pixels, stride, size.width, size.height);
         return true;
     };
-    bitmap = std::make_unique<Bitmap>(std::make_shared<BitmapPixels>(size, std::move(loader)));
+    bitmap = std::make_unique<Bitmap>(
+        Access::MakeBitmap(std::make_shared<BitmapPixels>(size, std::move(loader))));
     return result::kSuccess;
 }
 
@@ -62,13 +66,14 @@ result DecodeFile(const std::string& realPath, std::unique_ptr<Bitmap>& bitmap) 
 }
 
 PixelView ViewOf(const Bitmap& bitmap) {
-    return PackedView(bitmap.Pixels()->Rgba(), bitmap.Pixels()->GetDimension(), PixelLayout::kRgba);
+    return PackedView(Access::Pixels(bitmap)->Rgba(), Access::Pixels(bitmap)->GetDimension(),
+                      PixelLayout::kRgba);
 }
 
 result EncodeToBuffer(const Bitmap& bitmap, ImageFormat format, ByteBuffer& buffer) {
-    if (bitmap.Pixels() == nullptr) return result::kInvalidArgument;
+    if (Access::Pixels(bitmap) == nullptr) return result::kInvalidArgument;
     if (format == ImageFormat::kBmp) {
-        const int size = BmpFileBytes(bitmap.Pixels()->GetDimension());
+        const int size = BmpFileBytes(Access::Pixels(bitmap)->GetDimension());
         if (size == 0) return result::kInvalidArgument;
         const result r = buffer.Construct(size);
         if (Succeeded(r)) EncodeBmp(ViewOf(bitmap), buffer.GetPointer());
@@ -83,9 +88,10 @@ result EncodeToBuffer(const Bitmap& bitmap, ImageFormat format, ByteBuffer& buff
 result EncodePhotograph(const Bitmap& bitmap, const Base::String& description,
                         EncodedPicture& encoded) {
     const PixelView view = ViewOf(bitmap);
-    const std::vector<std::uint8_t> exif = BuildExifSegment(
-        DescribePhotograph(description.ToUtf8(), view.size, Base::EventLoop::Current().GetClock()));
-    return EncodeJpeg(view, exif, encoded);
+    ExifInfo info =
+        DescribePhotograph(description.ToUtf8(), view.size, Base::EventLoop::Current().GetClock());
+    info.software = Io::StorageMap::Current().GetProduct().name;
+    return EncodeJpeg(view, BuildExifSegment(info), encoded);
 }
 
 }  // namespace
@@ -135,7 +141,7 @@ result Image::EncodeToFile(const Bitmap& bitmap, ImageFormat format, const Base:
                            bool overwrite) {
     Base::Trace::Mark("encode-begun");
     const Base::String description = std::exchange(description_, {});
-    if (bitmap.Pixels() == nullptr) return result::kInvalidArgument;
+    if (Access::Pixels(bitmap) == nullptr) return result::kInvalidArgument;
     if (format != ImageFormat::kJpeg) return result::kUnsupported;
     std::string realPath;
     const result r = Io::StorageMap::Current().Resolve(path, Io::Access::kWrite, realPath);

@@ -31,6 +31,6 @@ class SoundBackend {
 
 /// What the module exports: a new backend, the caller's.
 using MakeSoundBackendFunction = SoundBackend* (*)();
-inline constexpr const char* kMakeSoundBackendSymbol = "KivoMakeSoundBackend";
+inline constexpr const char* kMakeSoundBackendSymbol = "OspMakeSoundBackend";
 
 }  // namespace Osp::Media

@@ -9,6 +9,7 @@
 #include "osp/media/picture/bmp_codec.h"
 #include "osp/media/picture/exif.h"
 #include "tests/support/jpeg.h"
+#include "tests/support/product.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/test_loop.h"
 
@@ -57,7 +58,9 @@ class ImageTest : public testing::Test {
 
     Testing::TestLoop test_;
     Testing::TemporaryFolder folder_;
-    Io::StorageMap storage_{{.dataFolder = folder_.Path(), .resourceFolder = folder_ / "res"}};
+    Io::StorageMap storage_{{.product = Testing::kProduct,
+                             .dataFolder = folder_.Path(),
+                             .resourceFolder = folder_ / "res"}};
     Io::StorageMap::Installed installed_{storage_};
     Image image_;
     Picture picture_ = RandomPicture(31, 17, Look::kGradient, 4);
@@ -81,7 +84,7 @@ TEST_F(ImageTest, AStoredPhotographIsTheLibrarysJpegWithExif) {
     EXPECT_EQ(exif->offsetTimeOriginal, "+00:00");
     EXPECT_EQ(exif->orientation, 1);
     EXPECT_EQ(exif->size, (Dimension{31, 17}));
-    EXPECT_EQ(exif->software, "KIVO Camera");
+    EXPECT_EQ(exif->software, "Test Camera");
 
     ASSERT_EQ(Encode(*bitmap_, "/Media/Images/KIVO0001.jpg"), result::kSuccess);
     EXPECT_EQ(ReadExif(File("KIVO0001.jpg"))->description, "") << "of the photograph before it";

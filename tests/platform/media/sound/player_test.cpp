@@ -6,6 +6,7 @@
 
 #include "osp/io/storage_map.h"
 #include "osp/media/sound/sound_service.h"
+#include "tests/support/product.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/test_loop.h"
 
@@ -77,7 +78,9 @@ class PlayerTest : public testing::Test {
 
     Testing::TestLoop test_;
     Testing::TemporaryFolder folder_;
-    Io::StorageMap storage_{{.dataFolder = folder_.Path(), .resourceFolder = folder_ / "res"}};
+    Io::StorageMap storage_{{.product = Testing::kProduct,
+                             .dataFolder = folder_.Path(),
+                             .resourceFolder = folder_ / "res"}};
     Io::StorageMap::Installed installedStorage_{storage_};
     SoundService sounds_;
     SoundService::Installed installedSounds_{sounds_};

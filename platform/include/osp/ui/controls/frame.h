@@ -4,13 +4,17 @@
 #include <osp/ui/container.h>
 #include <osp/ui/controls/form.h>
 
+namespace Osp::App {
+class AppFrame;
+}
+
 namespace Osp::Ui::Controls {
 
-/// Holds the forms, of which one is current: only that is on the screen and gets keys. Timers of
-/// the others run on. Forms that are left at the end go in reverse order of adding.
+/// The application's is that of its AppFrame, the only one that is on the screen. Holds the forms,
+/// of which one is current: only that is on the screen and gets keys. Timers of the others run on.
+/// Forms that are left at the end go in reverse order of adding.
 class Frame : public Container {
   public:
-    Frame();
     ~Frame() override;
 
     /// `control` is a form. Runs its OnInitializing and returns its failure, in which case the
@@ -32,6 +36,11 @@ class Frame : public Container {
     result Show() override;
 
   private:
+    friend class App::AppFrame;
+    friend class Osp::Ui::Access;
+
+    Frame();
+
     Form* current_ = nullptr;  // one of the controls
 };
 

@@ -8,14 +8,14 @@
 
 namespace Osp::Ui::Controls {
 
+/// Shows both where it has both, the text above the picture, each from the top left.
 class Label : public Control {
   public:
-    /// kInvalidArgument for an empty rectangle.
+    /// `bounds` are in the parent, in pixels; kInvalidArgument for an empty rectangle.
     result Construct(const Graphics::Rectangle& bounds, const Base::String& text);
 
     /// Drawn at the top left; shares the bitmap's pixels. Redraws.
     void SetBackgroundBitmap(const Graphics::Bitmap& bitmap);
-    void SetText(const Base::String& text);
     const Base::String& GetText() const { return text_; }
     /// Default: plain, 24, the text colour of the look. kInvalidArgument for an unconstructed font.
     result SetTextFont(const Graphics::Font& font);
