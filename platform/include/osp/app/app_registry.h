@@ -10,10 +10,10 @@ namespace Osp::App {
 class Access;
 class RegistryFile;
 
-/// Keys with a text or a number each. A key is made of letters, digits, '_', '-' and '.'; with any
-/// other, and with text that holds U+0000, Set and Add give kInvalidArgument. Changes are in effect
-/// at once and on disk after Save; the platform saves what is left when the application ends.
-/// Loop thread only.
+/// Made by the platform. Keys with a text or a number each. A key is made of letters, digits, '_',
+/// '-' and '.'; with any other, and with text that holds U+0000, Set and Add give kInvalidArgument.
+/// Changes are in effect at once and on disk after Save; the platform saves what is left when the
+/// application ends. Loop thread only.
 class AppRegistry : public Base::Object {
   public:
     AppRegistry(const AppRegistry&) = delete;

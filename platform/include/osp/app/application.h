@@ -27,16 +27,22 @@ class Application {
     /// Null outside Execute.
     static Application* GetInstance();
 
-    /// Ends the application once the current event has been dispatched.
+    /// Ends the application once the current event has been dispatched; message boxes are answered.
+    /// Always succeeds.
     result Terminate();
     /// Owned by the platform; null outside Execute.
     AppFrame* GetAppFrame() const;
     AppRegistry* GetAppRegistry() const;
 
+    /// Builds the application; false ends it without any further call but the destructor.
     virtual bool OnAppInitializing(AppRegistry& registry) = 0;
+    /// The last call before the forms end. `urgent` when the system insists. The answer changes
+    /// nothing: the application ends.
     virtual bool OnAppTerminating(AppRegistry& registry, bool urgent) = 0;
+    /// The application is on the screen, or no longer; from the loop.
     virtual void OnForeground() = 0;
     virtual void OnBackground() = 0;
+    /// Never called by this device, which tells neither.
     virtual void OnLowMemory() = 0;
     virtual void OnBatteryLevelChanged(System::BatteryLevel level) = 0;
 };

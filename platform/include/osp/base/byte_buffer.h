@@ -14,7 +14,8 @@ namespace Osp::Base {
 using byte = std::uint8_t;
 
 /// Two-phase: an unconstructed buffer has capacity 0. Large blocks are recycled for the life of
-/// the process, because the first touch of fresh memory costs more than most work done in it.
+/// the process, because the first touch of fresh memory costs more than most work done in it. One
+/// thread at a time.
 class ByteBuffer : public Object {
   public:
     ByteBuffer() = default;
@@ -26,15 +27,17 @@ class ByteBuffer : public Object {
     /// negative capacity, kInvalidState when constructed already; kOutOfMemory leaves it
     /// unconstructed.
     result Construct(int capacity);
-    /// Becomes a copy of `other`, of the same capacity.
+    /// Becomes a copy of `other`, of the same capacity; fails like the one above.
     result Construct(const ByteBuffer& other);
 
+    /// In bytes.
     int GetCapacity() const { return capacity_; }
 
     /// kOutOfRange, changing nothing, when `index` lies outside the buffer.
     result GetByte(int index, byte& value) const;
     result SetByte(int index, byte value);
 
+    /// The first byte; null before construction. Valid for the life of the buffer.
     byte* GetPointer() { return data_; }
     const byte* GetPointer() const { return data_; }
     std::span<byte> Bytes() { return {data_, static_cast<std::size_t>(capacity_)}; }

@@ -18,7 +18,8 @@ class ContentInfo : public Base::Object {
   public:
     /// `path` is the virtual path of a file, `name` a title, or empty for the file's own name. With
     /// `mustExist`, kFileNotFound when there is no such file now; without, that is found out when
-    /// the content is created. kInvalidArgument for an empty path.
+    /// the content is created. kInvalidArgument for an empty path. A failure leaves
+    /// the object as it was.
     result Construct(const Base::String& path, const Base::String& name, bool mustExist);
 
     void SetDescription(const Base::String& description) { description_ = description; }
@@ -36,7 +37,7 @@ class ContentInfo : public Base::Object {
 
   protected:
     friend class ContentManager;
-    /// Becomes what the database holds.
+    /// Of the platform: becomes what the database holds.
     virtual void Adopt(const ContentRecord& record);
 
   private:

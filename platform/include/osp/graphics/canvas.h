@@ -24,6 +24,7 @@ class Canvas {
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;
 
+    /// From 0, 0; in pixels.
     Rectangle GetBounds() const;
 
     /// Makes everything transparent.
@@ -31,19 +32,22 @@ class Canvas {
     /// Replaces the rectangle by the colour, opacity included; what was there does not show
     /// through.
     result FillRectangle(const Color& color, const Rectangle& rectangle);
-    /// Fills a rectangle with rounded corners, over what is there.
+    /// Fills a rectangle with rounded corners, over what is there. kInvalidArgument for an empty
+    /// rectangle or a negative radius.
     result FillRoundRectangle(const Color& color, const Rectangle& rectangle, int radius);
 
     /// Over what is there, at its own size. kInvalidArgument for an unconstructed bitmap.
     result DrawBitmap(const Point& topLeft, const Bitmap& bitmap);
-    /// The same, scaled to the rectangle.
+    /// The same, scaled to the rectangle; kInvalidArgument for an empty one as well.
     result DrawBitmap(const Rectangle& rectangle, const Bitmap& bitmap);
 
+    /// kInvalidArgument, keeping the font that was set, for one that is not constructed.
     result SetFont(const Font& font);
     void SetForegroundColor(const Color& color);
-    /// One line in the font and the foreground colour, its top left at `topLeft`.
+    /// One line in the font and the foreground colour, its top left at `topLeft`. kInvalidState
+    /// before SetFont.
     result DrawText(const Point& topLeft, const Base::String& text);
-    /// The size of the box that DrawText would fill.
+    /// The size of the box that DrawText would fill, in pixels; 0 x 0 before SetFont.
     Dimension MeasureText(const Base::String& text);
 
   private:

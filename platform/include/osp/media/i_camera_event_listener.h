@@ -27,6 +27,7 @@ class ICameraEventListener {
     /// device `r` is its code and `previewedData` is empty.
     virtual void OnCameraPreviewed(Base::ByteBuffer& previewedData, result r) = 0;
 
+    /// A camera that is on has been unplugged or has stopped by itself; see the reasons.
     virtual void OnCameraErrorOccurred(CameraErrorReason reason) = 0;
 };
 

@@ -16,6 +16,7 @@ constexpr int kDecodedPixelFormatArgb = 2;
 /// the reason in GetLastResult. Everything can be kOutOfMemory.
 class Image {
   public:
+    /// Always succeeds; there is nothing to open.
     result Construct();
 
     /// The picture in a file, PNG or JPEG by its content; `path` is virtual ("/Res/..."). The
@@ -38,7 +39,8 @@ class Image {
     /// Writes a JPEG (quality 95, 4:2:0) with EXIF. The file is there whole when this succeeds, and
     /// a failure leaves what was there before. With `overwrite`, an older file is kept beside the
     /// new one under another name; without, it is kKeyAlreadyExists, even if another program put it
-    /// there just now. Other codes are those of the storage: kStorageFull, kPermissionDenied,
+    /// there just now. kInvalidArgument for an unconstructed bitmap, kUnsupported for another
+    /// format than kJpeg. Other codes are those of the storage: kStorageFull, kPermissionDenied,
     /// kFileNotFound, kIo.
     result EncodeToFile(const Graphics::Bitmap& bitmap, ImageFormat format,
                         const Base::String& path, bool overwrite);
@@ -46,6 +48,7 @@ class Image {
     /// What the next EncodeToFile, and only that, records as the picture's description.
     void SetDescription(const Base::String& description) { description_ = description; }
 
+    /// The outcome of the last method ending in N.
     result GetLastResult() const { return lastResult_; }
 
   private:

@@ -21,18 +21,19 @@ class Player {
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
 
-    /// `listener` is not owned and outlives the player.
+    /// `listener` is not owned and outlives the player. kInvalidState when constructed already.
     result Construct(IPlayerEventListener& listener);
 
     /// Makes ready the clip in a file, WAV or MP3; `path` is virtual. kFileNotFound when it is not
     /// there, kInvalidState before Construct or when a clip is open. A file that turns out not to
     /// be a sound plays as silence.
     result OpenFile(const Base::String& path);
+    /// For the next Play. kInvalidState before Construct.
     result SetLooping(bool looping);
 
     /// Starts from the beginning; kInvalidState without a clip or while playing.
     result Play();
-    /// From kPlaying to kStopped; kInvalidState otherwise.
+    /// From kPlaying to kStopped, without a further callback; kInvalidState otherwise.
     result Stop();
     PlayerState GetState() const;
 

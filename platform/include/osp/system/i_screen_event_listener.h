@@ -3,6 +3,7 @@
 
 namespace Osp::System {
 
+/// From the loop.
 class IScreenEventListener {
   public:
     virtual ~IScreenEventListener() = default;

@@ -6,6 +6,7 @@
 
 namespace Osp::System {
 
+/// Asked of the system anew each time. Loop thread only.
 class RuntimeInfo {
   public:
     /// In bytes: "AvailableMemory" (free for the program), "AllocatedMemory" (held by it) and

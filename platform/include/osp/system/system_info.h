@@ -6,6 +6,7 @@
 
 namespace Osp::System {
 
+/// Loop thread only.
 class SystemInfo {
   public:
     /// "CameraCount": cameras found. kKeyNotFound, leaving `value` alone, for any other key.

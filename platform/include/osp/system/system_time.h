@@ -5,9 +5,10 @@
 
 namespace Osp::System {
 
+/// Loop thread only.
 class SystemTime {
   public:
-    /// Milliseconds since 1970 UTC.
+    /// Milliseconds since 1970 UTC; always succeeds. In a run under a virtual clock, its time.
     static result GetTicks(long long& ticks);
 };
 

@@ -17,7 +17,7 @@ class Container : public Control {
     /// (kInvalidArgument for null or for a control that has a parent) the caller still owns it.
     virtual result AddControl(Control* control);
     /// Takes `control` out and deletes it once the current event has been dispatched.
-    /// kObjectNotFound when it is not here.
+    /// kObjectNotFound, changing nothing, when it is not here.
     virtual result RemoveControl(Control& control);
 
     /// Draws this control and, unless that fails, the shown ones inside.

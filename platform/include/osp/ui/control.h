@@ -32,6 +32,8 @@ class Control : public Base::Object {
 
     /// Position and size in the parent, in pixels.
     const Graphics::Rectangle& GetBounds() const { return bounds_; }
+    /// Moves the control with what it holds, also beyond its parent, which does not clip it. Always
+    /// succeeds, as all that is set here.
     result SetPosition(int x, int y);
     /// The same on the screen.
     Graphics::Rectangle GetScreenBounds() const;
@@ -42,11 +44,13 @@ class Control : public Base::Object {
     /// True for the controls of the current form while the application is in the foreground.
     virtual bool IsVisible() const;
 
+    /// A disabled control hears of no touch, and a disabled button is dimmed. A finger that is on
+    /// it already goes on being told, but does not make it act.
     result SetEnabled(bool enabled);
     bool IsEnabled() const { return enabled_; }
 
-    /// Calls OnDraw now, here and in the controls inside; the screen follows with Show or with the
-    /// next frame.
+    /// Calls OnDraw now, here and in the controls inside, and returns its failure; the screen
+    /// follows with Show or with the next frame.
     virtual result Draw();
     /// Brings what is drawn to the screen with the next frame and raises a shown control above its
     /// siblings. Never changes the show state.
@@ -62,13 +66,14 @@ class Control : public Base::Object {
     const Base::String& GetName() const { return name_; }
 
     /// Queues an event for OnUserEventReceivedN. Takes `args` (may be null) and its elements; they
-    /// are deleted unseen when the control is gone by the time of delivery.
+    /// are deleted unseen when the control is gone by the time of delivery. Always succeeds.
     result SendUserEvent(long requestId, Base::Collection::IList* args);
 
     /// Listeners are not owned and outlive the control. Adding one twice has no effect.
     void AddTouchEventListener(ITouchEventListener& listener);
     void AddKeyEventListener(IKeyEventListener& listener);
 
+    /// Null outside the tree; not the caller's.
     Container* GetParent() const { return parent_; }
 
     /// Called when the control has been added to the frame; a failure undoes the adding.
@@ -77,7 +82,8 @@ class Control : public Base::Object {
     virtual result OnTerminating() { return result::kSuccess; }
     /// Draws the control's picture on its canvas.
     virtual result OnDraw() { return result::kSuccess; }
-    /// The receiver owns `args`, which may be null. Returns whether it knew the request.
+    /// The receiver owns `args`, which may be null. Returns whether it knew the request. This one
+    /// knows none and deletes the arguments.
     virtual bool OnUserEventReceivedN(long requestId, Base::Collection::IList* args);
 
   protected:

@@ -13,6 +13,7 @@ class IKeyEventListener {
     virtual ~IKeyEventListener() = default;
     virtual void OnKeyPressed(const Control& source, KeyCode keyCode) = 0;
     virtual void OnKeyReleased(const Control& source, KeyCode keyCode) = 0;
+    /// Never called by this device, on which no key has a second meaning.
     virtual void OnKeyLongPressed(const Control& source, KeyCode keyCode) = 0;
 };
 

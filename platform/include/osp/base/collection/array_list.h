@@ -7,10 +7,11 @@
 
 namespace Osp::Base::Collection {
 
-/// Destroying the list does not delete its elements.
+/// Destroying the list does not delete its elements. One thread at a time.
 class ArrayList : public IList {
   public:
-    /// Reserves room for `capacity` elements; kInvalidArgument when negative.
+    /// Reserves room for `capacity` elements; kInvalidArgument when negative. The list grows
+    /// beyond.
     result Construct(int capacity);
 
     result Add(Object* object) override;

@@ -10,10 +10,12 @@ namespace Osp::Base::Collection {
 /// RemoveAll(true) is how an owner lets go of them.
 class IList : public Object {
   public:
+    /// At the end; null is allowed.
     virtual result Add(Object* object) = 0;
     /// Null when `index` is out of range.
     virtual Object* GetAt(int index) const = 0;
     virtual int GetCount() const = 0;
+    /// Empties the list; with `deleteElements`, deletes what was in it.
     virtual void RemoveAll(bool deleteElements) = 0;
 };
 

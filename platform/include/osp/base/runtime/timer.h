@@ -17,12 +17,12 @@ class Timer {
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;
 
-    /// `listener` is not owned and outlives the timer.
+    /// `listener` is not owned and outlives the timer. kInvalidState when constructed already.
     result Construct(ITimerEventListener& listener);
-    /// Expires `timeoutMs` from now. kInvalidState when it runs already, kInvalidArgument when
-    /// `timeoutMs` is negative.
+    /// Expires `timeoutMs` from now, never from inside this call. kInvalidState when it runs
+    /// already and before Construct, kInvalidArgument when `timeoutMs` is negative.
     result Start(int timeoutMs);
-    /// Does nothing when it does not run.
+    /// Does nothing when it does not run. Always succeeds.
     result Cancel();
 
   private:

@@ -10,9 +10,10 @@
 
 namespace Osp::Ui::Controls {
 
+/// Follows the finger that went down on it: pressed while the finger is inside.
 class Button : public Control {
   public:
-    /// kInvalidArgument for an empty rectangle.
+    /// `bounds` are in the parent, in pixels; kInvalidArgument for an empty rectangle.
     result Construct(const Graphics::Rectangle& bounds);
 
     /// The pictures of the idle and the pressed button, drawn at the top left; a disabled button
@@ -22,7 +23,8 @@ class Button : public Control {
 
     void SetActionId(int actionId) { actionId_ = actionId; }
     int GetActionId() const { return actionId_; }
-    /// Not owned; outlives the button. Called after the touch listeners' release.
+    /// Not owned; outlives the button; adding one twice has no effect. Called after the touch
+    /// listeners' release.
     void AddActionEventListener(IActionEventListener& listener);
 
     result OnDraw() override;

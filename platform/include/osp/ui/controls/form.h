@@ -6,9 +6,11 @@
 
 namespace Osp::Ui::Controls {
 
+/// Shown and given keys by its frame, which owns it once it has been added.
 class Form : public Container {
   public:
-    /// Covers the screen. `style` is a sum of form styles.
+    /// Covers the screen. `style` is 0; kUnsupported, leaving the form unconstructed, for anything
+    /// else: this device has no soft keys to show.
     result Construct(unsigned style);
 
     /// kUnsupported for anything but landscape: the screen does not turn.

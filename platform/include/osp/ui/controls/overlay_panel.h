@@ -15,6 +15,7 @@ enum class RendererRotation { kNone = 0, kQuarterTurn = 6 };
 /// 2: YUV 4:2:0 planar: luma, then both chroma planes at half size.
 enum class BufferPixelFormat { kYuv420Planar = 2 };
 
+/// A container whose ground is a moving picture. Loop thread only.
 class OverlayPanel : public Container {
   public:
     OverlayPanel();
@@ -28,7 +29,7 @@ class OverlayPanel : public Container {
     /// Shows a picture of `source` size, turned and scaled to `display` and centred on black, below
     /// the panel's own drawing. Copies what it needs and keeps the last picture. kInvalidArgument,
     /// keeping the picture that was there, when the buffer is smaller than the format says or a
-    /// side of `source` is odd or not positive.
+    /// side of `source` or `display` is odd or not positive. `buffer` stays the caller's.
     result SetInputBuffer(const Graphics::Dimension& display, const Base::ByteBuffer& buffer,
                           const Graphics::Dimension& source, BufferPixelFormat format);
 

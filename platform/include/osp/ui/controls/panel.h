@@ -5,6 +5,7 @@
 
 namespace Osp::Ui::Controls {
 
+/// Derive from it and override OnDraw, or draw on its canvas.
 class Panel : public Container {
   public:
     /// kInvalidArgument for an empty rectangle.
