@@ -1,3 +1,9 @@
+// The screen and the input follow the host at once, the application hears of it as an event: what
+// it is in the middle of, a message box above all, ends first. So foreground and background may be
+// told to it late but never out of turn, and no input reaches it once the screen is gone.
+//
+// At the end the forms go before the application, which they may refer to, and the settings that it
+// changed in its last moment are saved after both.
 #include "osp/app/lifecycle.h"
 
 #include "osp/base/event_loop.h"

@@ -1,6 +1,15 @@
+// The file is read once and always written whole, by way of a temporary; so the only damage that it
+// can have comes from outside, and what is damaged is set aside rather than mended: half of the
+// settings would be worse than none, because nobody could tell which half. A newer version is left
+// alone and never written over, even though every Save then fails: the program that it belongs to
+// will want it back.
+//
+// Texts and numbers have a group each, so that a text of digits stays a text. A key is in one of
+// them only.
 #include "osp/app/registry_file.h"
 
 #include <algorithm>
+#include <cassert>
 #include <glib.h>
 #include <optional>
 #include <utility>
@@ -93,6 +102,7 @@ RegistryFile::State RegistryFile::Load(const std::string& text) {
 }
 
 void RegistryFile::Put(const std::string& key, RegistryValue value) {
+    assert(IsValidKey(key));
     const auto found = values_.find(key);
     if (found != values_.end() && found->second == value) return;
     values_[key] = std::move(value);

@@ -1,6 +1,19 @@
+// What holds:
+//
+// - Every piece of work that Run takes is either done and then completed, or dropped with its loop.
+//   Neither want of memory nor want of threads is a third way: the camera would wait for ever for a
+//   photograph that is not coming. Anything else that a job throws ends the process; it is a fault.
+// - A thread is started only when more work waits than threads are idle. A thread that has been
+//   woken counts as idle until it runs, and the work meant for it still waits, so that comparing
+//   the two numbers never starts one too few.
+// - The mutex guards the queue and is not held while a job runs. The list of threads belongs to the
+//   loop thread alone.
+// - What a job holds is let go before its completion is posted, which may rely on being the last
+//   user.
 #include "osp/base/background.h"
 
 #include <algorithm>
+#include <cassert>
 #include <exception>
 #include <utility>
 
@@ -18,6 +31,7 @@ std::size_t MostThreads() {
 }  // namespace
 
 Workers::~Workers() {
+    assert(loop_.IsLoopThread());
     {
         const std::lock_guard lock(mutex_);
         isEnding_ = true;
@@ -27,6 +41,7 @@ Workers::~Workers() {
 }
 
 void Workers::Run(std::function<void()> job, std::function<void()> completion) {
+    assert(job && completion);
     loop_.BeginWork();
     bool isShortOfThreads = false;
     {
@@ -38,7 +53,8 @@ void Workers::Run(std::function<void()> job, std::function<void()> completion) {
     wake_.notify_one();
 }
 
-// The threads that there are do the work of one that cannot be started. Without any, this one does.
+// The threads that there are do the work of one that cannot be started. Without any, this one does:
+// deliberately, the loop then stands still for as long as the job takes.
 void Workers::StartThread() {
     try {
         threads_.emplace_back([this] { Serve(); });
@@ -61,6 +77,7 @@ void Workers::Serve() {
 }
 
 void Workers::DoFirst(std::unique_lock<std::mutex>& lock) {
+    assert(lock.owns_lock() && !waiting_.empty());
     Work work = std::move(waiting_.front());
     waiting_.pop_front();
     lock.unlock();

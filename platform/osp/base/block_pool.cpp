@@ -1,7 +1,16 @@
+// What is kept is found again by its exact size, so Take and Give round in the same way and a block
+// goes back with the size that it was taken with. `kept` is the sum of the sizes in `free`. Blocks
+// are allocated and freed outside the mutex: the system takes its time over megabytes, and the
+// threads that decode and encode should not wait for one another.
+//
+// When memory runs out, the pool lets go of everything and keeps nothing from then on. That is
+// deliberate and for good: a machine that ran out once will again, and then slower is better than a
+// photograph lost.
 #include "osp/base/block_pool.h"
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <map>
 #include <mutex>
 #include <new>
@@ -59,7 +68,9 @@ std::uint8_t* TakeSurplus() {
     const std::lock_guard lock(pool.mutex);
     if (pool.kept <= pool.mostKept) return nullptr;
     // Largest first: what is kept should be what the session keeps asking for.
+    assert(!pool.free.empty());
     const auto last = std::prev(pool.free.end());
+    assert(last->first <= pool.kept);
     std::uint8_t* const block = last->second;
     pool.kept -= last->first;
     pool.free.erase(last);
@@ -107,6 +118,7 @@ std::uint8_t* BlockPool::Take(std::size_t size) {
 
 void BlockPool::Give(std::uint8_t* block, std::size_t size) {
     if (block == nullptr) return;
+    assert(reinterpret_cast<std::uintptr_t>(block) % static_cast<std::size_t>(kAlignment) == 0);
     if (size < kSmallest || !Keep(block, RoundUp(size))) return Free(block);
     FreeSurplus();
 }

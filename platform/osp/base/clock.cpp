@@ -23,6 +23,7 @@ long long VirtualClock::EpochMs() const {
     return kVirtualEpochMs + now_.count() / 1000;
 }
 
+// A driver may ask for the time of a timer that is overdue: application timers wait during a hold.
 void VirtualClock::AdvanceTo(TimePoint time) {
     now_ = std::max(now_, time);
 }

@@ -1,6 +1,27 @@
+// One source in GLib's default context carries every event of the platform. What holds, and why:
+//
+// - One event an iteration. The other sources of the context (the window, D-Bus) get their turn
+//   between any two, and RunUntil asks `done` after each.
+// - Posted events come before timers, both in their order: what has happened is told before what
+//   merely falls due at the same moment. The order is one for both classes, in one queue. While
+//   application events are held back (holdDepth_ > 0) they keep their places and system events
+//   overtake them; when the hold ends they go on as if nothing had been. The queue is short, so a
+//   search from its front is enough.
+// - Nested runs are this same loop once more on the stack: a message box runs it inside the event
+//   that showed the box. An outer run looks at its `done` only when the inner one has ended.
+// - Events are never taken out of the queue. Whoever may end before they run has them check, when
+//   they run, whether they still mean anything: an EventSource by its generation, others by a weak
+//   reference. A timer is taken out, because it may lie far ahead.
+// - What disposes of itself lives until no event is on the stack (dispatchDepth_ == 0). The end of
+//   the innermost event would be too early: an object that is removed inside a message box may be
+//   in the middle of the very call that showed it.
+// - The driver is asked only when nothing can run and no background work is under way. So a virtual
+//   clock never passes the moment at which a piece of work that has begun is to be heard of, and a
+//   run under it depends on its inputs alone, not on how long the work took.
 #include "osp/base/event_loop.h"
 
 #include <algorithm>
+#include <cassert>
 #include <glib.h>
 
 #include "osp/base/out_of_memory.h"
@@ -58,6 +79,7 @@ EventLoop::EventLoop(Clock& clock)
 }
 
 EventLoop::~EventLoop() {
+    assert(IsLoopThread() && dispatchDepth_ == 0 && holdDepth_ == 0);
     workers_ = nullptr;  // which post here until they end
     DisposeNow();
     g_source_destroy(&source_->base);
@@ -66,6 +88,7 @@ EventLoop::~EventLoop() {
 }
 
 void EventLoop::Post(EventClass eventClass, Task task) {
+    assert(task);
     {
         const std::lock_guard lock(mutex_);
         posted_.push_back({eventClass, std::move(task)});
@@ -74,18 +97,21 @@ void EventLoop::Post(EventClass eventClass, Task task) {
 }
 
 EventLoop::TimerId EventLoop::StartTimer(EventClass eventClass, Duration delay, Task task) {
+    assert(IsLoopThread() && task && delay.count() >= 0);
     const TimerId id = ++lastTimerId_;
     timers_.emplace(clock_.Now() + delay, PendingTimer{id, {eventClass, std::move(task)}});
     return id;
 }
 
 void EventLoop::CancelTimer(TimerId id) {
+    assert(IsLoopThread());
     const auto found =
         std::ranges::find_if(timers_, [id](const auto& entry) { return entry.second.id == id; });
     if (found != timers_.end()) timers_.erase(found);
 }
 
 void EventLoop::RunUntil(const std::function<bool()>& done) {
+    assert(IsLoopThread() && done);
     while (!done()) {
         g_main_context_iteration(context_, TRUE);
         if (driverFailure_) std::rethrow_exception(std::exchange(driverFailure_, nullptr));
@@ -98,11 +124,23 @@ void EventLoop::RunHoldingApplication(const std::function<bool()>& done) {
 }
 
 void EventLoop::DisposeLater(std::unique_ptr<Disposable> object) {
+    assert(IsLoopThread() && object);
     disposals_.push_back(std::move(object));
     if (dispatchDepth_ == 0) DisposeNow();
 }
 
+void EventLoop::BeginWork() {
+    assert(IsLoopThread());
+    ++pendingWork_;
+}
+
+void EventLoop::EndWork() {
+    assert(IsLoopThread() && pendingWork_ > 0);
+    --pendingWork_;
+}
+
 void EventLoop::SetDriver(LoopDriver* driver) {
+    assert(IsLoopThread());
     driver_ = driver;
     driverAsleep_ = false;
 }

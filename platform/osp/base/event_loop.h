@@ -9,6 +9,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -51,9 +52,12 @@ class EventLoop : public Service<EventLoop> {
     EventLoop& operator=(const EventLoop&) = delete;
 
     Clock& GetClock() const { return clock_; }
+    /// Whether the caller is on the thread that made the loop.
+    bool IsLoopThread() const { return std::this_thread::get_id() == thread_; }
 
-    /// Any thread.
+    /// Runs `task` from the loop, never from here. Any thread.
     void Post(EventClass eventClass, Task task);
+    /// Runs `task` once, `delay` from now; `delay` is not negative.
     TimerId StartTimer(EventClass eventClass, Duration delay, Task task);
     /// Does nothing for an id that has expired or is 0.
     void CancelTimer(TimerId id);
@@ -70,7 +74,7 @@ class EventLoop : public Service<EventLoop> {
     /// about its own end.
     void DisposeLater(std::unique_ptr<Disposable> object);
 
-    /// `driver` may be null; it is not owned.
+    /// `driver` may be null; it is not owned. It is asked before the loop sleeps the next time.
     void SetDriver(LoopDriver* driver);
     /// Wakes the loop so that the driver is asked again. Any thread.
     void Wake();
@@ -79,8 +83,8 @@ class EventLoop : public Service<EventLoop> {
     std::optional<TimePoint> NextDue() const;
 
     /// Background work of which the loop waits for the end before it asks the driver.
-    void BeginWork() { ++pendingWork_; }
-    void EndWork() { --pendingWork_; }
+    void BeginWork();
+    void EndWork();
     Workers& GetWorkers() { return *workers_; }
 
   private:
@@ -107,6 +111,7 @@ class EventLoop : public Service<EventLoop> {
     void DisposeNow();
 
     Clock& clock_;
+    const std::thread::id thread_ = std::this_thread::get_id();
     GMainContext* context_;
     Source* source_ = nullptr;
     LoopDriver* driver_ = nullptr;

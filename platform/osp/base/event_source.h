@@ -20,8 +20,9 @@ class EventSource {
     EventSource(const EventSource&) = delete;
     EventSource& operator=(const EventSource&) = delete;
 
+    /// Runs `task` from the loop unless it is dropped before.
     void Post(EventLoop::Task task);
-    void Drop() { generation_->fetch_add(1); }
+    void Drop();
 
     /// The same through a handle that outlives the source: posts nothing once it has been dropped.
     std::function<void(EventLoop::Task)> Poster();

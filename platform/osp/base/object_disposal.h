@@ -2,9 +2,12 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 namespace Osp::Base {
 
+/// The loop deletes without knowing what. The destructor runs on the loop thread, outside every
+/// event, and may hand over further objects.
 class Disposable {
   public:
     virtual ~Disposable() = default;

@@ -21,7 +21,7 @@ result Timer::Start(int timeoutMs) {
     if (timeoutMs < 0) return result::kInvalidArgument;
     id_ = EventLoop::Current().StartTimer(EventClass::kApplication,
                                           std::chrono::milliseconds(timeoutMs), [this] {
-                                              id_ = 0;
+                                              id_ = 0;  // first: the listener may start or delete
                                               listener_->OnTimerExpired(*this);
                                           });
     return result::kSuccess;

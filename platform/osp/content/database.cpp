@@ -1,5 +1,15 @@
+// The table only repeats what the files say, so it may lose its last rows, and it must never keep
+// the camera from starting. Hence: writes are ordered (WAL) but not waited for; every opening
+// checks the whole file, which is small; a file that is at fault by itself is told from one that
+// merely cannot be had now (no permission, another process), because only the first is set aside;
+// and the version is looked at before anything could write, so that one of a newer program is left
+// as it was.
+//
+// Statements are prepared once and used by one caller at a time: a Use binds them in order and
+// leaves them reset, or a row that was only begun would hold the lock on the file.
 #include "osp/content/database.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -69,7 +79,9 @@ result ResultOf(int code) {
 /// One use of a prepared statement: bound in order, reset at the end.
 class Use {
   public:
-    explicit Use(sqlite3_stmt* statement) : statement_(statement) {}
+    explicit Use(sqlite3_stmt* statement) : statement_(statement) {
+        assert(statement_ != nullptr && !sqlite3_stmt_busy(statement_));
+    }
     ~Use() {
         sqlite3_reset(statement_);
         sqlite3_clear_bindings(statement_);
@@ -86,7 +98,10 @@ class Use {
         sqlite3_bind_int64(statement_, ++bound_, number);
         return *this;
     }
-    int Step() { return sqlite3_step(statement_); }
+    int Step() {
+        assert(bound_ == sqlite3_bind_parameter_count(statement_));
+        return sqlite3_step(statement_);
+    }
 
     std::string Text(int column) const {
         const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
@@ -213,6 +228,7 @@ result Database::FindPath(ContentId id, std::string& path) {
 }
 
 result Database::Put(const std::string& path, ContentRecord& record) {
+    assert(path.starts_with('/'));
     Use use(put_.get());
     use.Bind(path).Bind(record.name.ToUtf8()).Bind(record.description.ToUtf8());
     use.Bind(record.width).Bind(record.height).Bind(record.sizeBytes).Bind(record.dateMs);

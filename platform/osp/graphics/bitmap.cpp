@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include <osp/graphics/bitmap.h>
@@ -13,7 +14,9 @@ constexpr int kMostPixelsASide = 32767;  // Cairo's limit
 }
 
 Bitmap::Bitmap() = default;
-Bitmap::Bitmap(std::shared_ptr<const BitmapPixels> pixels) : pixels_(std::move(pixels)) {}
+Bitmap::Bitmap(std::shared_ptr<const BitmapPixels> pixels) : pixels_(std::move(pixels)) {
+    assert(pixels_);
+}
 Bitmap::~Bitmap() = default;
 
 result Bitmap::Construct(const Base::ByteBuffer& buffer, const Dimension& dimension,

@@ -20,6 +20,7 @@ class BitmapPixels {
     /// Draws the picture into the surface it is given; false when that fails.
     using Loader = std::function<bool(Surface&)>;
 
+    /// Both sides are positive; `rgba` and `surface` have just that size.
     BitmapPixels(Dimension dimension, Base::Block rgba);
     BitmapPixels(Dimension dimension, std::shared_ptr<Surface> surface);
     /// Calls `loader` when the picture is first needed; a failure leaves it transparent.
@@ -28,6 +29,7 @@ class BitmapPixels {
     Dimension GetDimension() const { return dimension_; }
     /// width x height x 4 bytes R, G, B, A, not premultiplied.
     const std::uint8_t* Rgba() const;
+    /// The same, premultiplied.
     const Surface& Drawable() const;
 
   private:

@@ -1,3 +1,8 @@
+// A canvas is a Cairo context for as long as it lives, on a surface that it shares with the
+// control: the control may end or drop its picture meanwhile. Cairo's own state (source, path)
+// means nothing between two calls; everything that a call needs it sets, and what it changes beyond
+// that it puts back.
+#include <cassert>
 #include <numbers>
 #include <pango/pangocairo.h>
 #include <utility>
@@ -56,7 +61,9 @@ class Canvas::Context {
 };
 
 Canvas::Canvas(std::shared_ptr<Surface> surface)
-    : surface_(std::move(surface)), context_(std::make_unique<Context>(surface_->Cairo())) {}
+    : surface_(std::move(surface)), context_(std::make_unique<Context>(surface_->Cairo())) {
+    assert(cairo_surface_get_type(surface_->Cairo()) == CAIRO_SURFACE_TYPE_IMAGE);
+}
 
 Canvas::~Canvas() = default;
 

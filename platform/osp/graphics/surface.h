@@ -12,13 +12,14 @@ namespace Osp::Graphics {
 
 using CairoPointer = Base::Owner<cairo_t, cairo_destroy>;
 
-/// A Cairo image surface over recycled memory: 32 bits a pixel in native byte order, rows
-/// top to bottom, stride 4 x width.
+/// A Cairo image surface over recycled memory: 32 bits a pixel in native byte order, premultiplied,
+/// rows top to bottom, stride 4 x width. One thread at a time.
 class Surface {
   public:
     /// kWithAlpha starts transparent, kOpaque with unspecified colours.
     enum class Kind { kWithAlpha, kOpaque };
 
+    /// Both sides are positive and at most 32,767, Cairo's limit.
     Surface(Dimension dimension, Kind kind);
 
     Dimension GetDimension() const { return dimension_; }

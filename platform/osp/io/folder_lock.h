@@ -14,8 +14,8 @@ namespace Osp::Io {
 /// that the process starts do not inherit it.
 class FolderLock {
   public:
-    /// Locks the folder at the real path `folder` for the life of this object; kDeviceBusy when
-    /// somebody else has it. A folder that cannot be opened or knows no locks counts as free.
+    /// Locks the folder at the real path `folder` for the life of this object, once; kDeviceBusy
+    /// when somebody else has it. A folder that cannot be opened or knows no locks counts as free.
     result Acquire(const std::string& folder);
 
   private:

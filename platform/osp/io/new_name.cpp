@@ -1,9 +1,16 @@
+// Three ways to take a name that refuse when somebody has it, from the best to the one that works
+// everywhere: a renaming that refuses (ext4, btrfs, xfs, tmpfs), a hard link (older file systems),
+// and an empty file of that name as a reservation (memory cards, which know neither). Each leaves,
+// if the process is killed in its middle, what the next run recognises: nothing, two names of one
+// file, or an empty file under the new name beside the whole one under the old.
 #include "osp/io/new_name.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <string_view>
@@ -81,6 +88,7 @@ unsigned long long HighestAside(int folder, const std::string& name) {
 }  // namespace
 
 result RenameNew(int folder, const char* from, const char* to) {
+    assert(folder == AT_FDCWD || (!std::strchr(from, '/') && !std::strchr(to, '/')));
     result r = ResultOfCall(renameat2(folder, from, folder, to, RENAME_NOREPLACE));
     if (Failed(r) && (errno == EINVAL || errno == ENOSYS)) r = RenameByLink(folder, from, to);
     // A run that was killed between linking and unlinking has left both names.
@@ -89,6 +97,7 @@ result RenameNew(int folder, const char* from, const char* to) {
 }
 
 result MoveAside(int folder, const std::string& name, std::string& aside) {
+    assert(!name.empty() && name.find('/') == std::string::npos);
     for (auto number = HighestAside(folder, name);;) {
         // The highest itself may be what a killed run has left.
         const std::string candidate =

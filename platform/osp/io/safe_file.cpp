@@ -1,5 +1,23 @@
+// The order of the steps is what makes the promise of the header true:
+//
+// 1. The bytes go to a temporary in the same folder, because only within a file system is renaming
+//    one step. 2. The temporary is synced, so that no name ever leads to content that is still on
+//    its way. 3. Renaming puts it in place. 4. The folder is synced, or the renaming could be
+//    undone by a power cut after success was reported.
+//
+// With kKeepOld the older file first moves aside and the folder is synced in between: the move must
+// not be lost while the renaming that follows is kept, or the older picture had no name at all. If
+// the new file then cannot take the name, the older one moves back.
+//
+// Nothing is ever looked up first and done afterwards where somebody else could come in between:
+// each step either refuses by itself (RenameNew) or is tried again. The lock on the folder only
+// makes writers take turns on file systems where RenameNew has to go the long way.
+//
+// A failure after step 3 leaves the new file in place, deliberately: the file is whole, and taking
+// it back could fail as well.
 #include "osp/io/safe_file.h"
 
+#include <cassert>
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
@@ -17,7 +35,7 @@ namespace Osp::Io {
 
 namespace {
 
-constexpr int kMostSetAside = 10000;
+constexpr int kMostSetAside = 10000;  // so many damaged files are no accident any more
 
 struct Target {
     FileDescriptor folder;
@@ -113,6 +131,7 @@ result PutInPlace(const Target& target, Replace replace, TransientName& temporar
 
 result WriteFileSafely(const std::string& path, std::span<const Base::byte> bytes,
                        const SafeFileOptions& options) {
+    assert((options.mode & ~mode_t{0777}) == 0);
     Target target;
     result r = OpenTarget(path, target);
     if (Failed(r)) return r;

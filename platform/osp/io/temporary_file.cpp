@@ -1,6 +1,15 @@
+// A temporary that lies about is either being written, by any process, or left by one that was
+// killed. The lock tells them apart, because it goes with the process; age would not, because a
+// memory card can take a minute. Two processes never make the same name (the process id is in it),
+// except with one left by a process of the same id: then the next number is tried.
+//
+// Between creating and locking a file there is a moment in which a cleaner finds it unlocked and
+// removes it. The writer therefore looks, once it has the lock, whether its file still has a name,
+// and begins again if not.
 #include "osp/io/temporary_file.h"
 
 #include <atomic>
+#include <cassert>
 #include <cerrno>
 #include <fcntl.h>
 #include <string_view>
@@ -31,6 +40,7 @@ void LockExclusively(int file) {
 }  // namespace
 
 void TransientName::Set(const std::string& name) {
+    assert(name.empty() || IsTemporaryName(name));
     if (!name_.empty()) unlinkat(folder_, name_.c_str(), 0);
     name_ = name;
 }
@@ -63,6 +73,7 @@ bool IsTemporaryName(const std::string& name) {
 }
 
 void RemoveIfStale(int folder, const std::string& name) {
+    assert(IsTemporaryName(name));
     const FileDescriptor file(
         openat(folder, name.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
     if (file.IsOpen() && flock(file.Get(), LOCK_EX | LOCK_NB) == 0) {

@@ -1,4 +1,14 @@
+// Drawing and painting are two passes: DrawPending lets controls bring their own pictures up to
+// date, which may damage more of the screen; Paint only puts pictures together and calls nothing of
+// the application's, so neither the tree nor the damage changes under it.
+//
+// Inside the damage everything is painted anew from black upwards; outside, the screen keeps what
+// it had. That is right only because every change that shows damages the control's area, before and
+// after when it moves. A control outside the damage is skipped, but not what it holds: children may
+// lie outside their parent and are not clipped to it.
 #include "osp/ui/compositor.h"
+
+#include <cassert>
 
 #include <osp/ui/controls/button.h>
 #include <osp/ui/controls/overlay_panel.h>
@@ -73,7 +83,7 @@ void Paint(const std::vector<Container*>& roots, cairo_region_t& damage,
         cairo_region_get_rectangle(&damage, i, &r);
         cairo_rectangle(context.get(), r.x, r.y, r.width, r.height);
     }
-    cairo_clip(context.get());
+    cairo_clip(context.get());  // to nothing when nothing is damaged
     cairo_set_source_rgb(context.get(), 0, 0, 0);
     cairo_paint(context.get());
     for (const Container* root : roots) PaintTree(context.get(), damage, *root, {});

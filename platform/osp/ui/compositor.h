@@ -10,10 +10,12 @@
 
 namespace Osp::Ui {
 
-/// Lets every shown control of the tree draw that has asked for it.
+/// Lets every shown control of the tree draw that has asked for it. The controls must not add to
+/// the tree or take from it while they draw.
 void DrawPending(Control& root);
 
-/// Paints the trees, bottom to top on black, into `target` inside `damage` only.
+/// Paints the trees, bottom to top on black, into `target` inside `damage` only, which is in screen
+/// pixels. What a disabled button shows is dimmed here, so that it need not draw itself again.
 void Paint(const std::vector<Container*>& roots, cairo_region_t& damage, Graphics::Surface& target);
 
 }  // namespace Osp::Ui

@@ -1,4 +1,9 @@
+// Others hold on to a control only through self_, which ends with it: events under way, a finger
+// that went down on it, the calling of its listeners. Whoever calls out to the application checks
+// it again before touching the control. Nothing here draws at once but Draw: changes mark the
+// control and its area, and the next frame brings both up to date.
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include <osp/ui/container.h>
@@ -133,6 +138,7 @@ void Access::Raise(Control& control) {
     if (control.parent_ == nullptr) return;
     auto& siblings = control.parent_->controls_;
     const auto place = std::ranges::find(siblings, &control, &std::unique_ptr<Control>::get);
+    assert(place != siblings.end());
     std::rotate(place, place + 1, siblings.end());
 }
 

@@ -1,3 +1,10 @@
+// A form's life in the frame: added, then OnInitializing (whose failure takes it out again and
+// leaves it to the caller); current any number of times; OnTerminating while it is still in the
+// frame; taken out; deleted when no event is on the stack. So OnTerminating can still reach frame
+// and screen, and a form that removes itself returns into an object that is there.
+//
+// At the end of the frame no loop runs any more: the forms that are left go at once, the last added
+// first, because later forms refer to earlier ones.
 #include <osp/ui/controls/frame.h>
 
 #include "osp/ui/access.h"
@@ -17,7 +24,6 @@ Frame::~Frame() {
     while (!forms.empty()) {
         Control& last = *forms.back();
         (void)last.OnTerminating();
-        // From here on the form is gone for everybody, itself included.
         (void)Access::Release(*this, last);
     }
     Screen::Current().SetFrame(nullptr);

@@ -1,3 +1,19 @@
+// One finger and the keys. What holds:
+//
+// - A touch belongs to the control on which it went down until it is up, wherever it moves. The
+//   control is held weakly: any listener may delete it, and with it the rest of the touch.
+// - A press on nothing or on a disabled control has no target but is down all the same, so that its
+//   moves reach nobody.
+// - While a panel is being presented, everything is posted whole, as application events: all of it
+//   waits, so it keeps its order and comes out as it would have without the presentation.
+// - While a message box waits, the finger is followed at once, because the box wants it, and only
+//   the telling of what went down on the form before is put off: the form must see its release, but
+//   not in the middle of the call that shows the box.
+// - LetGo makes everything under way void at once, by a new era: what was posted before it runs and
+//   finds that it is of an older one.
+//
+// Releasing asks again whether the button may act (enabled, visible, finger inside): its listeners
+// heard of the release just before and may have changed that.
 #include "osp/ui/input.h"
 
 #include <algorithm>

@@ -1,3 +1,7 @@
+// The layer covers the screen and takes every touch, but only its button does anything: a tap
+// beside the sheet must not answer by accident. It is made of ordinary controls and drawn by the
+// compositor like a form; what makes it modal is that Screen routes the input to it and runs the
+// loop.
 #include "osp/ui/modal_layer.h"
 
 #include <memory>

@@ -15,6 +15,7 @@ class ModalLayer : public Container, public IActionEventListener {
     ModalLayer(const Base::String& title, const Base::String& text,
                Controls::MessageBoxStyle style);
 
+    /// Ends the waiting, once the current event has been dispatched. Any number of times.
     void Answer() { answered_ = true; }
     bool IsAnswered() const { return answered_; }
 

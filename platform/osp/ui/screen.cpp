@@ -1,4 +1,17 @@
+// What is damaged is kept from one Compose to the next, as screen pixels, and the presenter is told
+// once, when the first of it appears: it asks for the picture when it can show one. What belongs to
+// another form than the current one damages nothing; making a form current damages all. A region
+// that a control damages while Compose lets it draw is painted by the same Compose, because the
+// damage is taken only afterwards.
+//
+// Layers lie on the stacks of their own RunModal, innermost last. They end in the reverse order
+// even when they are answered in another, because an outer loop goes on only when the inner has
+// ended.
 #include "osp/ui/screen.h"
+
+#include <algorithm>
+#include <cassert>
+#include <utility>
 
 #include "osp/base/event_loop.h"
 #include "osp/ui/access.h"
@@ -63,10 +76,12 @@ void Screen::PresentNow() {
 void Screen::RunModal(ModalLayer& layer) {
     // Going to the background answers what waits, so nothing begins to wait there.
     if (!foreground_) return;
+    assert(std::ranges::find(modals_, &layer) == modals_.end());
     modals_.push_back(&layer);
     DamageAll();
     Base::EventLoop::Current().RunHoldingApplication([&layer] { return layer.IsAnswered(); });
-    std::erase(modals_, &layer);
+    assert(modals_.back() == &layer);
+    modals_.pop_back();
     DamageAll();
 }
 
