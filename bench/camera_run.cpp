@@ -27,19 +27,19 @@ int RunIn(const std::string& folder, Host::ClockKind clock, Host::ScriptQueue& q
     options.primary = "scene";
     options.secondary = "none";
     const std::string package = Host::PackageFolder();
-    Host::StartFailure refusal;
-    const auto machine = Host::Machine::Make(options, package + "/share/kivo-camera/Res", refusal);
-    if (!machine) return Fail(refusal.message);
-    const Host::EntryFunction entry = Host::LoadApplication(package, refusal.message);
-    if (entry == nullptr) return Fail(refusal.message);
+    auto made = Host::Machine::Make(options, package + "/share/kivo-camera/Res");
+    if (!made) return Fail(made.Why().message);
+    auto entry = Host::LoadApplication(package);
+    if (!entry) return Fail(entry.Why().message);
+    Host::Machine& machine = **made;
     Host::ShowRecorder recorder(nullptr);
     int failure = 0;
-    Host::ScriptDriver driver(machine->GetLoop(), machine->GetVirtualClock(), queue,
-                              Host::CommandContext{recorder}, [&failure](const auto& error) {
-                                  if (error) failure = Fail(*error);
+    Host::ScriptDriver driver(machine.GetLoop(), machine.GetVirtualClock(), queue,
+                              Host::CommandContext{recorder}, [&failure](const auto& outcome) {
+                                  if (!outcome) failure = Fail(outcome.Why().message);
                                   Osp::App::Lifecycle::Current().Terminate(false);
                               });
-    const int exitCode = machine->Run(entry);
+    const int exitCode = machine.Run(*entry);
     return failure != 0 ? failure : exitCode;
 }
 

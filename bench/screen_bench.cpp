@@ -11,7 +11,7 @@
 
 #include "bench/camera_run.h"
 #include "effects/kernels/preview_conversion.h"
-#include "host/script/visible_controls.h"
+#include "osp/ui/visible_controls.h"
 
 namespace {
 
@@ -43,7 +43,7 @@ void Time(const char* name, const std::function<void()>& prepare,
 
 OverlayPanel* FindOverlay() {
     OverlayPanel* found = nullptr;
-    Host::WalkScreen([&found](const Osp::Ui::Control& control) {
+    Osp::Ui::WalkScreen([&found](const Osp::Ui::Control& control) {
         const auto* panel = dynamic_cast<const OverlayPanel*>(&control);
         if (panel != nullptr) found = const_cast<OverlayPanel*>(panel);
     });

@@ -8,10 +8,10 @@
 #include <span>
 #include <string_view>
 
+#include "cmake/version.h"
 #include "develop/developer.h"
 #include "develop/picture_files.h"
 #include "effects/composition.h"
-#include "host/version.h"
 #include "osp/base/owner.h"
 
 namespace Kivo::Tools {
@@ -214,7 +214,7 @@ Parsed ParseCommandLine(int argc, char** argv) {
         return Fail(error->message);
     }
     if (raw.version) {
-        std::printf("kivo-develop %s\n", Host::kVersion);
+        std::printf("kivo-develop %s\n", kVersion);
         return {{}, 0};
     }
     Parsed parsed;

@@ -12,16 +12,17 @@ std::string PackageFolder() {
     return error ? "" : program.parent_path().parent_path().string();
 }
 
-void* LoadSymbol(const std::string& path, const char* symbol, std::string& error) {
+Outcome<void*> LoadSymbol(const std::string& path, const char* symbol) {
     void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     void* const address = library == nullptr ? nullptr : dlsym(library, symbol);
-    if (address == nullptr) error = dlerror();
+    if (address == nullptr) return Failure{dlerror()};
     return address;
 }
 
-EntryFunction LoadApplication(const std::string& packageFolder, std::string& error) {
-    return reinterpret_cast<EntryFunction>(
-        LoadSymbol(packageFolder + "/lib/libkivo-camera.so", "OspMain", error));
+Outcome<EntryFunction> LoadApplication(const std::string& packageFolder) {
+    Outcome<void*> entry = LoadSymbol(packageFolder + "/lib/libkivo-camera.so", "OspMain");
+    if (!entry) return entry.Why();
+    return reinterpret_cast<EntryFunction>(*entry);
 }
 
 }  // namespace Host

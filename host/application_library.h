@@ -4,6 +4,7 @@
 #include <string>
 
 #include "host/machine.h"
+#include "host/outcome.h"
 
 namespace Host {
 
@@ -11,12 +12,10 @@ namespace Host {
 /// ../lib. Empty when the program's own place cannot be told.
 std::string PackageFolder();
 
-/// What the shared library at `path` exports as `symbol`. Null, with `error` saying why, when that
-/// fails. Never unloaded: toolkits do not support that, and the application would have to outlive
-/// all that it has registered. Any thread.
-void* LoadSymbol(const std::string& path, const char* symbol, std::string& error);
+/// What the shared library at `path` exports as `symbol`. Never unloaded: toolkits do not support
+/// that, and the application would have to outlive all that it has registered. Any thread.
+Outcome<void*> LoadSymbol(const std::string& path, const char* symbol);
 
-/// Loads the application. Null, with `error` saying why, when that fails.
-EntryFunction LoadApplication(const std::string& packageFolder, std::string& error);
+Outcome<EntryFunction> LoadApplication(const std::string& packageFolder);
 
 }  // namespace Host

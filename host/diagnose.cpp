@@ -5,8 +5,9 @@
 
 #include <osp/base/string.h>
 
+#include "cmake/version.h"
+#include "host/camera_sources.h"
 #include "host/product.h"
-#include "host/version.h"
 
 namespace Host {
 
@@ -19,11 +20,11 @@ constexpr std::pair<const char*, CameraSelection> kCameras[] = {
 
 }  // namespace
 
-std::unique_ptr<Diagnosis> Diagnosis::Make(const Options& options,
-                                           const std::string& resourceFolder, std::string& error) {
-    auto cameras = Osp::Media::CameraService::Make(options.primary, options.secondary, error);
-    if (!cameras) return nullptr;
-    return std::unique_ptr<Diagnosis>(new Diagnosis(options, resourceFolder, std::move(cameras)));
+Outcome<std::unique_ptr<Diagnosis>> Diagnosis::Make(const Options& options,
+                                                    const std::string& resourceFolder) {
+    auto cameras = MakeCameras(options.primary, options.secondary);
+    if (!cameras) return cameras.Why();
+    return std::unique_ptr<Diagnosis>(new Diagnosis(options, resourceFolder, std::move(*cameras)));
 }
 
 Diagnosis::Diagnosis(const Options& options, const std::string& resourceFolder,
@@ -39,7 +40,8 @@ int Diagnosis::ListCameras() const {
 }
 
 int Diagnosis::Print(const std::string& packageFolder) {
-    std::printf("%-12s %s\n%-12s %s\n", "version", kVersion, "package", packageFolder.c_str());
+    std::printf("%-12s %s\n%-12s %s\n", "version", Kivo::kVersion, "package",
+                packageFolder.c_str());
     (void)ListCameras();
     for (const char* path : {"/Res", "/Media/Images", "/Storagecard"}) PrintFolder(path);
     std::printf("%-12s %s\n", "settings", storage_.GetPrivateFolder().c_str());

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/options.h"
+#include "host/outcome.h"
 #include "osp/io/storage_map.h"
 #include "osp/media/camera/camera_service.h"
 
@@ -15,8 +16,8 @@ namespace Host {
 class Diagnosis {
   public:
     /// As Machine::Make.
-    static std::unique_ptr<Diagnosis> Make(const Options& options,
-                                           const std::string& resourceFolder, std::string& error);
+    static Outcome<std::unique_ptr<Diagnosis>> Make(const Options& options,
+                                                    const std::string& resourceFolder);
 
     int ListCameras() const;
     int Print(const std::string& packageFolder);

@@ -6,6 +6,7 @@
 
 #include <osp/ui/controls/message_box.h>
 
+#include "host/camera_sources.h"
 #include "host/product.h"
 #include "host/script/report.h"
 #include "host/sound_module.h"
@@ -48,23 +49,19 @@ void ShowNotice(const char* text) {
 
 }  // namespace
 
-std::unique_ptr<Machine> Machine::Make(const Options& options, const std::string& resourceFolder,
-                                       StartFailure& failure) {
-    auto cameras =
-        Osp::Media::CameraService::Make(options.primary, options.secondary, failure.message);
-    if (!cameras) {
-        failure.exitCode = kExitUsage;  // a camera source is wrong
-        return nullptr;
-    }
+Outcome<std::unique_ptr<Machine>> Machine::Make(const Options& options,
+                                                const std::string& resourceFolder) {
+    auto cameras = MakeCameras(options.primary, options.secondary);
+    if (!cameras) return Failure{cameras.Why().message, kExitUsage};
     auto storage = std::make_unique<Osp::Io::StorageMap>(
         Osp::Io::StorageMap::Options{kProduct, options.dataFolder, resourceFolder});
     const result prepared = storage->Prepare();
     if (storage->Lock() == result::kDeviceBusy) {
-        failure = {"another KIVO camera is running on " + storage->GetPrivateFolder(), kExitInUse};
-        return nullptr;
+        return Failure{"another KIVO camera is running on " + storage->GetPrivateFolder(),
+                       kExitInUse};
     }
     return std::unique_ptr<Machine>(
-        new Machine(options, std::move(storage), prepared, std::move(cameras)));
+        new Machine(options, std::move(storage), prepared, std::move(*cameras)));
 }
 
 Machine::Machine(const Options& options, std::unique_ptr<Osp::Io::StorageMap> storage,

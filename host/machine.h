@@ -6,7 +6,7 @@
 #include <string>
 
 #include "host/options.h"
-#include "host/start_failure.h"
+#include "host/outcome.h"
 #include "osp/app/lifecycle.h"
 #include "osp/app/registry_file.h"
 #include "osp/base/clock.h"
@@ -28,10 +28,10 @@ using EntryFunction = int (*)(int argc, char** argv);
 /// thread that makes it is the loop thread.
 class Machine {
   public:
-    /// Null, with `failure` saying why in one line, when a camera source is wrong or another
-    /// process uses the data folder. `resourceFolder` holds the files of "/Res".
-    static std::unique_ptr<Machine> Make(const Options& options, const std::string& resourceFolder,
-                                         StartFailure& failure);
+    /// Fails when a camera source is wrong or another process uses the data folder.
+    /// `resourceFolder` holds the files of "/Res".
+    static Outcome<std::unique_ptr<Machine>> Make(const Options& options,
+                                                  const std::string& resourceFolder);
     ~Machine();
 
     /// Runs the application from start to end. Returns 0, or 1 when it could not start.

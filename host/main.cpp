@@ -6,6 +6,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/application_library.h"
@@ -22,7 +23,7 @@ namespace Host {
 
 namespace {
 
-int Fail(const StartFailure& failure) {
+int Fail(const Failure& failure) {
     std::fprintf(stderr, "kivo-camera: %s\n", failure.message.c_str());
     return failure.exitCode;
 }
@@ -58,11 +59,11 @@ class SignalWatch {
 };
 
 int RunApplication(const Options& options, Machine& machine, EntryFunction entry) {
-    std::string error;
-    std::unique_ptr<Window> window;
+    std::unique_ptr<Osp::Ui::Window> window;
     if (!options.isHeadless) {
-        window = OpenWindow(options.isFullscreen, error);
-        if (!window) return Fail({error});
+        auto opened = OpenWindow(options.isFullscreen);
+        if (!opened) return Fail(opened.Why());
+        window = std::move(*opened);
     }
     ShowRecorder recorder(window ? &window->GetPresenter() : nullptr);
 
@@ -71,11 +72,12 @@ int RunApplication(const Options& options, Machine& machine, EntryFunction entry
     std::optional<ScriptDriver> driver;
     bool hasFailed = false;
     if (options.script) {
-        script = OpenScript(*options.script, queue, error);
-        if (!script) return Fail({error});
+        auto opened = OpenScript(*options.script, queue);
+        if (!opened) return Fail(opened.Why());
+        script = std::move(*opened);
         driver.emplace(machine.GetLoop(), machine.GetVirtualClock(), queue,
-                       CommandContext{recorder}, [&](const std::optional<std::string>& failure) {
-                           if (failure) hasFailed = Fail({*failure}) != 0;
+                       CommandContext{recorder}, [&](const Outcome<>& outcome) {
+                           if (!outcome) hasFailed = Fail(outcome.Why()) != 0;
                            Osp::App::Lifecycle::Current().Terminate(false);
                        });
     }
@@ -86,18 +88,16 @@ int RunApplication(const Options& options, Machine& machine, EntryFunction entry
 
 int Run(const Options& options, const std::string& package) {
     const std::string resources = package + "/share/kivo-camera/Res";
-    StartFailure failure;
     if (options.listCameras || options.diagnose) {
-        const auto report = Diagnosis::Make(options, resources, failure.message);
-        if (!report) return Fail(failure);
-        if (options.listCameras) return report->ListCameras();
-        return report->Print(package);
+        auto diagnosis = Diagnosis::Make(options, resources);
+        if (!diagnosis) return Fail(diagnosis.Why());
+        return options.listCameras ? (*diagnosis)->ListCameras() : (*diagnosis)->Print(package);
     }
-    const auto machine = Machine::Make(options, resources, failure);
-    if (!machine) return Fail(failure);
-    const EntryFunction entry = LoadApplication(package, failure.message);
-    if (entry == nullptr) return Fail(failure);
-    return RunApplication(options, *machine, entry);
+    auto machine = Machine::Make(options, resources);
+    if (!machine) return Fail(machine.Why());
+    auto entry = LoadApplication(package);
+    if (!entry) return Fail(entry.Why());
+    return RunApplication(options, **machine, *entry);
 }
 
 int Main(int argc, char** argv) {

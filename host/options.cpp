@@ -1,15 +1,17 @@
 #include "host/options.h"
 
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <glib.h>
 #include <memory>
 #include <system_error>
+#include <utility>
 
-#include "host/start_failure.h"
-#include "host/version.h"
+#include "cmake/version.h"
+#include "host/camera_sources.h"
+#include "host/outcome.h"
 #include "osp/base/owner.h"
-#include "osp/media/camera/camera_service.h"
 
 namespace Host {
 
@@ -42,8 +44,8 @@ std::optional<std::string> Text(const gchar* text) {
     return text;
 }
 
-Parsed Fail(const std::string& message) {
-    std::fprintf(stderr, "kivo-camera: %s\nTry 'kivo-camera --help'.\n", message.c_str());
+Parsed Fail(const Failure& failure) {
+    std::fprintf(stderr, "kivo-camera: %s\nTry 'kivo-camera --help'.\n", failure.message.c_str());
     return {{}, kExitUsage};
 }
 
@@ -62,9 +64,8 @@ bool IsSwitchWithValue(const std::string& argument, const GOptionEntry* entries)
     return false;
 }
 
-Parsed Interpret(const Raw& raw) {
-    Parsed parsed;
-    Options& options = parsed.options;
+Outcome<Options> Interpret(const Raw& raw) {
+    Options options;
     options.isHeadless = raw.headless;
     options.isFullscreen = raw.fullscreen;
     options.listCameras = raw.listCameras;
@@ -74,36 +75,35 @@ Parsed Interpret(const Raw& raw) {
     options.secondary = Text(raw.secondary).value_or("auto");
     options.script = Text(raw.script);
     for (const std::string& source : {options.primary, options.secondary}) {
-        if (Osp::Media::CameraService::IsKnownSource(source)) continue;
-        return Fail("unknown camera source '" + source + "': it is " +
-                    Osp::Media::CameraService::kKnownSources);
+        const Outcome<> check = CheckSource(source);
+        if (!check) return check.Why();
     }
     if (options.script && IsFolder(*options.script)) {
-        return Fail("the script " + *options.script + " is a folder");
+        return Failure{"the script " + *options.script + " is a folder"};
     }
     const std::string clock = Text(raw.clock).value_or(raw.headless ? "virtual" : "real");
-    if (clock != "real" && clock != "virtual") return Fail("--clock is 'real' or 'virtual'");
+    if (clock != "real" && clock != "virtual") return Failure{"--clock is 'real' or 'virtual'"};
     options.clock = clock == "real" ? ClockKind::kReal : ClockKind::kVirtual;
     if (options.clock == ClockKind::kVirtual && !options.script) {
         const bool runs = !options.listCameras && !options.diagnose;
-        if (runs)
-            return Fail("nothing would move the virtual clock: give a --script, or --clock real");
+        if (runs) {
+            return Failure{
+                "nothing would move the virtual clock: give a --script, or --clock real"};
+        }
     }
-    return parsed;
+    return options;
 }
 
-}  // namespace
+using Entries = std::array<GOptionEntry, 12>;
 
-Parsed ParseCommandLine(int argc, char** argv) {
-    Raw raw;
-    const GOptionEntry entries[] = {
+Entries MakeEntries(Raw& raw, const std::string& primaryHelp) {
+    return {{
         {"headless", 0, 0, G_OPTION_ARG_NONE, &raw.headless,
          "Run without a window; time is virtual unless --clock real is given", nullptr},
         {"fullscreen", 0, 0, G_OPTION_ARG_NONE, &raw.fullscreen, "Fill the whole screen", nullptr},
         {"data", 0, 0, G_OPTION_ARG_FILENAME, &raw.data, "Keep photographs and settings under DIR",
          "DIR"},
-        {"primary", 0, 0, G_OPTION_ARG_STRING, &raw.primary,
-         "Back camera: auto, scene, photos:DIR or none (there is no such camera)", "SOURCE"},
+        {"primary", 0, 0, G_OPTION_ARG_STRING, &raw.primary, primaryHelp.c_str(), "SOURCE"},
         {"secondary", 0, 0, G_OPTION_ARG_STRING, &raw.secondary, "Front camera, likewise",
          "SOURCE"},
         {"clock", 0, 0, G_OPTION_ARG_STRING, &raw.clock,
@@ -116,24 +116,39 @@ Parsed ParseCommandLine(int argc, char** argv) {
          "Print what the program found on this machine and end", nullptr},
         {"help", 'h', 0, G_OPTION_ARG_NONE, &raw.help, "Print this and end", nullptr},
         {"version", 0, 0, G_OPTION_ARG_NONE, &raw.version, "Print the version and end", nullptr},
-        {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr}};
+        {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr},
+    }};
+}
+
+Outcome<> Parse(GOptionContext* context, const Entries& entries, int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         // GLib takes a value for a plain switch and does not look at it.
-        if (IsSwitchWithValue(argv[i], entries)) {
-            return Fail(std::string("'") + argv[i] + "': this switch takes no value");
+        if (IsSwitchWithValue(argv[i], entries.data())) {
+            return Failure{std::string("'") + argv[i] + "': this switch takes no value"};
         }
     }
+    // The library's own help would end the process whether or not it could be printed.
+    g_option_context_set_help_enabled(context, FALSE);
+    g_option_context_add_main_entries(context, entries.data(), nullptr);
+    GError* error = nullptr;
+    if (!g_option_context_parse(context, &argc, &argv, &error)) {
+        const Osp::Base::Owner<GError, g_error_free> owned(error);
+        return Failure{error->message};
+    }
+    if (argc > 1) return Failure{std::string("unknown argument '") + argv[1] + "'"};
+    return kDone;
+}
+
+}  // namespace
+
+Parsed ParseCommandLine(int argc, char** argv) {
+    Raw raw;
+    const std::string primaryHelp = "Back camera: " + KnownSources() + " (there is no such camera)";
+    const Entries entries = MakeEntries(raw, primaryHelp);
     const Osp::Base::Owner<GOptionContext, g_option_context_free> context(
         g_option_context_new("- the KIVO camera"));
-    // The library's own help would end the process whether or not it could be printed.
-    g_option_context_set_help_enabled(context.get(), FALSE);
-    g_option_context_add_main_entries(context.get(), entries, nullptr);
-    GError* error = nullptr;
-    if (!g_option_context_parse(context.get(), &argc, &argv, &error)) {
-        const Osp::Base::Owner<GError, g_error_free> owned(error);
-        return Fail(error->message);
-    }
-    if (argc > 1) return Fail(std::string("unknown argument '") + argv[1] + "'");
+    const Outcome<> parsed = Parse(context.get(), entries, argc, argv);
+    if (!parsed) return Fail(parsed.Why());
     if (raw.help) {
         const Osp::Base::Owner<gchar, g_free> text(
             g_option_context_get_help(context.get(), TRUE, nullptr));
@@ -141,10 +156,12 @@ Parsed ParseCommandLine(int argc, char** argv) {
         return {{}, 0};
     }
     if (raw.version) {
-        std::printf("kivo-camera %s\n", kVersion);
+        std::printf("kivo-camera %s\n", Kivo::kVersion);
         return {{}, 0};
     }
-    return Interpret(raw);
+    Outcome<Options> options = Interpret(raw);
+    if (!options) return Fail(options.Why());
+    return {std::move(*options), std::nullopt};
 }
 
 }  // namespace Host

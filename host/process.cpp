@@ -7,7 +7,7 @@
 #include <malloc.h>
 #include <unistd.h>
 
-#include "host/start_failure.h"
+#include "host/outcome.h"
 
 namespace Host {
 

@@ -4,13 +4,13 @@
 
 namespace Host {
 
+// Why there is no sound interests nobody: a camera without a loudspeaker is none the worse.
 std::unique_ptr<Osp::Media::SoundBackend> LoadSoundBackend() {
-    std::string error;
-    void* const maker = LoadSymbol(PackageFolder() + "/lib/libkivo-sound.so",
-                                   Osp::Media::kMakeSoundBackendSymbol, error);
-    if (maker == nullptr) return nullptr;
+    Outcome<void*> maker =
+        LoadSymbol(PackageFolder() + "/lib/libkivo-sound.so", Osp::Media::kMakeSoundBackendSymbol);
+    if (!maker) return nullptr;
     return std::unique_ptr<Osp::Media::SoundBackend>(
-        reinterpret_cast<Osp::Media::MakeSoundBackendFunction>(maker)());
+        reinterpret_cast<Osp::Media::MakeSoundBackendFunction>(*maker)());
 }
 
 }  // namespace Host

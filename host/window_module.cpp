@@ -4,13 +4,16 @@
 
 namespace Host {
 
-std::unique_ptr<Window> OpenWindow(bool isFullscreen, std::string& error) {
-    void* const maker =
-        LoadSymbol(PackageFolder() + "/lib/libkivo-window.so", kMakeWindowSymbol, error);
-    if (maker == nullptr) return nullptr;
-    std::unique_ptr<Window> window(reinterpret_cast<MakeWindowFunction>(maker)(isFullscreen));
-    if (!window) error = "there is no display to open a window on; --headless runs without one";
-    return window;
+using Osp::Ui::Window;
+
+Outcome<std::unique_ptr<Window>> OpenWindow(bool isFullscreen) {
+    Outcome<void*> maker =
+        LoadSymbol(PackageFolder() + "/lib/libkivo-window.so", Osp::Ui::kMakeWindowSymbol);
+    if (!maker) return maker.Why();
+    const auto makeWindow = reinterpret_cast<Osp::Ui::MakeWindowFunction>(*maker);
+    std::unique_ptr<Window> window(makeWindow(isFullscreen));
+    if (window) return window;
+    return Failure{"there is no display to open a window on; --headless runs without one"};
 }
 
 }  // namespace Host

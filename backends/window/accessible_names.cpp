@@ -1,8 +1,8 @@
 #include "backends/window/accessible_names.h"
 
-#include "host/script/visible_controls.h"
+#include "osp/ui/visible_controls.h"
 
-namespace Host {
+namespace Osp::Ui {
 
 namespace {
 
@@ -10,7 +10,7 @@ constexpr guint kDelayMs = 500;
 
 std::string Names() {
     std::string names;
-    WalkScreen([&names](const Osp::Ui::Control& control) {
+    WalkScreen([&names](const Control& control) {
         const std::string text = TextOf(control);
         if (text.empty()) return;
         if (!names.empty()) names += ", ";
@@ -49,4 +49,4 @@ void AccessibleNames::Update() {
                                    told_.c_str(), -1);
 }
 
-}  // namespace Host
+}  // namespace Osp::Ui

@@ -4,7 +4,7 @@
 #include <gtk/gtk.h>
 #include <string>
 
-namespace Host {
+namespace Osp::Ui {
 
 /// The window shows one picture, so the toolkit has one accessible object: its description lists
 /// the names of the visible controls, topmost first. Loop thread only.
@@ -27,4 +27,4 @@ class AccessibleNames {
     guint pending_ = 0;  // a timeout of GLib's
 };
 
-}  // namespace Host
+}  // namespace Osp::Ui

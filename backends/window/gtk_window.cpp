@@ -9,22 +9,21 @@
 #include "backends/window/accessible_names.h"
 #include "backends/window/screen_saver.h"
 #include "backends/window/texture.h"
+#include "backends/window/window.h"
 #include "backends/window/window_input.h"
-#include "host/window_module.h"
 #include "osp/app/lifecycle.h"
 #include "osp/base/event_loop.h"
 #include "osp/base/owner.h"
 #include "osp/system/device.h"
 #include "osp/ui/screen.h"
 
-namespace Host {
+namespace Osp::Ui {
 
 namespace {
 
-using Osp::App::Lifecycle;
-using Osp::Base::EventClass;
-using Osp::Base::EventLoop;
-using Osp::Ui::Screen;
+using App::Lifecycle;
+using Base::EventClass;
+using Base::EventLoop;
 
 constexpr guint kPresentLimitMs = 50;
 constexpr int kMmapThreshold = 64 << 20;
@@ -50,12 +49,12 @@ GdkRectangle FirstMonitor() {
     return bounds;
 }
 
-class GtkScreenWindow : public Window, public Osp::Ui::Presenter {
+class GtkScreenWindow : public Window, public Presenter {
   public:
     explicit GtkScreenWindow(bool isFullscreen);
     ~GtkScreenWindow() override;
 
-    Osp::Ui::Presenter& GetPresenter() override { return *this; }
+    Presenter& GetPresenter() override { return *this; }
 
     void FrameWanted() override;
     void PresentNow() override;
@@ -91,7 +90,7 @@ GtkScreenWindow::GtkScreenWindow(bool isFullscreen)
     gtk_window_set_child(window_, picture_);
     input_ = std::make_unique<WindowInput>(window_, picture_);
     names_ = std::make_unique<AccessibleNames>(picture_);
-    Osp::System::Device::Current().SetKeepScreenOnFunction(
+    System::Device::Current().SetKeepScreenOnFunction(
         [this](bool keepOn) { screenSaver_.Inhibit(keepOn); });
     g_signal_connect(window_, "close-request", G_CALLBACK(+[](GtkWindow*, gpointer) -> gboolean {
                          EventLoop::Current().Post(EventClass::kSystem,
@@ -107,7 +106,7 @@ GtkScreenWindow::GtkScreenWindow(bool isFullscreen)
 }
 
 GtkScreenWindow::~GtkScreenWindow() {
-    Osp::System::Device::Current().SetKeepScreenOnFunction(nullptr);
+    System::Device::Current().SetKeepScreenOnFunction(nullptr);
     if (tick_ != 0) gtk_widget_remove_tick_callback(picture_, tick_);
     GdkSurface* const surface = gtk_native_get_surface(GTK_NATIVE(window_));
     g_signal_handlers_disconnect_by_data(window_, this);
@@ -191,12 +190,12 @@ void GtkScreenWindow::PresentNow() {
 
 }  // namespace
 
-}  // namespace Host
+}  // namespace Osp::Ui
 
-extern "C" Host::Window* KivoMakeWindow(bool isFullscreen) {
-    Host::ChooseRenderer();
+extern "C" Osp::Ui::Window* KivoMakeWindow(bool isFullscreen) {
+    Osp::Ui::ChooseRenderer();
     // Frame buffers of the toolkit's own would otherwise be mapped afresh for every frame.
-    mallopt(M_MMAP_THRESHOLD, Host::kMmapThreshold);
+    mallopt(M_MMAP_THRESHOLD, Osp::Ui::kMmapThreshold);
     if (!gtk_init_check()) return nullptr;
-    return new Host::GtkScreenWindow(isFullscreen);
+    return new Osp::Ui::GtkScreenWindow(isFullscreen);
 }

@@ -7,18 +7,18 @@
 #include <osp/graphics/dimension.h>
 #include <osp/graphics/point.h>
 
-namespace Host {
+namespace Osp::Ui {
 
 /// The largest centred area of the screen's shape; coordinates are the window's.
 class Letterbox {
   public:
-    Letterbox(double windowWidth, double windowHeight, Osp::Graphics::Dimension screen)
+    Letterbox(double windowWidth, double windowHeight, Graphics::Dimension screen)
         : scale_(std::min(windowWidth / screen.width, windowHeight / screen.height)),
           left_((windowWidth - screen.width * scale_) / 2),
           top_((windowHeight - screen.height * scale_) / 2) {}
 
     /// The screen pixel under a place in the window; outside the screen's area, one beside it.
-    Osp::Graphics::Point ToScreen(double x, double y) const {
+    Graphics::Point ToScreen(double x, double y) const {
         if (scale_ <= 0) return {-1, -1};
         return {static_cast<int>(std::floor((x - left_) / scale_)),
                 static_cast<int>(std::floor((y - top_) / scale_))};
@@ -30,4 +30,4 @@ class Letterbox {
     double top_;
 };
 
-}  // namespace Host
+}  // namespace Osp::Ui

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace Host {
+namespace Osp::Ui {
 
 namespace {
 
@@ -97,4 +97,4 @@ void ScreenSaver::OnAllowed(GObject* bus, GAsyncResult* result, gpointer data) {
     self.Apply();
 }
 
-}  // namespace Host
+}  // namespace Osp::Ui

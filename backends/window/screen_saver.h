@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <gio/gio.h>
 
-namespace Host {
+namespace Osp::Ui {
 
 /// Asks the session's screen saver service. Without a session bus or such a service nothing
 /// happens; when the program ends, the service lets go by itself. Loop thread only.
@@ -36,4 +36,4 @@ class ScreenSaver {
     std::uint32_t cookie_ = 0;  // 0: not inhibited
 };
 
-}  // namespace Host
+}  // namespace Osp::Ui

@@ -6,12 +6,12 @@
 
 #include "osp/base/block_pool.h"
 
-namespace Host {
+namespace Osp::Ui {
 
-GdkTexture* MakeTexture(const Osp::Graphics::Surface& picture) {
+GdkTexture* MakeTexture(const Graphics::Surface& picture) {
     const auto [width, height] = picture.GetDimension();
     const auto pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-    auto block = std::make_unique<Osp::Base::Block>(pixels * 4);
+    auto block = std::make_unique<Base::Block>(pixels * 4);
     const auto* from = reinterpret_cast<const std::uint32_t*>(picture.Data());
     auto* to = reinterpret_cast<std::uint32_t*>(block->data());
     // The screen has no alpha, and what lies in its fourth byte is anything.
@@ -20,7 +20,7 @@ GdkTexture* MakeTexture(const Osp::Graphics::Surface& picture) {
     const void* const data = block->data();
     const std::size_t size = block->size();
     GBytes* const bytes = g_bytes_new_with_free_func(
-        data, size, [](gpointer owned) { delete static_cast<Osp::Base::Block*>(owned); },
+        data, size, [](gpointer owned) { delete static_cast<Base::Block*>(owned); },
         block.release());
     GdkTexture* const texture = gdk_memory_texture_new(width, height, GDK_MEMORY_DEFAULT, bytes,
                                                        static_cast<gsize>(picture.StrideBytes()));
@@ -28,4 +28,4 @@ GdkTexture* MakeTexture(const Osp::Graphics::Surface& picture) {
     return texture;
 }
 
-}  // namespace Host
+}  // namespace Osp::Ui

@@ -5,10 +5,10 @@
 
 #include "osp/graphics/surface.h"
 
-namespace Host {
+namespace Osp::Ui {
 
 /// A texture with a copy of `picture`, whose memory goes back to the pool when the last holder lets
 /// go of it: the compositor keeps one or two, so a few blocks go round. The caller owns it.
-GdkTexture* MakeTexture(const Osp::Graphics::Surface& picture);
+GdkTexture* MakeTexture(const Graphics::Surface& picture);
 
-}  // namespace Host
+}  // namespace Osp::Ui

@@ -8,11 +8,9 @@
 #include "osp/ui/input.h"
 #include "osp/ui/screen.h"
 
-namespace Host {
+namespace Osp::Ui {
 
-using Osp::Graphics::Point;
-using Osp::Ui::Input;
-using Osp::Ui::KeyCode;
+using Graphics::Point;
 
 namespace {
 
@@ -39,7 +37,7 @@ KeyCode CodeOf(guint keyval) {
 }
 
 void Post(std::function<void()> task) {
-    Osp::Base::EventLoop::Current().Post(Osp::Base::EventClass::kSystem, std::move(task));
+    Base::EventLoop::Current().Post(Base::EventClass::kSystem, std::move(task));
 }
 
 }  // namespace
@@ -82,8 +80,7 @@ Point WindowInput::ScreenPoint(GdkEvent* event) const {
     double pictureY = 0;
     gtk_widget_translate_coordinates(GTK_WIDGET(window_), picture_, x - offsetX, y - offsetY,
                                      &pictureX, &pictureY);
-    return Letterbox(gtk_widget_get_width(picture_), gtk_widget_get_height(picture_),
-                     Osp::Ui::Screen::kSize)
+    return Letterbox(gtk_widget_get_width(picture_), gtk_widget_get_height(picture_), Screen::kSize)
         .ToScreen(pictureX, pictureY);
 }
 
@@ -149,4 +146,4 @@ void WindowInput::LetGo() {
     }
 }
 
-}  // namespace Host
+}  // namespace Osp::Ui

@@ -7,7 +7,7 @@
 #include <osp/graphics/point.h>
 #include <osp/ui/key_code.h>
 
-namespace Host {
+namespace Osp::Ui {
 
 /// Everything is posted to the loop as a system event, in the order of arrival.
 class WindowInput {
@@ -21,14 +21,14 @@ class WindowInput {
   private:
     gboolean OnEvent(GdkEvent* event);
     gboolean OnKey(guint keyval, bool isPress);
-    Osp::Graphics::Point ScreenPoint(GdkEvent* event) const;
+    Graphics::Point ScreenPoint(GdkEvent* event) const;
     bool IsTracked(GdkEvent* event) const;
 
     GtkWindow* window_;
     GtkWidget* picture_;
     GdkEventSequence* sequence_ = nullptr;  // of the finger that is down; null for the mouse
     bool isDown_ = false;
-    Osp::Ui::KeyCode keyDown_ = Osp::Ui::KeyCode::kNone;
+    KeyCode keyDown_ = KeyCode::kNone;
 };
 
-}  // namespace Host
+}  // namespace Osp::Ui

@@ -15,7 +15,6 @@
 #include <osp/ui/controls/overlay_panel.h>
 #include <osp/ui/controls/panel.h>
 
-#include "host/script/visible_controls.h"
 #include "osp/app/lifecycle.h"
 #include "osp/app/registry_file.h"
 #include "osp/base/owner.h"
@@ -24,6 +23,7 @@
 #include "osp/ui/access.h"
 #include "osp/ui/modal_layer.h"
 #include "osp/ui/screen.h"
+#include "osp/ui/visible_controls.h"
 
 namespace Host {
 
@@ -62,7 +62,7 @@ Json Describe(const Control& control) {
         json["id"] = button->GetActionId();
     }
     json["bounds"] = {bounds.x, bounds.y, bounds.width, bounds.height};
-    json["text"] = TextOf(control);
+    json["text"] = Osp::Ui::TextOf(control);
     json["enabled"] = control.IsEnabled();
     return json;
 }
@@ -80,8 +80,8 @@ std::string CurrentFormName() {
 
 bool IsTextVisible(const std::string& text) {
     bool isVisible = false;
-    WalkScreen([&](const Control& control) {
-        isVisible = isVisible || TextOf(control).find(text) != std::string::npos;
+    Osp::Ui::WalkScreen([&](const Control& control) {
+        isVisible = isVisible || Osp::Ui::TextOf(control).find(text) != std::string::npos;
     });
     return isVisible;
 }
@@ -89,7 +89,7 @@ bool IsTextVisible(const std::string& text) {
 bool HasPreview() {
     bool isCovered = false;
     bool hasPreview = false;
-    WalkScreen([&](const Control& control) {
+    Osp::Ui::WalkScreen([&](const Control& control) {
         const auto* panel = dynamic_cast<const Osp::Ui::Controls::OverlayPanel*>(&control);
         hasPreview =
             hasPreview || (panel && !isCovered && Osp::Ui::Access::VideoPicture(*panel) != nullptr);
@@ -116,7 +116,8 @@ std::string ScreenReport() {
     Json json;
     json["form"] = CurrentFormName();
     json["controls"] = Json::array();
-    WalkScreen([&](const Control& control) { json["controls"].push_back(Describe(control)); });
+    Osp::Ui::WalkScreen(
+        [&](const Control& control) { json["controls"].push_back(Describe(control)); });
     return json.dump();
 }
 

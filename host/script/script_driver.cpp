@@ -18,7 +18,7 @@ std::string Quoted(const std::string& line) {
 
 ScriptDriver::ScriptDriver(Osp::Base::EventLoop& loop, Osp::Base::VirtualClock* clock,
                            ScriptQueue& queue, CommandContext context,
-                           std::function<void(const std::optional<std::string>&)> finished)
+                           std::function<void(const Outcome<>&)> finished)
     : loop_(loop), clock_(clock), queue_(queue), context_(context), finished_(std::move(finished)) {
     queue_.SetWake([&loop] { loop.Wake(); });
     loop_.SetDriver(this);
@@ -38,10 +38,10 @@ bool ScriptDriver::OnIdle() {
 }
 
 bool ScriptDriver::NextLine() {
-    if (line_) LineDone(std::nullopt);
+    if (line_) LineDone(kDone);
     line_ = queue_.Take();
     if (!line_) {
-        if (queue_.IsAtEnd()) Finish(std::nullopt);
+        if (queue_.IsAtEnd()) Finish(kDone);
         return false;
     }
     steps_ = ParseCommand(line_->text, context_);
@@ -50,8 +50,8 @@ bool ScriptDriver::NextLine() {
 
 bool ScriptDriver::RunStep(const ActionStep& step) {
     StepDone();
-    const std::optional<std::string> error = step.run();
-    if (error) LineDone(error);
+    const Outcome<> outcome = step.run();
+    if (!outcome) LineDone(outcome);
     return true;
 }
 
@@ -72,7 +72,7 @@ bool ScriptDriver::RunStep(const AwaitStep& step) {
     const TimePoint end = *stepStart_ + step.limit;
     if (loop_.GetClock().Now() < end) return PassTime(end);
     StepDone();
-    LineDone(step.failure());
+    LineDone(Failure{step.failure()});
     return true;
 }
 
@@ -95,18 +95,19 @@ void ScriptDriver::StepDone() {
     loop_.CancelTimer(std::exchange(alarm_, 0));
 }
 
-void ScriptDriver::LineDone(const CommandError& error) {
+void ScriptDriver::LineDone(const Outcome<>& outcome) {
     const ScriptLine line = *std::exchange(line_, std::nullopt);
     steps_.clear();
     if (line.done) {
-        line.done(error);
-    } else if (error) {
-        Finish("line " + std::to_string(line.number) + ": " + Quoted(line.text) + ": " + *error);
+        line.done(outcome);
+    } else if (!outcome) {
+        Finish(Failure{"line " + std::to_string(line.number) + ": " + Quoted(line.text) + ": " +
+                       outcome.Why().message});
     }
 }
 
-void ScriptDriver::Finish(const std::optional<std::string>& error) {
-    if (finished_) std::exchange(finished_, nullptr)(error);
+void ScriptDriver::Finish(const Outcome<>& outcome) {
+    if (finished_) std::exchange(finished_, nullptr)(outcome);
 }
 
 }  // namespace Host

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "host/outcome.h"
 #include "host/script/script_commands.h"
 #include "host/script/script_queue.h"
 #include "host/script/script_step.h"
@@ -17,10 +18,9 @@ namespace Host {
 class ScriptDriver : public Osp::Base::LoopDriver {
   public:
     /// Nothing is owned; everything outlives the driver. `clock` is null under the real clock.
-    /// `finished` is called once at the end of the script or at its first failure, with the reason.
+    /// `finished` is called once at the end of the script or at its first failure.
     ScriptDriver(Osp::Base::EventLoop& loop, Osp::Base::VirtualClock* clock, ScriptQueue& queue,
-                 CommandContext context,
-                 std::function<void(const std::optional<std::string>&)> finished);
+                 CommandContext context, std::function<void(const Outcome<>&)> finished);
     ~ScriptDriver() override;
 
     /// A failing command ends the script, unless it has somebody who wants to know.
@@ -33,14 +33,14 @@ class ScriptDriver : public Osp::Base::LoopDriver {
     bool RunStep(const AwaitStep& step);
     bool PassTime(Osp::Base::TimePoint limit);
     void StepDone();
-    void LineDone(const CommandError& error);
-    void Finish(const std::optional<std::string>& error);
+    void LineDone(const Outcome<>& outcome);
+    void Finish(const Outcome<>& outcome);
 
     Osp::Base::EventLoop& loop_;
     Osp::Base::VirtualClock* clock_;
     ScriptQueue& queue_;
     CommandContext context_;
-    std::function<void(const std::optional<std::string>&)> finished_;
+    std::function<void(const Outcome<>&)> finished_;
     std::optional<ScriptLine> line_;
     Steps steps_;
     std::optional<Osp::Base::TimePoint> stepStart_;  // of a step that takes time

@@ -99,14 +99,10 @@ bool ReadFile(const std::string& path, LineCutter& lines) {
 
 }  // namespace
 
-std::unique_ptr<ScriptFile> OpenScript(const std::string& path, ScriptQueue& queue,
-                                       std::string& error) {
-    if (path == "-") return std::make_unique<ScriptInput>(queue);
+Outcome<std::unique_ptr<ScriptFile>> OpenScript(const std::string& path, ScriptQueue& queue) {
+    if (path == "-") return std::unique_ptr<ScriptFile>(std::make_unique<ScriptInput>(queue));
     LineCutter lines(queue);
-    if (!ReadFile(path, lines)) {
-        error = "cannot read the script " + path;
-        return nullptr;
-    }
+    if (!ReadFile(path, lines)) return Failure{"cannot read the script " + path};
     lines.End();
     return std::make_unique<ScriptFile>();
 }

@@ -7,16 +7,15 @@
 #include <optional>
 #include <string>
 
-namespace Host {
+#include "host/outcome.h"
 
-/// What became of a command: empty, or why it failed.
-using CommandError = std::optional<std::string>;
+namespace Host {
 
 /// One line of a script and who wants to know when it is done.
 struct ScriptLine {
     std::string text;
     int number = 0;
-    std::function<void(const CommandError&)> done;  // on the loop thread; may be empty
+    std::function<void(const Outcome<>&)> done;  // on the loop thread; may be empty
 };
 
 /// Filled from a file, from standard input or by a test's own thread. Any thread.

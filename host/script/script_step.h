@@ -3,17 +3,17 @@
 
 #include <deque>
 #include <functional>
-#include <optional>
 #include <string>
 #include <variant>
 
+#include "host/outcome.h"
 #include "osp/base/clock.h"
 
 namespace Host {
 
-/// Done at once; returns why it failed, if it did.
+/// Done at once.
 struct ActionStep {
-    std::function<std::optional<std::string>()> run;
+    std::function<Outcome<>()> run;
 };
 /// Lets time pass.
 struct WaitStep {

@@ -7,11 +7,11 @@
 
 namespace Host {
 
-std::optional<std::string> SaveScreenshot(const std::string& path) {
+Outcome<> SaveScreenshot(const std::string& path) {
     const Osp::Graphics::Surface& screen = Osp::Ui::Screen::Current().Compose();
     const cairo_status_t status = cairo_surface_write_to_png(screen.Cairo(), path.c_str());
-    if (status == CAIRO_STATUS_SUCCESS) return std::nullopt;
-    return "cannot write " + path + ": " + cairo_status_to_string(status);
+    if (status == CAIRO_STATUS_SUCCESS) return kDone;
+    return Failure{"cannot write " + path + ": " + cairo_status_to_string(status)};
 }
 
 ShowRecorder::ShowRecorder(Osp::Ui::Presenter* next) : next_(next) {
@@ -22,13 +22,13 @@ ShowRecorder::~ShowRecorder() {
     Osp::Ui::Screen::Current().SetPresenter(next_);
 }
 
-std::optional<std::string> ShowRecorder::RecordTo(const std::string& folder) {
+Outcome<> ShowRecorder::RecordTo(const std::string& folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    if (error) return "cannot create " + folder + ": " + error.message();
+    if (error) return Failure{"cannot create " + folder + ": " + error.message()};
     folder_ = folder;
     count_ = 0;
-    return std::nullopt;
+    return kDone;
 }
 
 void ShowRecorder::FrameWanted() {
@@ -40,9 +40,8 @@ void ShowRecorder::PresentNow() {
     if (folder_.empty()) return;
     char name[32];
     std::snprintf(name, sizeof name, "/show-%04d.png", count_++);
-    if (const auto error = SaveScreenshot(folder_ + name)) {
-        std::fprintf(stderr, "kivo-camera: %s\n", error->c_str());
-    }
+    const Outcome<> saved = SaveScreenshot(folder_ + name);
+    if (!saved) std::fprintf(stderr, "kivo-camera: %s\n", saved.Why().message.c_str());
 }
 
 }  // namespace Host

@@ -1,15 +1,15 @@
 // Screenshots, and a picture of every panel that is presented.
 #pragma once
 
-#include <optional>
 #include <string>
 
+#include "host/outcome.h"
 #include "osp/ui/screen.h"
 
 namespace Host {
 
-/// Writes the composed screen to a PNG; returns why that failed.
-std::optional<std::string> SaveScreenshot(const std::string& path);
+/// Writes the composed screen to a PNG.
+Outcome<> SaveScreenshot(const std::string& path);
 
 /// Stands between the screen and its real presenter, if there is one. Loop thread only.
 class ShowRecorder : public Osp::Ui::Presenter {
@@ -19,7 +19,7 @@ class ShowRecorder : public Osp::Ui::Presenter {
     ~ShowRecorder() override;
 
     /// From here on every presented show leaves DIR/show-0000.png and so on.
-    std::optional<std::string> RecordTo(const std::string& folder);
+    Outcome<> RecordTo(const std::string& folder);
 
     void FrameWanted() override;
     void PresentNow() override;

@@ -68,14 +68,14 @@ struct Phone::Running {
 
     void Run(const Host::Options& options) {
         const std::string package = Host::PackageFolder();
-        Host::StartFailure failure;
-        const Host::EntryFunction entry = Host::LoadApplication(package, failure.message);
-        auto machine = Host::Machine::Make(options, package + "/share/kivo-camera/Res", failure);
-        if (entry == nullptr || !machine) {
-            ADD_FAILURE() << failure.message;
+        auto entry = Host::LoadApplication(package);
+        auto made = Host::Machine::Make(options, package + "/share/kivo-camera/Res");
+        if (!entry || !made) {
+            ADD_FAILURE() << (entry ? made.Why() : entry.Why()).message;
             Set([this] { hasStarted = hasEnded = true; });
             return;
         }
+        const std::unique_ptr<Host::Machine> machine = std::move(*made);
         const Osp::Base::Trace::Installed installedMarks(marks);
         Host::ShowRecorder recorder(nullptr);
         Host::ScriptDriver driver(
@@ -85,7 +85,7 @@ struct Phone::Running {
             loop = &machine->GetLoop();
             hasStarted = true;
         });
-        const int code = machine->Run(entry);
+        const int code = machine->Run(*entry);
         Set([&] {
             exitCode = code;
             loop = nullptr;
@@ -134,16 +134,19 @@ void Phone::Do(const std::string& line) {
     if (const auto error = Try(line)) ADD_FAILURE() << line << ": " << *error;
 }
 
-void Phone::Do(std::initializer_list<const char*> lines) {
-    for (const char* line : lines) Do(std::string(line));
+void Phone::Do(std::initializer_list<std::string> lines) {
+    for (const std::string& line : lines) Do(line);
 }
 
 std::optional<std::string> Phone::Try(const std::string& line) {
     Running& running = *running_;
     // Shared, because the application may end, and this method return, before the line does.
     const auto answer = std::make_shared<std::optional<std::optional<std::string>>>();
-    running.queue.Add({line, 0, [&running, answer](const std::optional<std::string>& error) {
-                           running.Set([&] { *answer = error; });
+    running.queue.Add({line, 0, [&running, answer](const Host::Outcome<>& outcome) {
+                           running.Set([&] {
+                               answer->emplace();
+                               if (!outcome) **answer = outcome.Why().message;
+                           });
                        }});
     std::unique_lock lock(running.mutex);
     running.changed.wait(lock, [&] { return answer->has_value() || running.hasEnded; });

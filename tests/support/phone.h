@@ -2,6 +2,7 @@
 #pragma once
 
 #include <future>
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -34,11 +35,10 @@ class Phone {
 
     /// Runs one line of the script language to its end. The test fails when the line does.
     void Do(const std::string& line);
-    void Do(std::initializer_list<const char*> lines);
+    void Do(std::initializer_list<std::string> lines);
     /// The same, but returns why the line failed.
     std::optional<std::string> Try(const std::string& line);
     void Wait(int ms) { Do("wait " + std::to_string(ms)); }
-    void Tap(int x, int y) { Do("tap " + std::to_string(x) + " " + std::to_string(y)); }
 
     /// Runs `task` on the loop thread, between the application's events, and returns its result.
     template <class Task>

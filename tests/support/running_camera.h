@@ -6,10 +6,11 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <osp/media/camera.h>
 
-#include "osp/media/camera/camera_service.h"
+#include "host/camera_sources.h"
 #include "tests/support/camera_fixture.h"
 #include "tests/support/pictures.h"
 #include "tests/support/test_loop.h"
@@ -19,7 +20,7 @@ namespace Osp::Media {
 struct RunningCamera {
     RunningCamera(const std::string& source, CameraSelection selection,
                   Base::Duration startAfter = {})
-        : service(CameraService::Make(source, source, error)), installed(*service) {
+        : service(std::move(*Host::MakeCameras(source, source))), installed(*service) {
         test.Pass(startAfter);
         EXPECT_EQ(camera.Construct(listener, selection), result::kSuccess);
         EXPECT_EQ(camera.PowerOn(), result::kSuccess);
@@ -49,7 +50,6 @@ struct RunningCamera {
 
     Testing::TestLoop test;
     NotingListener listener{test};
-    std::string error;
     std::unique_ptr<CameraService> service;
     CameraService::Installed installed;
     Camera camera;

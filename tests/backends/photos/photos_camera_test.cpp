@@ -1,3 +1,5 @@
+#include "backends/photos/photos_camera.h"
+
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>
@@ -273,7 +275,7 @@ TEST_F(PhotosCameraTest, AFolderWithoutAReadablePictureIsRefused) {
     Put("1.jpg", good.substr(0, 700));
     testing::internal::CaptureStderr();
     std::string error;
-    EXPECT_EQ(CameraService::Make("photos:" + folder_.Path(), "none", error), nullptr);
+    EXPECT_EQ(PhotosCamera::Make(folder_.Path(), CameraSelection::kPrimary, error), nullptr);
     EXPECT_EQ(error, "none of the pictures in the folder \"" + folder_.Path() + "\" can be read");
     EXPECT_NE(testing::internal::GetCapturedStderr().find("1.jpg"), std::string::npos);
 }
@@ -312,7 +314,7 @@ TEST_F(PhotosCameraTest, AFolderThatMayNotBeReadIsRefused) {
         Testing::ObeyFileModes();
         const Testing::TestLoop test;
         std::string error;
-        EXPECT_EQ(CameraService::Make("photos:" + folder_.Path(), "none", error), nullptr);
+        EXPECT_EQ(PhotosCamera::Make(folder_.Path(), CameraSelection::kPrimary, error), nullptr);
         EXPECT_NE(error.find("Permission denied"), std::string::npos) << error;
     });
     fs::permissions(folder_.Path(), fs::perms::owner_all);

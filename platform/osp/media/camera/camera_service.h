@@ -4,7 +4,6 @@
 #include <array>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include <osp/base/result.h>
 #include <osp/media/camera_selection.h>
@@ -35,14 +34,8 @@ struct CameraSlot {
 /// Holds the devices for the life of the process. Loop thread only.
 class CameraService : public Service<CameraService> {
   public:
-    static constexpr const char* kKnownSources = "auto, scene, photos:DIR or none";
-    /// Whether `source` is one of these, whatever becomes of it.
-    static bool IsKnownSource(std::string_view source);
-
-    /// From the names of sources: "scene", "photos:DIR", "none", or "auto" for the best there is.
-    /// Null, with `error` saying which name is wrong and why in one line, when one is.
-    static std::unique_ptr<CameraService> Make(const std::string& primary,
-                                               const std::string& secondary, std::string& error);
+    /// Null where the phone has no such camera.
+    CameraService(std::unique_ptr<CameraDevice> primary, std::unique_ptr<CameraDevice> secondary);
 
     /// Cameras found; an unplugged one counts.
     int Count() const;
@@ -58,7 +51,6 @@ class CameraService : public Service<CameraService> {
     }
 
   private:
-    CameraService() = default;
     result SetConnected(CameraSelection selection, bool isConnected);
 
     std::array<CameraSlot, 2> slots_;

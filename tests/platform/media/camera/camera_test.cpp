@@ -1,11 +1,12 @@
 #include <gtest/gtest.h>
 #include <memory>
+#include <utility>
 
 #include <osp/media/camera.h>
 
-#include "osp/media/camera/camera_service.h"
+#include "host/camera_sources.h"
 #include "tests/support/camera_fixture.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/scripted_device.h"
 #include "tests/support/test_loop.h"
 
 namespace Osp::Media {
@@ -19,40 +20,34 @@ Sizes Taken(std::vector<Dimension>* list) {
     return owned ? *owned : Sizes{};
 }
 
+std::unique_ptr<CameraDevice> MakeDevice() {
+    return std::make_unique<ScriptedDevice>("device");
+}
+
 /// A phone with these cameras.
 struct Cameras {
-    explicit Cameras(const std::string& primary, const std::string& secondary)
-        : service(CameraService::Make(primary, secondary, error)), installed(*service) {}
+    Cameras(const char* primary, const char* secondary)
+        : service(std::move(*Host::MakeCameras(primary, secondary))), installed(*service) {}
 
-    std::string error;
     std::unique_ptr<CameraService> service;
     CameraService::Installed installed;
 };
 
-TEST(CameraService, MakesWhatItsSourcesNameAndSaysWhatItCannot) {
+TEST(CameraService, CountsAndPlugsTheCamerasThatItWasGiven) {
     const Testing::TestLoop test;
-    const Testing::TemporaryFolder folder;
-    Cameras both("auto", "scene");
-    EXPECT_EQ(both.service->Count(), 2);
-    EXPECT_EQ(both.service->Id(CameraSelection::kPrimary), "scene");
-    Cameras one("scene", "none");
-    EXPECT_EQ(one.service->Count(), 1);
-    EXPECT_EQ(one.service->Id(CameraSelection::kSecondary), "");
-    EXPECT_EQ(one.service->Unplug(CameraSelection::kSecondary), result::kObjectNotFound);
-    EXPECT_EQ(one.service->Plug(CameraSelection::kPrimary), result::kInvalidState);
-    EXPECT_EQ(one.service->Unplug(CameraSelection::kPrimary), result::kSuccess);
-    EXPECT_EQ(one.service->Unplug(CameraSelection::kPrimary), result::kInvalidState);
-    EXPECT_EQ(one.service->Count(), 1) << "an unplugged camera is a known one";
-
-    for (const std::string& source : {std::string("sceen"), std::string(),
-                                      "photos:" + folder.Path(), std::string("photos:/nowhere")}) {
-        std::string error;
-        EXPECT_EQ(CameraService::Make("scene", source, error), nullptr) << source;
-        EXPECT_NE(error.find(source.starts_with("photos:") ? source.substr(7) : source),
-                  std::string::npos)
-            << error;
-        EXPECT_EQ(error.find('\n'), std::string::npos);
-    }
+    CameraService none(nullptr, nullptr);
+    EXPECT_EQ(none.Count(), 0);
+    CameraService both(MakeDevice(), MakeDevice());
+    EXPECT_EQ(both.Count(), 2);
+    CameraService one(MakeDevice(), nullptr);
+    EXPECT_EQ(one.Id(CameraSelection::kPrimary), "device");
+    EXPECT_EQ(one.Id(CameraSelection::kSecondary), "");
+    EXPECT_EQ(one.Unplug(CameraSelection::kSecondary), result::kObjectNotFound);
+    EXPECT_EQ(one.Plug(CameraSelection::kPrimary), result::kInvalidState);
+    EXPECT_EQ(one.Unplug(CameraSelection::kPrimary), result::kSuccess);
+    EXPECT_EQ(one.Slot(CameraSelection::kPrimary).Current().Id(), "disconnected");
+    EXPECT_EQ(one.Unplug(CameraSelection::kPrimary), result::kInvalidState);
+    EXPECT_EQ(one.Count(), 1) << "an unplugged camera is a known one";
 }
 
 TEST(Camera, OffersTheSizesOfItsPlaceAndTwoFormats) {

@@ -9,14 +9,14 @@
 #include "osp/ui/access.h"
 #include "osp/ui/screen.h"
 
-namespace Host {
+namespace Osp::Ui {
 
 /// Calls `visit` with `control` and all inside it that are shown, topmost first.
 template <class Visit>
-void WalkShown(const Osp::Ui::Control& control, const Visit& visit) {
+void WalkShown(const Control& control, const Visit& visit) {
     if (!control.GetShowState()) return;
-    if (const auto* container = dynamic_cast<const Osp::Ui::Container*>(&control)) {
-        const auto& children = Osp::Ui::Access::Children(*container);
+    if (const auto* container = dynamic_cast<const Container*>(&control)) {
+        const auto& children = Access::Children(*container);
         for (auto child = children.rbegin(); child != children.rend(); ++child) {
             WalkShown(**child, visit);
         }
@@ -27,16 +27,16 @@ void WalkShown(const Osp::Ui::Control& control, const Visit& visit) {
 /// The same with everything on the screen.
 template <class Visit>
 void WalkScreen(const Visit& visit) {
-    const auto roots = Osp::Ui::Screen::Current().GetRoots();
+    const auto roots = Screen::Current().GetRoots();
     for (auto root = roots.rbegin(); root != roots.rend(); ++root) WalkShown(**root, visit);
 }
 
 /// What stands on the control, else what a person would call it.
-inline std::string TextOf(const Osp::Ui::Control& control) {
-    if (const auto* label = dynamic_cast<const Osp::Ui::Controls::Label*>(&control)) {
+inline std::string TextOf(const Control& control) {
+    if (const auto* label = dynamic_cast<const Controls::Label*>(&control)) {
         if (!label->GetText().IsEmpty()) return label->GetText().ToUtf8();
     }
     return control.GetName().ToUtf8();
 }
 
-}  // namespace Host
+}  // namespace Osp::Ui
