@@ -1,7 +1,9 @@
 // Cameras that fail, and what one press of the shutter does afterwards.
 #include <gtest/gtest.h>
 
+#include "app/model/action_ids.h"
 #include "osp/media/camera/camera_service.h"
+#include "tests/support/camera_screen.h"
 #include "tests/support/faulty_camera.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/phone.h"
@@ -12,8 +14,6 @@ namespace {
 using namespace Testing;
 using Osp::Media::CameraSelection;
 using Osp::Media::CameraService;
-
-constexpr int kShutter = 1000;
 
 class CameraTrouble : public testing::Test {
   protected:
@@ -28,7 +28,7 @@ class CameraTrouble : public testing::Test {
         });
         phone_.Do({"foreground", "await preview", "wait 200"});
     }
-    void UseFrontCamera() { phone_.Do({"tap 618 425", "await preview", "wait 200"}); }
+    void UseFrontCamera() { phone_.Do({Tap(kSwapButton), "await preview", "wait 200"}); }
     int ZoomStep() {
         return phone_.On([] {
             auto& device = CameraService::Current().Slot(CameraSelection::kPrimary).device;
@@ -40,7 +40,7 @@ class CameraTrouble : public testing::Test {
     }
     void ExpectPressTakesPhotograph() {
         SetFault(Fault::kNone);
-        EXPECT_TRUE(phone_.IsEnabled(kShutter));
+        EXPECT_TRUE(phone_.IsEnabled(kActionCapture));
         const std::size_t before = phone_.Photos().size();
         phone_.Do({"key camera", "wait 2000"});
         const auto photos = phone_.Photos();
@@ -92,7 +92,7 @@ TEST_F(CameraTrouble, TheGuardTriesAgainThreeSecondsAfterFocusing) {
 }
 
 TEST_F(CameraTrouble, TheGuardsRestartKeepsTheZoomThatTheBarShows) {
-    phone_.Do({"tap 700 10", "wait 100", "drag 750 20 660 20", "wait 100"});
+    phone_.Do({Tap(kZoomBar), "wait 100", "drag 750 20 660 20", "wait 100"});
     ASSERT_EQ(ZoomStep(), 3);
     SetFault(Fault::kRefuses);
     phone_.Do({"key camera", "wait 3400"});
@@ -103,11 +103,11 @@ TEST_F(CameraTrouble, TheGuardsRestartKeepsTheZoomThatTheBarShows) {
 TEST_F(CameraTrouble, APreviewThatEndsLeavesControlsThatStartItAgain) {
     for (const bool isFront : {false, true}) {
         if (isFront) UseFrontCamera();
-        for (const char* press : {"key camera", "tap 736 228"}) {
-            SCOPED_TRACE(std::string(press) + (isFront ? ", front camera" : ""));
+        for (const std::string& press : {std::string("key camera"), Tap(kShutterButton)}) {
+            SCOPED_TRACE(press + (isFront ? ", front camera" : ""));
             SetFault(Fault::kDies);
             phone_.Wait(300);
-            EXPECT_TRUE(phone_.IsEnabled(kShutter));
+            EXPECT_TRUE(phone_.IsEnabled(kActionCapture));
             SetFault(Fault::kNone);
             const std::size_t before = phone_.Photos().size();
             phone_.Do({press, "wait 2000"});
@@ -115,7 +115,7 @@ TEST_F(CameraTrouble, APreviewThatEndsLeavesControlsThatStartItAgain) {
         }
     }
     phone_.Do({"key camera", "wait 70"});
-    ASSERT_FALSE(phone_.IsEnabled(kShutter));
+    ASSERT_FALSE(phone_.IsEnabled(kActionCapture));
     SetFault(Fault::kDies);
     phone_.Do({"wait 300", "key camera", "wait 300"});
     ExpectPressTakesPhotograph();
@@ -128,7 +128,7 @@ TEST_F(CameraTrouble, ThePictureThatSaysThatACameraIsGoneIsNoPhotograph) {
         const std::size_t before = phone_.Photos().size();
         phone_.Do({isFront ? "unplug secondary" : "unplug primary", "wait 300"});
         (void)phone_.Sounds();
-        phone_.Do({"key camera", "tap 736 228", "wait 5000"});
+        phone_.Do({"key camera", Tap(kShutterButton), "wait 5000"});
         EXPECT_TRUE(phone_.Sounds().empty());
         EXPECT_EQ(phone_.Photos().size(), before);
         phone_.Do({isFront ? "plug secondary" : "plug primary", "wait 300"});
@@ -159,7 +159,7 @@ TEST_F(CameraTrouble, OneThatIsPulledWhileItTakesAPhotographFailsThatOneOnly) {
 }
 
 TEST_F(CameraTrouble, ManyPressesAtOnceAreOnePhotograph) {
-    phone_.Do({"key camera", "key camera", "tap 736 228", "key camera", "wait 3000"});
+    phone_.Do({"key camera", "key camera", Tap(kShutterButton), "key camera", "wait 3000"});
     EXPECT_EQ(phone_.Photos().size(), 1u);
     ExpectPressTakesPhotograph();
 }

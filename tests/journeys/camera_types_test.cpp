@@ -6,13 +6,15 @@
 
 #include <osp/ui/controls/overlay_panel.h>
 
+#include "app/model/action_ids.h"
 #include "tests/effects/plain/plain_preview.h"
-#include "tests/platform/ui/ui_fixture.h"
+#include "tests/support/camera_screen.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/phone.h"
 #include "tests/support/plain_composition.h"
 #include "tests/support/running_camera.h"
 #include "tests/support/subjects.h"
+#include "tests/support/ui_fixture.h"
 
 namespace Kivo {
 namespace {
@@ -25,16 +27,16 @@ enum Type { kKivo, kDslr, kAction, kQuad, kMix, kTilt };
 constexpr const char* kTypeNames[] = {"KIVO", "DSLR", "ACTION", "QUAD", "MIX", "TILT"};
 constexpr int kFrames[] = {1, 1, 4, 4, 2, 1};
 
-constexpr int kShutter = 1000;
-constexpr int kSwap = 1002;
-constexpr int kOtherControls[] = {1001, 1002, 1003, 1007, 1008, 1012, 1023};
+constexpr int kOtherControls[] = {kActionCameraType, kActionCameraSelection, kActionAlbum,
+                                  kActionFlash,      kActionWhiteBalance,    kActionHdr,
+                                  kActionSettings};
 
 std::map<std::string, Osp::App::RegistryValue> WithType(int type) {
     return {{"CAM_TYPE", std::to_string(type)}};
 }
 
 void UseFrontCamera(Phone& phone) {
-    phone.Do({"wait 100", "tap 618 425", "wait 500", "await preview", "wait 100"});
+    phone.Do({"wait 100", Tap(kSwapButton), "wait 500", "await preview", "wait 100"});
 }
 
 /// Takes one photograph, with every press that its type needs.
@@ -60,7 +62,7 @@ TEST_P(EveryType, MakesItsPhotographOfTheBackCamerasFrames) {
     const int count = kFrames[type];
     const Subjects subjects(count);
     Phone phone({.primary = subjects.Source(), .registry = WithType(type)});
-    phone.Do({"await preview", "wait 100", "tap 264 425", "wait 1500"});  // HDR
+    phone.Do({"await preview", "wait 100", Tap(kHdrButton), "wait 1500"});  // HDR
     TakePhotograph(phone, type);
     const auto photos = phone.Photos();
     ASSERT_EQ(photos.size(), 2u);
@@ -103,17 +105,17 @@ TEST_P(EveryType, GivesTheControlsBackAfterwardsOnBothCameras) {
         SCOPED_TRACE(front ? "front camera" : "back camera");
         if (front) UseFrontCamera(phone);
         phone.Do({"wait 100", "key camera"});
-        EXPECT_FALSE(phone.IsEnabled(kShutter));
+        EXPECT_FALSE(phone.IsEnabled(kActionCapture));
         for (const int id : kOtherControls) EXPECT_FALSE(phone.IsEnabled(id)) << id;
         if (type == kMix) {
             phone.Wait(1500);
-            EXPECT_TRUE(phone.IsEnabled(kShutter)) << "for the second press";
+            EXPECT_TRUE(phone.IsEnabled(kActionCapture)) << "for the second press";
             for (const int id : kOtherControls) EXPECT_FALSE(phone.IsEnabled(id)) << id;
             phone.Do("key camera");
         }
         phone.Wait(6000);
-        EXPECT_TRUE(phone.IsEnabled(kShutter));
-        EXPECT_TRUE(phone.IsEnabled(kSwap));
+        EXPECT_TRUE(phone.IsEnabled(kActionCapture));
+        EXPECT_TRUE(phone.IsEnabled(kActionCameraSelection));
     }
     EXPECT_EQ(phone.Photos().size(), 2u);
     const std::string sound = type == kKivo   ? "/Res/kivo.mp3"
@@ -167,8 +169,8 @@ TEST(MixPhotograph, WaitsForItsSecondFrameThroughTheBackground) {
     Phone phone({.primary = subjects.Source(), .registry = WithType(kMix)});
     phone.Do({"await preview", "key camera", "wait 1500", "background", "wait 5000", "foreground",
               "await preview", "wait 500"});
-    EXPECT_TRUE(phone.IsEnabled(kShutter));
-    EXPECT_FALSE(phone.IsEnabled(kSwap));
+    EXPECT_TRUE(phone.IsEnabled(kActionCapture));
+    EXPECT_FALSE(phone.IsEnabled(kActionCameraSelection));
     phone.Do({"key camera", "await photos 1"});
     ExpectSame(ReadJpeg(phone.Photos()[0]), Expected({.type = kMix}, subjects.frames), "MIX");
 }
@@ -181,8 +183,8 @@ TEST(SeriesOfFrames, IsAbandonedByTheBackground) {
         while (phone.MarksMs("capture-delivered").size() < 2) phone.Wait(20);
         phone.Do({"background", "wait 5000", "foreground", "await preview", "wait 100"});
         EXPECT_TRUE(phone.Photos().empty());
-        EXPECT_TRUE(phone.IsEnabled(kShutter));
-        EXPECT_TRUE(phone.IsEnabled(kSwap));
+        EXPECT_TRUE(phone.IsEnabled(kActionCapture));
+        EXPECT_TRUE(phone.IsEnabled(kActionCameraSelection));
         TakePhotograph(phone, type);
         ASSERT_EQ(phone.Photos().size(), 1u);
         const std::vector<Picture> frames(subjects.frames.begin() + 2, subjects.frames.begin() + 6);

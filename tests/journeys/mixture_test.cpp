@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <random>
 
+#include "tests/support/camera_screen.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/main_form_access.h"
 #include "tests/support/phone.h"
@@ -38,9 +39,9 @@ TEST(Mixture, FilesAndListAgreeAndNumbersHaveNoGap) {
         const auto effect = static_cast<PhotoEffect>(below(10));
         phone.On([type, effect] { Choose(type, effect); });
         phone.Do({"wait 200", "await preview", "wait 200"});
-        if (below(4) == 0) phone.Do({"tap 618 425", "wait 400", "await preview", "wait 200"});
+        if (below(4) == 0) phone.Do({Tap(kSwapButton), "wait 400", "await preview", "wait 200"});
         if (below(4) == 0) {
-            phone.Do({"tap 264 425", "wait 400"});
+            phone.Do({Tap(kHdrButton), "wait 400"});
             isHdr = !isHdr;
         }
         phone.Do("key camera");

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 #include <memory>
 
+#include "app/model/action_ids.h"
 #include "osp/media/picture/exif.h"
+#include "tests/support/camera_screen.h"
 #include "tests/support/phone.h"
 #include "tests/support/temporary_folder.h"
 
@@ -14,11 +16,10 @@ using Osp::Testing::TemporaryFolder;
 using Osp::Testing::WriteText;
 using namespace Testing;
 
-constexpr int kShutter = 1000;
-
 TEST(Photograph, IsNumberedDescribedAndRegistered) {
     Phone phone;
-    phone.Do({"await preview", "key camera", "await photos 1", "tap 736 228", "await photos 2"});
+    phone.Do(
+        {"await preview", "key camera", "await photos 1", Tap(kShutterButton), "await photos 2"});
     const auto list = phone.PhotoList();
     ASSERT_EQ(list.size(), 2u);
     EXPECT_EQ(list[1]["path"], "/Media/Images/KIVO0001.jpg");
@@ -65,7 +66,7 @@ TEST(Photograph, IsAbandonedByGoingToTheBackground) {
     phone.Do({"await preview", "key camera", "background", "wait 4000"});
     EXPECT_TRUE(phone.Photos().empty());
     phone.Do({"foreground", "await preview", "wait 100"});
-    EXPECT_TRUE(phone.IsEnabled(kShutter));
+    EXPECT_TRUE(phone.IsEnabled(kActionCapture));
     phone.Do({"key camera", "await photos 1"});
 }
 

@@ -1,6 +1,7 @@
 // The script language: what it refuses, and when an await ends.
 #include <gtest/gtest.h>
 
+#include "tests/support/camera_screen.h"
 #include "tests/support/phone.h"
 #include "tests/support/program.h"
 #include "tests/support/temporary_folder.h"
@@ -69,10 +70,10 @@ TEST(Script, APreviewIsOneThatNothingCovers) {
         if (control["kind"] == "overlay") break;
         EXPECT_NE(control["bounds"], nlohmann::json({0, 0, 800, 480})) << control;
     }
-    for (const char* cover : {"tap 40 425", "background"}) {
+    for (const std::string& cover : {Tap(kHelpButton), std::string("background")}) {
         phone.Do({cover, "wait 500"});
         EXPECT_TRUE(phone.Try("expect preview")) << cover;
-        phone.Do({"tap 750 50", "foreground", "await preview"});
+        phone.Do({Tap(kCloseHelpButton), "foreground", "await preview"});
     }
 }
 

@@ -1,7 +1,9 @@
 // Photographs of several frames that are not finished, and what is left of them.
 #include <gtest/gtest.h>
 
+#include "app/model/action_ids.h"
 #include "osp/media/camera/camera_service.h"
+#include "tests/support/camera_screen.h"
 #include "tests/support/faulty_camera.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/main_form_access.h"
@@ -15,9 +17,6 @@ using namespace Testing;
 using Osp::Media::CameraSelection;
 using Osp::Media::CameraService;
 
-constexpr int kShutter = 1000;
-constexpr int kSwap = 1002;
-
 /// Still pictures before both cameras: what is stored depends on nothing but the frames.
 class SeriesTest : public testing::TestWithParam<CameraType> {
   protected:
@@ -29,7 +28,7 @@ class SeriesTest : public testing::TestWithParam<CameraType> {
     }
     /// Takes one with the front camera, two presses for MIX; the picture that was stored.
     static Picture TakeWithFrontCamera(Phone& phone) {
-        phone.Do({"tap 618 425", "await preview", "wait 200", "key camera", "wait 6000"});
+        phone.Do({Tap(kSwapButton), "await preview", "wait 200", "key camera", "wait 6000"});
         if (phone.Photos().empty()) phone.Do({"key camera", "wait 6000"});
         if (phone.Photos().size() != 1) {
             ADD_FAILURE() << phone.Photos().size() << " photographs";
@@ -63,7 +62,7 @@ TEST_P(SeriesTest, OneThatASwapLeavesIsNoPartOfTheNextPhotograph) {
     AwaitFirstFrame(phone);
     phone.Do({"unplug primary", "wait 1000", "key camera", "wait 4000"});
     EXPECT_TRUE(phone.Photos().empty());
-    ASSERT_TRUE(phone.IsEnabled(kSwap));
+    ASSERT_TRUE(phone.IsEnabled(kActionCameraSelection));
     phone.Do({"plug primary", "wait 200"});
     const Picture picture = TakeWithFrontCamera(phone);
     ExpectSame(picture, undisturbed_, "photograph");
@@ -83,9 +82,10 @@ TEST_P(SeriesTest, OneThatTheCameraSpoilsEndsAfterFiveBadFrames) {
     phone.On([&fault] { fault = Fault::kRubbish; });
     phone.Wait(10000);
     // Only MIX waits for a press for each of its frames.
-    for (int i = 0; i < 5 && !phone.IsEnabled(kSwap); ++i) phone.Do({"key camera", "wait 1000"});
+    for (int i = 0; i < 5 && !phone.IsEnabled(kActionCameraSelection); ++i)
+        phone.Do({"key camera", "wait 1000"});
     EXPECT_EQ(phone.Sounds().size(), 5u);
-    EXPECT_TRUE(phone.IsEnabled(kSwap));
+    EXPECT_TRUE(phone.IsEnabled(kActionCameraSelection));
     phone.On([&fault] { fault = Fault::kNone; });
     phone.Wait(2000);
     EXPECT_TRUE(phone.Sounds().empty()) << "nothing is asked for any more";

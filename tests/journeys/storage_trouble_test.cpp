@@ -10,8 +10,10 @@
 #include <string_view>
 #include <utility>
 
+#include "app/model/action_ids.h"
 #include "osp/base/trace.h"
 #include "osp/media/picture/exif.h"
+#include "tests/support/camera_screen.h"
 #include "tests/support/faults.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/phone.h"
@@ -29,11 +31,9 @@ using Osp::Testing::TemporaryFolder;
 using Osp::Testing::WriteText;
 using namespace Testing;
 
-constexpr int kShutter = 1000;
-
 void ExpectWarning(Phone& phone) {
-    phone.Do({"await text WARNING", "expect text writing", "tap 400 320", "wait 1000"});
-    EXPECT_TRUE(phone.IsEnabled(kShutter)) << "the camera goes on";
+    phone.Do({"await text WARNING", "expect text writing", Tap(kMessageButton), "wait 1000"});
+    EXPECT_TRUE(phone.IsEnabled(kActionCapture)) << "the camera goes on";
 }
 
 TEST(StorageTrouble, AFullDiskKeepsOlderPhotographsAndSaysSo) {
@@ -95,8 +95,8 @@ TEST(StorageTrouble, DamagedSettingsAreSetAsideAndTold) {
         fs::create_directories(folder / "kivo-camera");
         WriteText(folder / "kivo-camera/registry.ini", "\x01\x02 no settings at all \xff");
         Phone phone({.dataFolder = folder.Path()});
-        phone.Do(
-            {"await text damaged", "tap 400 320", "await preview", "key camera", "await photos 1"});
+        phone.Do({"await text damaged", Tap(kMessageButton), "await preview", "key camera",
+                  "await photos 1"});
     });
 }
 
@@ -152,7 +152,7 @@ TEST(StorageTrouble, WhatIsOfANewerVersionIsLeftAloneAndPhotographsAreStored) {
         WriteText(settings, "[Registry]\nVersion=2\n");
         {
             Phone phone({.dataFolder = folder.Path()});
-            phone.Do({"await preview", "key camera", "await photos 1", "tap 636 428"});
+            phone.Do({"await preview", "key camera", "await photos 1", Tap(kSwapButton)});
             EXPECT_EQ(phone.PhotoList().size(), 1u);
             EXPECT_EQ(phone.End(), 0);
         }

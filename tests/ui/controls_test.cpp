@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "app/model/action_ids.h"
+#include "tests/support/camera_screen.h"
 #include "tests/support/main_form_access.h"
 #include "tests/support/phone.h"
 #include "tests/support/subjects.h"
@@ -74,7 +75,7 @@ class ControlsTest : public testing::Test {
         phone_.Wait(100);
     }
     void Extend() {
-        phone_.Do({"tap 700 10", "wait 100", "tap 20 230", "wait 100"});
+        phone_.Do({Tap(kZoomBar), "wait 100", Tap(kEffectRoll), "wait 100"});
         EXPECT_EQ(ZoomBarY(), 0);
         EXPECT_EQ(RollX(), -132);
     }
@@ -86,24 +87,24 @@ class ControlsTest : public testing::Test {
 TEST_F(ControlsTest, TapsSlideTheZoomBarAndTheRollOutAndBackStepByStep) {
     const std::vector<int> zoomOut{-56, -42, -28, -14, 0, 0};
     const std::vector<int> rollOut{-184, -171, -158, -145, -132, -132};
-    phone_.Do("press 700 10");
+    phone_.Do(Press(kZoomBar));
     std::vector<int> places{ZoomBarY()};
     for (int i = 0; i < 5; ++i) {
         phone_.Wait(10);
         places.push_back(ZoomBarY());
     }
     EXPECT_EQ(places, zoomOut);
-    phone_.Do({"release 700 10", "tap 700 10", "wait 100"});
+    phone_.Do({Release(kZoomBar), Tap(kZoomBar), "wait 100"});
     EXPECT_EQ(ZoomBarY(), -56);
 
-    phone_.Do("press 20 230");
+    phone_.Do(Press(kEffectRoll));
     places = {RollX()};
     for (int i = 0; i < 5; ++i) {
         phone_.Wait(10);
         places.push_back(RollX());
     }
     EXPECT_EQ(places, rollOut);
-    phone_.Do({"release 20 230", "tap 20 230", "wait 50"});
+    phone_.Do({Release(kEffectRoll), Tap(kEffectRoll), "wait 50"});
     EXPECT_EQ(RollX(), -184);
 }
 
@@ -112,7 +113,7 @@ TEST_F(ControlsTest, ZoomDragsCountStepsOfThirtyPixels) {
     Drag(750, 20, -29, 0);
     EXPECT_EQ(Zoom(), 0);
     EXPECT_EQ(ZoomBarY(), -56) << "less than a step is a tap";
-    phone_.Do({"tap 700 10", "wait 100"});
+    phone_.Do({Tap(kZoomBar), "wait 100"});
     EXPECT_TRUE(phone_.Sounds().empty());
     Drag(750, 20, -30, 0);
     EXPECT_EQ(Zoom(), 1);
@@ -124,7 +125,7 @@ TEST_F(ControlsTest, ZoomDragsCountStepsOfThirtyPixels) {
     EXPECT_EQ(Zoom(), 6);
     EXPECT_EQ(phone_.Sounds(), std::vector<std::string>(4, "/Res/snd_change_roll.wav"));
     EXPECT_EQ(ZoomBarY(), 0) << "a drag leaves it out";
-    phone_.Do({"tap 700 10", "wait 100"});
+    phone_.Do({Tap(kZoomBar), "wait 100"});
     EXPECT_EQ(ZoomBarY(), -56) << "a tap takes it back, also after a drag";
     EXPECT_EQ(Zoom(), 6);
 }
@@ -133,7 +134,7 @@ TEST_F(ControlsTest, RollDragsChooseEffectsThatTheCameraTypeOffers) {
     Extend();
     Drag(20, 230, 0, -29);
     EXPECT_EQ(Effect(), 0);
-    phone_.Do({"tap 20 230", "wait 100"});
+    phone_.Do({Tap(kEffectRoll), "wait 100"});
     Drag(20, 230, 0, -30);
     EXPECT_EQ(Effect(), 1);
     Drag(20, 230, 0, -95);
@@ -144,7 +145,7 @@ TEST_F(ControlsTest, RollDragsChooseEffectsThatTheCameraTypeOffers) {
 
     Use(CameraType::kAction);
     EXPECT_EQ(RollX(), -184) << "a new camera type puts it back";
-    phone_.Do({"tap 20 230", "wait 100"});
+    phone_.Do({Tap(kEffectRoll), "wait 100"});
     Drag(20, 230, 0, -30);
     EXPECT_EQ(Effect(), 3);
     Drag(20, 230, 0, 30);
@@ -156,50 +157,49 @@ TEST_F(ControlsTest, ATapStoresTheValueThatTheLastDragLeft) {
     Drag(750, 20, -60, 0);
     ASSERT_EQ(Zoom(), 2);
     phone_.On([] { CurrentSettings().SetZoomLevel(ZoomLevel::k1X); });
-    phone_.Do({"tap 700 10", "wait 100"});
+    phone_.Do({Tap(kZoomBar), "wait 100"});
     EXPECT_EQ(Zoom(), 2);
 }
 
 TEST_F(ControlsTest, AHeldValueButtonShowsWhatItsActionWillSet) {
     const struct {
         const char* name;
-        int x;
-    } buttons[] = {{"HDR", 264}, {"White balance", 382}};
+        Spot place;
+    } buttons[] = {{"HDR", kHdrButton}, {"White balance", kWhiteBalanceButton}};
     for (const auto& button : buttons) {
         SCOPED_TRACE(button.name);
-        const Box box{button.x - 40, 385, 80, 80};
-        const std::string place = std::to_string(button.x) + " 425";
+        const Box box{button.place.x - 40, 385, 80, 80};
         const Pixels before = WholeScreen();
         const Pixels looks = Shown(box);
-        phone_.Do("press " + place);
+        phone_.Do(Press(button.place));
         EXPECT_TRUE(IsMaskShown());
         const Pixels held = WholeScreen();
         EXPECT_NE(held, before);
-        phone_.Do("release 400 200");
+        phone_.Do(Release(kNoControl));
         phone_.Wait(100);
         EXPECT_EQ(WholeScreen(), before) << "released outside nothing has changed";
-        phone_.Do("tap " + place);
+        phone_.Do(Tap(button.place));
         phone_.Wait(100);
         EXPECT_NE(Shown(box), looks) << "the value has changed, and with it the picture";
     }
     EXPECT_TRUE(Setting([](auto& s) { return s.IsHdrEnabled(); }));
     EXPECT_EQ(Setting([](auto& s) { return static_cast<int>(s.GetWhiteBalance()); }), 1);
-    for (int i = 0; i < 4; ++i) phone_.Do({"tap 382 425", "wait 100"});
+    for (int i = 0; i < 4; ++i) phone_.Do({Tap(kWhiteBalanceButton), "wait 100"});
     EXPECT_EQ(Setting([](auto& s) { return static_cast<int>(s.GetWhiteBalance()); }), 0);
 }
 
 TEST_F(ControlsTest, ARefusedFlashStaysOffAndLooksOff) {
     const Pixels before = WholeScreen();
-    phone_.Do({"tap 500 425", "wait 200"});
+    phone_.Do({Tap(kFlashButton), "wait 200"});
     EXPECT_EQ(Setting([](auto& s) { return s.GetFlashState(); }), FlashState::kOff);
     EXPECT_EQ(WholeScreen(), before);
 }
 
 TEST_F(ControlsTest, TheFrontCameraHasNeitherZoomNorWhiteBalanceButTheScreenAsFlash) {
-    phone_.Do({"tap 618 425", "wait 500", "await preview", "wait 100"});
+    phone_.Do({Tap(kSwapButton), "wait 500", "await preview", "wait 100"});
     EXPECT_TRUE(Find("Zoom").is_null());
     EXPECT_TRUE(Find("White balance").is_null());
-    phone_.Do({"tap 500 425", "wait 200"});
+    phone_.Do({Tap(kFlashButton), "wait 200"});
     EXPECT_EQ(Setting([](auto& s) { return s.GetFlashState(); }), FlashState::kOn);
     phone_.Do("key camera");
     phone_.Wait(50);
@@ -207,34 +207,31 @@ TEST_F(ControlsTest, TheFrontCameraHasNeitherZoomNorWhiteBalanceButTheScreenAsFl
     EXPECT_EQ(std::ranges::count_if(lit, [](auto p) { return (p & 0xFFFFFF) == 0xFFFFFF; }),
               100 * 60)
         << "the screen is the flash";
-    phone_.Do({"wait 3000", "tap 618 425", "wait 500", "await preview", "wait 100"});
+    phone_.Do({"wait 3000", Tap(kSwapButton), "wait 500", "await preview", "wait 100"});
     EXPECT_FALSE(Find("Zoom").is_null());
     EXPECT_FALSE(Find("White balance").is_null());
 }
 
 TEST_F(ControlsTest, WhatTheKeyTakesFromTheFingerShowsWhatIsSet) {
-    phone_.Do({"tap 618 425", "wait 500", "await preview", "wait 200"});
+    phone_.Do({Tap(kSwapButton), "wait 500", "await preview", "wait 200"});
     const Pixels before = WholeScreen();
-    for (const char* place : {"264 425", "500 425"}) {
-        SCOPED_TRACE(place);
-        phone_.Do(std::string("press ") + place);
-        phone_.Do({"wait 50", "key camera", "wait 100"});
-        phone_.Do(std::string("release ") + place);
-        phone_.Do("wait 2000");
+    for (const Spot place : {kHdrButton, kFlashButton}) {
+        SCOPED_TRACE(Press(place));
+        phone_.Do({Press(place), "wait 50", "key camera", "wait 100", Release(place), "wait 2000"});
         EXPECT_EQ(WholeScreen(), before);
     }
     EXPECT_FALSE(Setting([](auto& s) { return s.IsHdrEnabled(); }));
     EXPECT_EQ(Setting([](auto& s) { return s.GetFlashState(); }), FlashState::kOff);
     EXPECT_EQ(phone_.Photos().size(), 2u);
 
-    phone_.Do({"tap 618 425", "wait 500", "await preview", "wait 200"});
+    phone_.Do({Tap(kSwapButton), "wait 500", "await preview", "wait 200"});
     Extend();
     const Pixels out = WholeScreen();
     phone_.Do({"press 750 20", "move 690 20", "key camera", "wait 2000", "release 690 20"});
     phone_.Wait(200);
     EXPECT_EQ(WholeScreen(), out);
     EXPECT_EQ(Zoom(), 0);
-    phone_.Do({"tap 700 10", "wait 200"});
+    phone_.Do({Tap(kZoomBar), "wait 200"});
     EXPECT_EQ(Zoom(), 0) << "a drag that was taken away leaves nothing to store";
 }
 
@@ -256,11 +253,12 @@ TEST_F(ControlsTest, ARollThatIsDraggedPastItsEndStopsAtNormal) {
 
 TEST_F(ControlsTest, TheBackgroundTakesFingerHelpAndDragAway) {
     const Pixels before = WholeScreen();
-    for (const char* leave : {"tap 40 425", "press 264 425", "press 500 425", "press 736 227"}) {
+    for (const std::string& leave :
+         {Tap(kHelpButton), Press(kHdrButton), Press(kFlashButton), Press(kShutterButton)}) {
         SCOPED_TRACE(leave);
         phone_.Do({leave, "wait 50", "background", "wait 50", "foreground"});
         const Pixels covered = WholeScreen();
-        phone_.Do({"release 264 425", "wait 500"});
+        phone_.Do({Release(kHdrButton), "wait 500"});
         EXPECT_EQ(WholeScreen(), before);
         phone_.Do({"background", "wait 50", "foreground"});
         EXPECT_EQ(WholeScreen(), covered) << "nothing of it flashes up";
@@ -309,9 +307,9 @@ TEST_F(ControlsTest, ADoubleExposureShowsThatItWaitsAlsoAfterTheBackground) {
 TEST_F(ControlsTest, NothingAnswersWhileAPhotographIsTaken) {
     Extend();
     Use(CameraType::kQuad);
-    phone_.Do({"tap 700 10", "wait 100", "key camera"});
+    phone_.Do({Tap(kZoomBar), "wait 100", "key camera"});
     Drag(750, 20, -95, 0);
-    phone_.Do({"tap 264 425", "tap 382 425", "tap 618 425"});
+    phone_.Do({Tap(kHdrButton), Tap(kWhiteBalanceButton), Tap(kSwapButton)});
     EXPECT_EQ(Zoom(), 0);
     EXPECT_FALSE(Setting([](auto& s) { return s.IsHdrEnabled(); }));
     phone_.Do({"await photos 1", "wait 200"});
@@ -322,7 +320,7 @@ TEST_F(ControlsTest, NothingAnswersWhileAPhotographIsTaken) {
 TEST_F(ControlsTest, HelpOpensShowsTheCreditAndClosesAtEachPlace) {
     const Pixels before = WholeScreen();
     const auto open = [this] {
-        phone_.Do({"tap 40 425", "wait 100"});
+        phone_.Do({Tap(kHelpButton), "wait 100"});
         EXPECT_FALSE(phone_.Button(kActionCloseHelp).is_null());
         EXPECT_FALSE(phone_.Button(kActionLogo).is_null());
     };
@@ -339,7 +337,8 @@ TEST_F(ControlsTest, HelpOpensShowsTheCreditAndClosesAtEachPlace) {
     }
     phone_.Do({"tap 256 31", "tap 435 100", "tap 16 401", "tap 67 450", "tap 66 451", "wait 100"});
     EXPECT_EQ(WholeScreen(), help) << "a pixel beside the places";
-    for (const char* close : {"tap 17 401", "tap 66 450", "tap 750 50"}) {
+    for (const std::string& close :
+         {std::string("tap 17 401"), std::string("tap 66 450"), Tap(kCloseHelpButton)}) {
         phone_.Do({close, "wait 100"});
         EXPECT_FALSE(IsMaskShown()) << close;
         EXPECT_EQ(WholeScreen(), before) << close;
@@ -348,7 +347,7 @@ TEST_F(ControlsTest, HelpOpensShowsTheCreditAndClosesAtEachPlace) {
 }
 
 TEST_F(ControlsTest, TheMaskFadesInSevenSteps) {
-    phone_.Do({"press 264 425", "release 400 200", "wait 69"});
+    phone_.Do({Press(kHdrButton), Release(kNoControl), "wait 69"});
     EXPECT_TRUE(IsMaskShown());
     phone_.Wait(1);
     EXPECT_FALSE(IsMaskShown());
@@ -371,7 +370,7 @@ TEST_F(ControlsTest, TheShutterCountsTheFramesOfASeries) {
 }
 
 TEST_F(ControlsTest, EveryButtonHasANameThatAPersonWouldCallItBy) {
-    phone_.Do({"tap 40 425", "wait 100"});
+    phone_.Do({Tap(kHelpButton), "wait 100"});
     const json screen = phone_.Screen();
     int buttons = 0;
     for (const json& control : screen["controls"]) {

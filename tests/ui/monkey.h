@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/camera_screen.h"
+
 namespace Kivo::Testing {
 
 /// What has to be known of the phone for a command to be one that it obeys.
@@ -40,7 +42,7 @@ class Monkey {
     /// Begins with a camera that previews, and ends anywhere.
     std::vector<std::string> WriteScript() {
         std::vector<std::string> script{"wait 100"};
-        if (Below(3) == 0) script.insert(script.end(), {"tap 618 425", "wait 500"});
+        if (Below(3) == 0) script.insert(script.end(), {Tap(kSwapButton), "wait 500"});
         Known known;
         for (int i = 0; i < kCommands; ++i) {
             std::string command = Next(known);
@@ -76,7 +78,7 @@ class Monkey {
         const std::string by = Number(Below(300));
         plan_ = isZoom ? Plan{"wait 200", "press 700 40", "move " + by + " 40"}
                        : Plan{"wait 200", "press 60 230", "move 60 " + by};
-        return isZoom ? "tap 700 20" : "tap 20 230";
+        return Tap(isZoom ? kZoomBar : kEffectRoll);
     }
 
     std::string NextOfPlan() {
@@ -100,13 +102,14 @@ class Monkey {
 
     // Mostly where something is.
     std::string Place() {
-        static constexpr int kPlaces[][2] = {
-            {736, 228}, {736, 228}, {618, 425}, {500, 425}, {382, 425}, {264, 425}, {40, 425},
-            {700, 20},  {20, 230},  {750, 50},  {190, 44},  {300, 60},  {400, 240}};
-        const auto& place = kPlaces[Below(std::size(kPlaces))];
+        static constexpr Spot kPlaces[] = {
+            kShutterButton, kShutterButton, kSwapButton, kFlashButton, kWhiteBalanceButton,
+            kHdrButton,     kHelpButton,    kZoomBar,    kEffectRoll,  kCloseHelpButton,
+            {190, 44},      {300, 60},      {400, 240}};
+        const Spot place = kPlaces[Below(std::size(kPlaces))];
         const bool anywhere = Below(5) == 0;
-        const int x = anywhere ? Below(900) - 50 : place[0] + Below(40) - 20;
-        const int y = anywhere ? Below(580) - 50 : place[1] + Below(20) - 10;
+        const int x = anywhere ? Below(900) - 50 : place.x + Below(40) - 20;
+        const int y = anywhere ? Below(580) - 50 : place.y + Below(20) - 10;
         return Number(x) + " " + Number(y);
     }
 

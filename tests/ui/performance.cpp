@@ -3,10 +3,11 @@
 #include "app/model/action_ids.h"
 #include "app/model/camera_types.h"
 #include "effects/composition.h"
-#include "host/script/visible_controls.h"
 #include "osp/media/camera/camera_service.h"
 #include "osp/ui/access.h"
 #include "osp/ui/screen.h"
+#include "osp/ui/visible_controls.h"
+#include "tests/support/camera_screen.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/main_form_access.h"
 
@@ -47,7 +48,7 @@ bool IsDisconnected() {
 Looks LookAtControls() {
     (void)Osp::Ui::Screen::Current().Compose();
     Looks looks;
-    Host::WalkScreen([&](const Osp::Ui::Control& control) {
+    Osp::Ui::WalkScreen([&](const Osp::Ui::Control& control) {
         const auto& picture = Osp::Ui::Access::Picture(control);
         if (!picture) return;
         const Osp::Graphics::Rectangle area = control.GetScreenBounds();
@@ -55,7 +56,7 @@ Looks LookAtControls() {
         const std::string look = std::to_string(Hash(*picture, area.height)) + " at " +
                                  std::to_string(place) +
                                  (control.IsEnabled() ? " enabled" : " disabled");
-        const std::string name = Host::TextOf(control);
+        const std::string name = Osp::Ui::TextOf(control);
         looks[name.empty() ? "a cover" : name] = Hash(look);
     });
     return looks;
@@ -112,8 +113,8 @@ void Performance::Do(const std::string& command) {
     }
 }
 
-void Performance::Do(std::initializer_list<const char*> commands) {
-    for (const char* command : commands) Do(std::string(command));
+void Performance::Do(std::initializer_list<std::string> commands) {
+    for (const std::string& command : commands) Do(command);
 }
 
 void Performance::WatchBackground(bool hasStored) {
@@ -135,14 +136,14 @@ void Performance::PutInOrder() {
     for (int i = 0; i < kLongestSeriesS && IsCapturing(); ++i) Do("wait 1000");
     const bool isHelpOpen =
         outcome_.complaint.empty() && !phone_.Button(kActionCloseHelp).is_null();
-    if (isHelpOpen) Do("tap 750 50");
+    if (isHelpOpen) Do(Tap(kCloseHelpButton));
     Do({"wait 500", "expect preview"});
 }
 
 /// A press that is taken back, and the help: both show what holds.
 void Performance::ExpectTrueControls() {
     const Looks now = Look();
-    Do({"press 264 425", "release 400 240", "wait 500"});
+    Do({Press(kHdrButton), "release 400 240", "wait 500"});
     Compare(Look(), now, "does not show what holds");
     Compare(LookAtHelp(), help_, "is another in the help");
 }
@@ -157,12 +158,12 @@ Looks Performance::Look() {
 }
 
 Looks Performance::LookAtHelp() {
-    Do({"tap 40 425", "wait 100"});
+    Do({Tap(kHelpButton), "wait 100"});
     Looks looks;
     for (const auto& [name, look] : Look()) {
         if (name == "a cover" || name == "Focus") looks[name] = look;
     }
-    Do({"tap 750 50", "wait 500"});
+    Do({Tap(kCloseHelpButton), "wait 500"});
     return looks;
 }
 
@@ -171,7 +172,7 @@ void Performance::TakeAPhotograph() {
     if (!outcome_.complaint.empty()) return;
     const std::size_t before = phone_.Photos().size();
     const bool isMix = cameraType_ == static_cast<int>(CameraType::kMix);
-    const char* const press = outcome_.lines.size() % 2 == 0 ? "tap 736 228" : "key camera";
+    const std::string press = outcome_.lines.size() % 2 == 0 ? Tap(kShutterButton) : "key camera";
     (void)phone_.Sounds();
     for (int i = 0; i < (isMix ? 2 : 1) && phone_.Photos().size() == before; ++i) {
         Do(press);

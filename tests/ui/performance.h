@@ -32,7 +32,7 @@ class Performance {
 
   private:
     void Do(const std::string& command);
-    void Do(std::initializer_list<const char*> commands);
+    void Do(std::initializer_list<std::string> commands);
     void Complain(const std::string& reason);
     void WatchBackground(bool hasStored);
     bool IsCapturing();

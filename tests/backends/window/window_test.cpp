@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/camera_screen.h"
 #include "tests/support/fake_screen_saver.h"
 #include "tests/support/program.h"
 #include "tests/support/temporary_folder.h"
@@ -84,7 +85,7 @@ class WindowTest : public testing::Test {
 };
 
 TEST_F(WindowTest, TheMouseAndTheCameraKeysTakePhotographs) {
-    Click(736, 228);
+    Click(kShutterButton.x, kShutterButton.y);
     AwaitPhotos(1);
     int count = 1;
     for (const unsigned long key : {XK_space, XK_Return}) {
@@ -152,7 +153,7 @@ TEST_F(WindowTest, AKeyHeldWhenTheFocusGoesIsLetGo) {
 }
 
 TEST_F(WindowTest, AButtonHeldWhenTheFocusGoesOrTheWindowIsMinimisedIsLetGo) {
-    x_.MoveTo(736, 228);
+    x_.MoveTo(kShutterButton.x, kShutterButton.y);
     for (const bool isMinimised : {false, true}) {
         Focus(window_);
         x_.Press();
@@ -165,7 +166,7 @@ TEST_F(WindowTest, AButtonHeldWhenTheFocusGoesOrTheWindowIsMinimisedIsLetGo) {
         camera_.Send("expect photos 0");
         Sync();
     }
-    Click(736, 228);
+    Click(kShutterButton.x, kShutterButton.y);
     AwaitPhotos(1);
     EndWell();
 }
@@ -177,7 +178,7 @@ class KioskTest : public WindowTest {
 
 // No window manager runs on the private server.
 TEST_F(KioskTest, FullscreenFillsTheScreenWithoutAWindowManager) {
-    Click(736 * 2, 120 + 228 * 2);
+    Click(kShutterButton.x * 2, 120 + kShutterButton.y * 2);
     AwaitPhotos(1);
     EXPECT_EQ(x_.PixelAt(800, 60), 0u) << "the bar above the picture";
     EndWell();

@@ -1,6 +1,6 @@
 #include <osp/ui/controls/message_box.h>
 
-#include "tests/platform/ui/ui_fixture.h"
+#include "tests/support/ui_fixture.h"
 
 namespace Osp::Ui {
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/platform/ui/ui_fixture.h"
+#include "tests/support/ui_fixture.h"
 
 namespace Osp::Ui {
 namespace {

@@ -2,7 +2,7 @@
 #include <functional>
 #include <memory>
 
-#include "tests/platform/ui/ui_fixture.h"
+#include "tests/support/ui_fixture.h"
 
 namespace Osp::Ui {
 namespace {
