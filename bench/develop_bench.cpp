@@ -107,8 +107,8 @@ EncodedPicture DevelopStepByStep(const Recipe& recipe) {
     std::vector<std::uint8_t> bytes(session.pixels.size());
     const Effects::Pixels result{bytes.data(), size.width, size.height};
     Effects::Scratch scratch;
-    const Effects::EffectJob job{recipe.type,     recipe.effect, recipe.cameraSelection, 0, {},
-                                 &session.tables, &scratch};
+    const Effects::EffectJob job{recipe.type, recipe.effect,   recipe.isFront, 0,
+                                 {},          &session.tables, &scratch};
     Effects::ComposePhotograph(job, recipe.hdr, {session.pixels.data(), size.width, size.height},
                                {}, result);
     Osp::Media::ExifInfo info;

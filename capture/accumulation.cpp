@@ -8,9 +8,8 @@ result MainForm::SaveToCache(const Osp::Base::ByteBuffer& buffer) {
     overlay_->SetFocused(false);
     const CameraType type = setting_->GetCameraType();
     if (type == CameraType::kMix && shotCounter_ == 0) setting_->EnablePreview(true);
-    const bool isCached =
-        Effects::CacheFrame(type, static_cast<std::uint8_t>(setting_->GetCameraSelection()),
-                            shotCounter_, View(buffer), View(accumulation_), scratch_);
+    const bool isCached = Effects::CacheFrame(type, !IsPrimary(), shotCounter_, View(buffer),
+                                              View(accumulation_), scratch_);
     if (!isCached) return result::kFailure;
     ++shotCounter_;
     return result::kSuccess;

@@ -35,7 +35,7 @@ Effects::Pixels MainForm::View(ByteBuffer& buffer) const {
 Effects::EffectJob MainForm::MakeJob() {
     return {setting_->GetCameraType(),
             setting_->GetPhotoEffect(),
-            static_cast<std::uint8_t>(setting_->GetCameraSelection()),
+            !IsPrimary(),
             shotCounter_,
             View(std::as_const(accumulation_)),
             &effectTables_,

@@ -115,8 +115,7 @@ result MainForm::StorePicture(const ByteBuffer& picture, const String& folder,
                               const std::vector<std::string>& names, const String& description,
                               String& path) {
     const Osp::Graphics::Dimension size = setting_->GetCaptureDimension();
-    const bool isTurned =
-        Effects::IsTurned(static_cast<std::uint8_t>(setting_->GetCameraSelection()));
+    const bool isTurned = !IsPrimary();  // the front sensor is mounted a quarter turn
     ByteBuffer pixels;
     result r = pixels.Construct(size.width * size.height * Effects::kBytesPerRgbaPixel);
     if (Osp::Failed(r)) return r;

@@ -25,8 +25,7 @@ std::string InWords(const Dimension& size) {
 
 /// As it is stored.
 Dimension SizeOf(const Recipe& recipe, const Dimension& size) {
-    const bool isTurned = Effects::IsTurned(recipe.cameraSelection);
-    return isTurned ? Dimension{size.height, size.width} : size;
+    return recipe.isFront ? Dimension{size.height, size.width} : size;
 }
 
 }  // namespace
@@ -51,12 +50,11 @@ void Developer::Unload() {
 
 Problem Developer::Develop(const Recipe& recipe, PictureFormat format, const Metadata& metadata,
                            EncodedPicture& developed) {
-    const bool isTurned = Effects::IsTurned(recipe.cameraSelection);
-    if (format == PictureFormat::kJpeg && !isTurned)
+    if (format == PictureFormat::kJpeg && !recipe.isFront)
         return DevelopRowByRow(recipe, metadata, developed);
     PixelView pixels;
     Problem problem;
-    if (isTurned) {
+    if (recipe.isFront) {
         problem = Develop(recipe, pixels);
     } else {
         problem = Compose(recipe, [](int, int) {});
@@ -70,7 +68,7 @@ Problem Developer::Develop(const Recipe& recipe, PixelView& developed) {
     if (!problem.empty()) return problem;
     const Dimension size = SizeOf(recipe, frames_[0].Size());
     rgba_.Fit(PackedSize(size, PixelLayout::kRgba));
-    Effects::ConvertToRgba(View(result_), Effects::IsTurned(recipe.cameraSelection), rgba_.data());
+    Effects::ConvertToRgba(View(result_), recipe.isFront, rgba_.data());
     result_ = Block();  // which the pool keeps unless it is huge
     developed = PackedView(rgba_.data(), size, PixelLayout::kRgba);
     return {};
@@ -97,8 +95,7 @@ Problem Developer::Compose(const Recipe& recipe, const std::function<void(int, i
     if (!problem.empty()) return problem;
     result_.Fit(PackedSize(size, PixelLayout::kRgb));
 
-    Effects::EffectJob job{recipe.type, recipe.effect, recipe.cameraSelection, 0, {},
-                           &tables_,    &scratch_};
+    Effects::EffectJob job{recipe.type, recipe.effect, recipe.isFront, 0, {}, &tables_, &scratch_};
     job.shotCounter = Effects::FramesPerPhotograph(recipe.type) - 1;
     Effects::PrepareTables(job, size.width, size.height);  // while frames are being decoded
     problem = CacheFrames(job);
@@ -124,7 +121,7 @@ Problem Developer::CacheFrames(const Effects::EffectJob& job) {
     for (int number = 0; number < job.shotCounter; ++number) {
         const std::size_t index = FrameIndex(number);
         if (!frames_[index].WaitForAll()) return DamageOf(index);
-        Effects::CacheFrame(job.type, job.cameraSelection, number, frames_[index].View(),
+        Effects::CacheFrame(job.type, job.isFront, number, frames_[index].View(),
                             View(accumulation_), scratch_);
     }
     return {};

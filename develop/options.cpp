@@ -146,7 +146,7 @@ Problem CheckStreams(const Options& options) {
 
 Problem Interpret(const Raw& raw, Options& options) {
     options.recipe.hdr = raw.hdr;
-    options.recipe.cameraSelection = raw.secondary ? kSecondaryCamera : kPrimaryCamera;
+    options.recipe.isFront = raw.secondary;
     options.output = TextOf(raw.output);
     for (gchar** input = raw.inputs; input != nullptr && *input != nullptr; ++input) {
         options.inputs.emplace_back(*input);

@@ -1,8 +1,6 @@
 // How a photograph is to be developed.
 #pragma once
 
-#include <cstdint>
-
 #include <osp/graphics/dimension.h>
 
 #include "app/model/camera_types.h"
@@ -14,7 +12,7 @@ struct Recipe {
     CameraType type = CameraType::kKivo;
     PhotoEffect effect = PhotoEffect::kNormal;
     bool hdr = false;
-    std::uint8_t cameraSelection = kPrimaryCamera;
+    bool isFront = false;  // as the front camera would have taken it, which stores turned
 };
 
 /// Whether pictures of this size have room for the strips or quadrants of the type.

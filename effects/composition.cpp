@@ -22,13 +22,12 @@ struct Quadrant {
     int column;
     int row;
 };
-constexpr std::array<Quadrant, 4> kPrimaryQuadrants{{{0, 0}, {1, 0}, {0, 1}, {1, 1}}};
-constexpr std::array<Quadrant, 4> kSecondaryQuadrants{{{0, 1}, {0, 0}, {1, 1}, {1, 0}}};
+constexpr std::array<Quadrant, 4> kBackQuadrants{{{0, 0}, {1, 0}, {0, 1}, {1, 1}}};
+constexpr std::array<Quadrant, 4> kFrontQuadrants{{{0, 1}, {0, 0}, {1, 1}, {1, 0}}};
 
-void PlaceQuadrant(std::uint8_t cameraSelection, int index, ConstPixels frame, Pixels accumulation,
+void PlaceQuadrant(bool isFront, int index, ConstPixels frame, Pixels accumulation,
                    Scratch& scratch) {
-    const auto& quadrants =
-        cameraSelection == kSecondaryCamera ? kSecondaryQuadrants : kPrimaryQuadrants;
+    const auto& quadrants = isFront ? kFrontQuadrants : kBackQuadrants;
     const Quadrant quadrant = quadrants[static_cast<std::size_t>(index)];
     const int width = frame.width / 2;
     const int height = frame.height / 2;
@@ -45,8 +44,8 @@ void PlaceQuadrant(std::uint8_t cameraSelection, int index, ConstPixels frame, P
 
 /// Strips lie side by side in the stored photograph of either camera, hence rows where it is
 /// turned.
-void PlaceStrip(std::uint8_t cameraSelection, int index, ConstPixels frame, Pixels accumulation) {
-    if (IsTurned(cameraSelection)) {
+void PlaceStrip(bool isFront, int index, ConstPixels frame, Pixels accumulation) {
+    if (isFront) {
         const int rows = frame.height / kStrips;
         std::memcpy(accumulation.Row(index * rows), frame.Row(index * rows),
                     static_cast<std::size_t>(frame.StrideBytes() * rows));
@@ -74,10 +73,10 @@ void BlackenPair(Pixels picture, int x, int y) {
 }
 
 /// At a quarter, a half and three quarters.
-void DrawStripLines(Pixels picture, bool turned) {
-    const int length = turned ? picture.height : picture.width;
+void DrawStripLines(Pixels picture, bool isFront) {
+    const int length = isFront ? picture.height : picture.width;
     for (const int at : {length / kStrips, length / 2, 3 * (length / kStrips)}) {
-        if (turned) {
+        if (isFront) {
             for (int x = 0; x < picture.width; ++x) BlackenPair(picture, x, at);
         } else {
             for (int y = 0; y < picture.height; ++y) BlackenPair(picture, at, y);
@@ -133,23 +132,22 @@ bool IsLastFrame(CameraType type, int shotCounter) {
     return shotCounter >= FramesPerPhotograph(type) - 1;
 }
 
-bool CacheFrame(CameraType type, std::uint8_t cameraSelection, int shotCounter, ConstPixels frame,
+bool CacheFrame(CameraType type, bool isFront, int shotCounter, ConstPixels frame,
                 Pixels accumulation, Scratch& scratch) {
     if (shotCounter > kLastOfFour) return false;
     if (type == CameraType::kQuad) {
-        PlaceQuadrant(cameraSelection, shotCounter, frame, accumulation, scratch);
+        PlaceQuadrant(isFront, shotCounter, frame, accumulation, scratch);
     } else if (type == CameraType::kAction) {
-        PlaceStrip(cameraSelection, shotCounter, frame, accumulation);
+        PlaceStrip(isFront, shotCounter, frame, accumulation);
     } else {
         std::memcpy(accumulation.data, frame.data, frame.SizeBytes());
     }
     return true;
 }
 
-void DrawDividingLines(CameraType type, std::uint8_t cameraSelection, int shotCounter,
-                       Pixels picture) {
+void DrawDividingLines(CameraType type, bool isFront, int shotCounter, Pixels picture) {
     if (shotCounter != kLastOfFour) return;
-    if (type == CameraType::kAction) DrawStripLines(picture, IsTurned(cameraSelection));
+    if (type == CameraType::kAction) DrawStripLines(picture, isFront);
     if (type == CameraType::kQuad) DrawCross(picture);
 }
 
@@ -164,10 +162,9 @@ Composition::Composition(const EffectJob& job, bool hdr, ConstPixels frame, Pixe
 int Composition::Advance(int frameRows) {
     if (!IsOfFour(job_)) return chain_.Advance(frameRows);
     if (frameRows < frame_.height) return 0;
-    CacheFrame(job_.type, job_.cameraSelection, job_.shotCounter, frame_, accumulation_,
-               *job_.scratch);
+    CacheFrame(job_.type, job_.isFront, job_.shotCounter, frame_, accumulation_, *job_.scratch);
     chain_.Advance(frameRows);
-    DrawDividingLines(job_.type, job_.cameraSelection, job_.shotCounter, result_);
+    DrawDividingLines(job_.type, job_.isFront, job_.shotCounter, result_);
     return frameRows;
 }
 

@@ -17,17 +17,16 @@ int FramesPerPhotograph(CameraType type);
 bool IsLastFrame(CameraType type, int shotCounter);
 
 /// Puts a frame that is not the last of its photograph where it belongs in `accumulation`, which
-/// has the frame's size: a strip for ACTION (columns; rows on the secondary camera), a quadrant for
+/// has the frame's size: a strip for ACTION (columns; rows on the front camera), a quadrant for
 /// QUAD, else the whole picture. `shotCounter`, never negative, is advanced by the caller; above 3,
 /// nothing is stored and false returned. Bytes that belong to no strip or quadrant (sizes that four
 /// or two do not divide) stay as they were: clear the accumulation before the first frame.
-bool CacheFrame(CameraType type, std::uint8_t cameraSelection, int shotCounter, ConstPixels frame,
+bool CacheFrame(CameraType type, bool isFront, int shotCounter, ConstPixels frame,
                 Pixels accumulation, Scratch& scratch);
 
 /// The black lines between the strips of ACTION and the quadrants of QUAD (shot counter 3); nothing
 /// for other types.
-void DrawDividingLines(CameraType type, std::uint8_t cameraSelection, int shotCounter,
-                       Pixels picture);
+void DrawDividingLines(CameraType type, bool isFront, int shotCounter, Pixels picture);
 
 /// The whole way from the last frame to the finished picture: placement, HDR when `hdr`, the two
 /// stages of `job`, dividing lines. The frame may still be arriving.
@@ -55,11 +54,6 @@ class Composition {
 /// The same with a frame that is there.
 void ComposePhotograph(const EffectJob& job, bool hdr, ConstPixels frame, Pixels accumulation,
                        Pixels result);
-
-/// Whether photographs of a camera are stored turned: the front sensor is mounted a quarter turn.
-constexpr bool IsTurned(std::uint8_t cameraSelection) {
-    return cameraSelection == kSecondaryCamera;
-}
 
 /// Four bytes a pixel (the three of the picture, then 255), `rgba` having room for all of them.
 /// With `turned` the result is height x width, a quarter turn clockwise. One pass.

@@ -34,9 +34,9 @@ constexpr int kFallHue = 242;
 constexpr int kSaturation = 62;
 constexpr float kOpacity = 0.5F;
 
-/// Black and white takes the narrow border of the front camera.
+/// Black and white takes the narrow border of the front camera: deliberate, it is the look.
 bool HasWideBorder(const EffectJob& job) {
-    return job.cameraSelection != kSecondaryCamera && job.effect != PhotoEffect::kBlackWhite;
+    return !job.isFront && job.effect != PhotoEffect::kBlackWhite;
 }
 
 void VignetStage(const EffectJob& job, const EffectMaps& maps, ConstPixels source,
@@ -96,7 +96,7 @@ void MirrorStage(const EffectJob& job, const EffectMaps&, ConstPixels source, Pi
     if (source.width % 2 != 0 || source.height % 2 != 0) {
         std::memset(destination.data, 0, destination.SizeBytes());
     }
-    Mirror(source, destination, job.cameraSelection != kPrimaryCamera);
+    Mirror(source, destination, job.isFront);
 }
 
 void HdrStage(const EffectJob& job, const EffectMaps&, ConstPixels source, Pixels destination,

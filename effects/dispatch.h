@@ -17,7 +17,7 @@ namespace Kivo::Effects {
 struct EffectJob {
     CameraType type = CameraType::kKivo;
     PhotoEffect effect = PhotoEffect::kNormal;
-    std::uint8_t cameraSelection = kPrimaryCamera;
+    bool isFront = false;            // of the front camera
     int shotCounter = 0;             // frames already taken of a multi-shot photograph
     ConstPixels firstFrame;          // read for MIX with a shot counter of 1 only
     EffectTables* tables = nullptr;  // not owned

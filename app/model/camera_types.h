@@ -46,10 +46,6 @@ enum class ZoomLevel : std::uint8_t {
 
 enum class StorageType : std::uint8_t { kPhone = 0, kMemoryCard = 1 };
 
-/// Camera selections as the platform numbers them.
-inline constexpr std::uint8_t kPrimaryCamera = 0;
-inline constexpr std::uint8_t kSecondaryCamera = 1;
-
 /// The others have no Fisheye, Concave and Mirror.
 constexpr bool OffersAllEffects(CameraType type) {
     return type == CameraType::kKivo || type == CameraType::kDslr;

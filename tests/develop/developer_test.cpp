@@ -46,8 +46,8 @@ void EveryRecipe(Check check) {
         for (const auto effect : {PhotoEffect::kNormal, PhotoEffect::kFisheye, PhotoEffect::kSepia,
                                   PhotoEffect::kEdge, PhotoEffect::kMirror}) {
             for (const bool hdr : {false, true}) {
-                for (const std::uint8_t camera : {kPrimaryCamera, kSecondaryCamera}) {
-                    check(Recipe{CameraType(type), effect, hdr, camera});
+                for (const bool isFront : {false, true}) {
+                    check(Recipe{CameraType(type), effect, hdr, isFront});
                 }
             }
         }

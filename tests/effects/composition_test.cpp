@@ -67,11 +67,11 @@ class Photographer {
         EffectJob job;
         job.type = type;
         job.effect = PhotoEffect(photograph.effect);
-        job.cameraSelection = photograph.secondary ? Kivo::kSecondaryCamera : Kivo::kPrimaryCamera;
+        job.isFront = photograph.secondary;
         job.tables = &tables_;
         job.scratch = &scratch_;
         for (; !IsLastFrame(type, job.shotCounter); ++job.shotCounter) {
-            EXPECT_TRUE(CacheFrame(type, job.cameraSelection, job.shotCounter,
+            EXPECT_TRUE(CacheFrame(type, job.isFront, job.shotCounter,
                                    frames[static_cast<std::size_t>(job.shotCounter)].View(),
                                    accumulation.View(), scratch_));
         }
@@ -188,7 +188,7 @@ TEST(ApplyEffect, SaysWhetherAKernelMadeThePixels) {
     const auto changes = [&](int type, int effect, int counter) {
         Picture out(40, 30, 9);
         const EffectJob job{
-            CameraType(type), PhotoEffect(effect), 0, counter, first.View(), &tables, &scratch};
+            CameraType(type), PhotoEffect(effect), false, counter, first.View(), &tables, &scratch};
         const bool changed = ApplyEffect(job, in.View(), out.View());
         EXPECT_EQ(changed, out.bytes != in.bytes) << type << ", " << effect << ", " << counter;
         return changed;
@@ -210,7 +210,7 @@ TEST(Frames, BeyondTheFourthAreNotStored) {
     for (int type = 0; type < 6; ++type) {
         Picture accumulation(24, 24, 3);
         EXPECT_FALSE(
-            CacheFrame(CameraType(type), 0, 4, frame.View(), accumulation.View(), scratch));
+            CacheFrame(CameraType(type), false, 4, frame.View(), accumulation.View(), scratch));
         EXPECT_EQ(accumulation.bytes, Picture(24, 24, 3).bytes);
     }
 }
@@ -218,9 +218,9 @@ TEST(Frames, BeyondTheFourthAreNotStored) {
 TEST(DividingLines, AreOnlyDrawnForFourFrames) {
     for (int type = 0; type < 6; ++type) {
         Picture picture(16, 16, 5);
-        DrawDividingLines(CameraType(type), 0, 2, picture.View());
+        DrawDividingLines(CameraType(type), false, 2, picture.View());
         EXPECT_EQ(picture.bytes, Picture(16, 16, 5).bytes);
-        DrawDividingLines(CameraType(type), 0, 3, picture.View());
+        DrawDividingLines(CameraType(type), false, 3, picture.View());
         EXPECT_EQ(picture.bytes != Picture(16, 16, 5).bytes, type == 2 || type == 3);
     }
 }
@@ -229,9 +229,9 @@ TEST(DividingLines, StayInsideThePicture) {
     // Sizes so small that lines coincide with the border; the sanitizers watch.
     for (const Size& size : {Size{1, 1}, Size{3, 2}, Size{2, 3}, Size{4, 4}}) {
         for (const auto type : {CameraType::kAction, CameraType::kQuad}) {
-            for (const std::uint8_t selection : {0, 1}) {
+            for (const bool isFront : {false, true}) {
                 Picture picture(size.width, size.height, 5);
-                DrawDividingLines(type, selection, 3, picture.View());
+                DrawDividingLines(type, isFront, 3, picture.View());
                 EXPECT_NE(picture.bytes, Picture(size.width, size.height, 5).bytes);
             }
         }
