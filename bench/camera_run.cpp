@@ -9,10 +9,19 @@
 #include "host/machine.h"
 #include "host/script/script_driver.h"
 #include "host/script/show_recorder.h"
+#include "osp/base/trace.h"
+#include "osp/ui/screen.h"
 
 namespace Bench {
 
 namespace {
+
+/// Tells the trace when the screen has been shown.
+class MarkingPresenter : public Osp::Ui::Presenter {
+  public:
+    void FrameWanted() override {}
+    void PresentNow() override { Osp::Base::Trace::Mark("shown"); }
+};
 
 int Fail(const std::string& error) {
     std::fprintf(stderr, "benchmark: %s\n", error.c_str());
@@ -32,7 +41,8 @@ int RunIn(const std::string& folder, Host::ClockKind clock, Host::ScriptQueue& q
     auto entry = Host::LoadApplication(package);
     if (!entry) return Fail(entry.Why().message);
     Host::Machine& machine = **made;
-    Host::ShowRecorder recorder(nullptr);
+    MarkingPresenter presenter;
+    Host::ShowRecorder recorder(&presenter);
     int failure = 0;
     Host::ScriptDriver driver(machine.GetLoop(), machine.GetVirtualClock(), queue,
                               Host::CommandContext{recorder}, [&failure](const auto& outcome) {

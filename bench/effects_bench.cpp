@@ -13,6 +13,7 @@
 
 #include "effects/composition.h"
 #include "effects/effect_tables.h"
+#include "effects/kernels/bmp_rows.h"
 #include "effects/kernels/bw.h"
 #include "effects/kernels/colorize.h"
 #include "effects/kernels/edge.h"
@@ -22,11 +23,13 @@
 #include "effects/kernels/negative.h"
 #include "effects/kernels/out_focus.h"
 #include "effects/kernels/preview_conversion.h"
+#include "effects/kernels/rgba.h"
 #include "effects/kernels/sepia.h"
 #include "effects/kernels/tilt_shift.h"
 #include "tests/effects/plain/plain_blur.h"
 #include "tests/effects/plain/plain_colour.h"
 #include "tests/effects/plain/plain_preview.h"
+#include "tests/effects/plain/plain_storage.h"
 
 namespace {
 
@@ -160,6 +163,8 @@ std::vector<Subject> Subjects() {
         {"EncodePreview",
          [](Session& s) { Kivo::EncodePreview(s.source, s.first, s.resultBytes.data()); },
          [](Session& s) { Plain::EncodePreview(s.source, s.first, s.resultBytes.data()); }, false},
+        {"FromBmpRows", [](Session& s) { FromBmpRows(s.sourceBytes.data(), s.result); },
+         [](Session& s) { Plain::FromBmpRows(s.sourceBytes.data(), s.result); }},
     };
 }
 

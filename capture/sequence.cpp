@@ -4,6 +4,7 @@
 #include "app/model/action_ids.h"
 #include "capture/main_form.h"
 #include "effects/composition.h"
+#include "effects/kernels/bmp_rows.h"
 #include "ui/overlay.h"
 
 namespace Kivo {
@@ -120,17 +121,7 @@ std::unique_ptr<ByteBuffer> MainForm::Decode(const ByteBuffer& picture) {
 
     auto frame = std::make_unique<ByteBuffer>();
     if (Osp::Failed(frame->Construct(size))) return nullptr;
-    const std::ptrdiff_t stride = std::ptrdiff_t{Effects::kBytesPerPixel} * width;
-    for (int y = 0; y < height; ++y) {
-        const Osp::Base::byte* from = bmp->GetPointer() + kBmpHeaderBytes + stride * y;
-        Osp::Base::byte* to = frame->GetPointer() + stride * (height - 1 - y);
-        for (int x = 0; x < width;
-             ++x, from += Effects::kBytesPerPixel, to += Effects::kBytesPerPixel) {
-            to[0] = from[2];
-            to[1] = from[1];
-            to[2] = from[0];
-        }
-    }
+    Effects::FromBmpRows(bmp->GetPointer() + kBmpHeaderBytes, View(*frame));
     return frame;
 }
 

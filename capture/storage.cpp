@@ -16,6 +16,7 @@
 #include "capture/photo_description.h"
 #include "capture/photo_number.h"
 #include "effects/composition.h"
+#include "effects/kernels/rgba.h"
 
 namespace Kivo {
 
@@ -122,7 +123,7 @@ result MainForm::StorePicture(const ByteBuffer& picture, const String& folder,
     Effects::ConvertToRgba(View(picture), isTurned, pixels.GetPointer());
 
     Osp::Graphics::Bitmap bitmap;
-    r = bitmap.Construct(pixels,
+    r = bitmap.Construct(std::move(pixels),
                          isTurned ? Osp::Graphics::Dimension{size.height, size.width} : size,
                          Osp::Graphics::BitmapPixelFormat::kArgb8888);
     if (Osp::Failed(r)) return r;

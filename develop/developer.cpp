@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "capture/photo_description.h"
+#include "effects/kernels/rgba.h"
 #include "host/product.h"
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/jpeg_codec.h"

@@ -2,10 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstring>
 
 #include "effects/kernels/qshrink.h"
+#include "effects/pixels/preconditions.h"
+
+// Frames of ACTION and QUAD are put together before the effects, so effects see one picture, and
+// lines are drawn behind them, so no effect touches a line. Places in the picture are those of the
+// sensor; the front camera's are chosen so that they read in the same order once it is turned.
 
 namespace Kivo::Effects {
 
@@ -65,7 +71,7 @@ void Blacken(Pixels picture, std::ptrdiff_t index) {
 }
 
 /// The pixel and the one that precedes it in memory: for the first of a row that is the last of the
-/// row above, which belongs to the look.
+/// row above. That spill is deliberate, it belongs to the look.
 void BlackenPair(Pixels picture, int x, int y) {
     const std::ptrdiff_t index = x + std::ptrdiff_t{picture.width} * y;
     Blacken(picture, index - 1);
@@ -93,23 +99,6 @@ void DrawCross(Pixels picture) {
     }
 }
 
-/// Squares of pixels, so that both the rows read and the rows written stay in the cache.
-void TurnToRgba(ConstPixels picture, std::uint8_t* rgba, Rows rows) {
-    constexpr int kSquare = 16;
-    const int height = picture.height;
-    for (int top = rows.first; top < rows.last; top += kSquare) {
-        const int bottom = std::min(top + kSquare, rows.last);
-        for (int x = 0; x < picture.width; ++x) {
-            std::uint8_t* const out = rgba + std::ptrdiff_t{4} * (std::ptrdiff_t{height} * x);
-            for (int y = top; y < bottom; ++y) {
-                const std::uint8_t* const in = picture.Row(y) + 3 * x;
-                const std::uint8_t pixel[4] = {in[0], in[1], in[2], 255};
-                std::memcpy(out + std::ptrdiff_t{4} * (height - 1 - y), pixel, 4);
-            }
-        }
-    }
-}
-
 /// Whether the photograph is put together from the last of four frames and the accumulation.
 bool IsOfFour(const EffectJob& job) {
     return (job.type == CameraType::kAction || job.type == CameraType::kQuad) &&
@@ -134,6 +123,7 @@ bool IsLastFrame(CameraType type, int shotCounter) {
 
 bool CacheFrame(CameraType type, bool isFront, int shotCounter, ConstPixels frame,
                 Pixels accumulation, Scratch& scratch) {
+    assert(shotCounter >= 0 && AreAlikeAndApart(frame, accumulation));
     if (shotCounter > kLastOfFour) return false;
     if (type == CameraType::kQuad) {
         PlaceQuadrant(isFront, shotCounter, frame, accumulation, scratch);
@@ -157,7 +147,10 @@ Composition::Composition(const EffectJob& job, bool hdr, ConstPixels frame, Pixe
       frame_(frame),
       accumulation_(accumulation),
       result_(result),
-      chain_(job_, hdr, IsOfFour(job) ? ConstPixels(accumulation) : frame, result) {}
+      chain_(job_, hdr, IsOfFour(job) ? ConstPixels(accumulation) : frame, result) {
+    assert(AreAlikeAndApart(frame, result));
+    assert(FramesPerPhotograph(job.type) == 1 || AreAlikeAndApart(accumulation, result));
+}
 
 int Composition::Advance(int frameRows) {
     if (!IsOfFour(job_)) return chain_.Advance(frameRows);
@@ -171,18 +164,6 @@ int Composition::Advance(int frameRows) {
 void ComposePhotograph(const EffectJob& job, bool hdr, ConstPixels frame, Pixels accumulation,
                        Pixels result) {
     Composition(job, hdr, frame, accumulation, result).Advance(frame.height);
-}
-
-void ConvertToRgba(ConstPixels picture, bool turned, std::uint8_t* rgba, Rows rows) {
-    const Rows clipped = rows.ClippedTo(picture.height);
-    if (turned) return TurnToRgba(picture, rgba, clipped);
-    const std::uint8_t* in = picture.Row(clipped.first);
-    const std::ptrdiff_t first = std::ptrdiff_t{picture.width} * clipped.first;
-    const std::ptrdiff_t last = std::ptrdiff_t{picture.width} * clipped.last;
-    for (std::ptrdiff_t i = first; i < last; ++i, in += 3) {
-        const std::uint8_t pixel[4] = {in[0], in[1], in[2], 255};
-        std::memcpy(rgba + 4 * i, pixel, 4);
-    }
 }
 
 }  // namespace Kivo::Effects

@@ -55,8 +55,4 @@ class Composition {
 void ComposePhotograph(const EffectJob& job, bool hdr, ConstPixels frame, Pixels accumulation,
                        Pixels result);
 
-/// Four bytes a pixel (the three of the picture, then 255), `rgba` having room for all of them.
-/// With `turned` the result is height x width, a quarter turn clockwise. One pass.
-void ConvertToRgba(ConstPixels picture, bool turned, std::uint8_t* rgba, Rows rows = {});
-
 }  // namespace Kivo::Effects

@@ -6,33 +6,20 @@
 #include <cstdint>
 #include <cstring>
 
-#include "effects/pixels/vectorised.h"
+#include "effects/pixels/byte_vector.h"
 
 namespace Kivo::Effects {
-
-namespace PixelWordsDetail {
-
-using Vector [[gnu::vector_size(16)]] = std::uint8_t;
-
-KIVO_INLINE Vector Load(const std::uint8_t* from) {
-    Vector bytes;
-    std::memcpy(&bytes, from, sizeof bytes);
-    return bytes;
-}
-
-}  // namespace PixelWordsDetail
 
 /// words[i] is pixel i: red in its lowest byte, then green and blue; the highest byte is anything.
 KIVO_INLINE void WidenPixels(const std::uint8_t* in, std::uint32_t* words, std::size_t pixels,
                              bool shuffles) {
-    using namespace PixelWordsDetail;
     std::size_t i = 0;
     if (shuffles) {
         // Four pixels at a time, as long as nothing beyond the last one is read.
-        for (; 3 * i + sizeof(Vector) <= 3 * pixels; i += 4) {
-            const Vector packed = Load(in + 3 * i);
-            const Vector four = __builtin_shufflevector(packed, packed, 0, 1, 2, 2, 3, 4, 5, 5, 6,
-                                                        7, 8, 8, 9, 10, 11, 11);
+        for (; 3 * i + sizeof(ByteVector) <= 3 * pixels; i += 4) {
+            const ByteVector packed = LoadBytes(in + 3 * i);
+            const ByteVector four = __builtin_shufflevector(packed, packed, 0, 1, 2, 2, 3, 4, 5, 5,
+                                                            6, 7, 8, 8, 9, 10, 11, 11);
             std::memcpy(words + i, &four, sizeof four);
         }
     }
@@ -45,12 +32,11 @@ KIVO_INLINE void WidenPixels(const std::uint8_t* in, std::uint32_t* words, std::
 /// Every byte of `in` three times: grey pixels.
 KIVO_INLINE void SpreadGrey(const std::uint8_t* in, std::uint8_t* out, std::size_t pixels,
                             bool shuffles) {
-    using namespace PixelWordsDetail;
     std::size_t i = 0;
     if (shuffles) {
-        for (; i + sizeof(Vector) <= pixels; i += sizeof(Vector)) {
-            const Vector grey = Load(in + i);
-            const Vector thirds[3] = {
+        for (; i + sizeof(ByteVector) <= pixels; i += sizeof(ByteVector)) {
+            const ByteVector grey = LoadBytes(in + i);
+            const ByteVector thirds[3] = {
                 __builtin_shufflevector(grey, grey, 0, 0, 0, 1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5),
                 __builtin_shufflevector(grey, grey, 5, 5, 6, 6, 6, 7, 7, 7, 8, 8, 8, 9, 9, 9, 10,
                                         10),

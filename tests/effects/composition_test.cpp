@@ -162,24 +162,6 @@ TEST_P(PhotographTest, IsTheSameOnEveryMachine) {
     EXPECT_EQ(sum, kSums[GetParam()]) << std::hex << sum;
 }
 
-TEST(Rgba, CopiesOrTurnsAQuarterClockwise) {
-    for (const Size& size : kAwkwardSizes) {
-        const Picture in = RandomPicture(size.width, size.height, Look::kNoise, 31);
-        for (const bool turned : {false, true}) {
-            const Picture stored = PlainStored(in, turned);
-            std::vector<std::uint8_t> expected;
-            for (std::size_t i = 0; i < stored.bytes.size(); i += 3) {
-                const std::uint8_t* const p = &stored.bytes[i];
-                expected.insert(expected.end(), {p[0], p[1], p[2], 255});
-            }
-            std::vector<std::uint8_t> out(expected.size());
-            ConvertToRgba(in.View(), turned, out.data(), {0, 7});
-            ConvertToRgba(in.View(), turned, out.data(), {7, size.height});
-            EXPECT_EQ(out, expected) << size.width << " x " << size.height;
-        }
-    }
-}
-
 TEST(ApplyEffect, SaysWhetherAKernelMadeThePixels) {
     EffectTables tables;
     Scratch scratch;

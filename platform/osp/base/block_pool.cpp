@@ -16,6 +16,8 @@
 #include <new>
 #include <utility>
 
+#include <osp/base/byte_buffer.h>
+
 namespace Osp::Base {
 
 namespace {
@@ -125,6 +127,10 @@ void BlockPool::Give(std::uint8_t* block, std::size_t size) {
 
 Block::Block(Block&& other) noexcept
     : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+
+Block::Block(ByteBuffer&& buffer) noexcept
+    : data_(std::exchange(buffer.data_, nullptr)),
+      size_(static_cast<std::size_t>(std::exchange(buffer.capacity_, 0))) {}
 
 Block& Block::operator=(Block&& other) noexcept {
     std::swap(data_, other.data_);

@@ -7,6 +7,8 @@
 
 namespace Osp::Base {
 
+class ByteBuffer;
+
 /// First touch of fresh pages costs more than the arithmetic done on them, so blocks of picture
 /// size are kept when they are given back and handed out again, for the life of the process. Small
 /// blocks go straight to the heap. Any thread.
@@ -26,6 +28,8 @@ class Block {
     Block() = default;
     explicit Block(std::size_t size) : data_(BlockPool::Take(size)), size_(size) {}
     Block(Block&& other) noexcept;
+    /// Takes over the buffer's memory, which leaves it unconstructed.
+    explicit Block(ByteBuffer&& buffer) noexcept;
     Block& operator=(Block&& other) noexcept;
     ~Block() { BlockPool::Give(data_, size_); }
 

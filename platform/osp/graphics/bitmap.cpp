@@ -5,13 +5,24 @@
 #include <osp/graphics/bitmap.h>
 
 #include "osp/base/out_of_memory.h"
+#include "osp/base/trace.h"
 #include "osp/graphics/bitmap_pixels.h"
 
 namespace Osp::Graphics {
 
 namespace {
+
 constexpr int kMostPixelsASide = 32767;  // Cairo's limit
+
+bool IsBitmap(const Base::ByteBuffer& buffer, const Dimension& dimension,
+              BitmapPixelFormat format) {
+    const auto [width, height] = dimension;
+    return width > 0 && height > 0 && width <= kMostPixelsASide && height <= kMostPixelsASide &&
+           format == BitmapPixelFormat::kArgb8888 &&
+           buffer.GetCapacity() == static_cast<long long>(width) * height * 4;
 }
+
+}  // namespace
 
 Bitmap::Bitmap() = default;
 Bitmap::Bitmap(std::shared_ptr<const BitmapPixels> pixels) : pixels_(std::move(pixels)) {
@@ -21,16 +32,18 @@ Bitmap::~Bitmap() = default;
 
 result Bitmap::Construct(const Base::ByteBuffer& buffer, const Dimension& dimension,
                          BitmapPixelFormat format) {
-    const auto [width, height] = dimension;
-    if (width <= 0 || height <= 0 || width > kMostPixelsASide || height > kMostPixelsASide ||
-        format != BitmapPixelFormat::kArgb8888 ||
-        buffer.GetCapacity() != static_cast<long long>(width) * height * 4) {
-        return result::kInvalidArgument;
-    }
+    if (!IsBitmap(buffer, dimension, format)) return result::kInvalidArgument;
+    Base::ByteBuffer copy;
+    const result r = copy.Construct(buffer);
+    return Failed(r) ? r : Construct(std::move(copy), dimension, format);
+}
+
+result Bitmap::Construct(Base::ByteBuffer&& buffer, const Dimension& dimension,
+                         BitmapPixelFormat format) {
+    if (!IsBitmap(buffer, dimension, format)) return result::kInvalidArgument;
     return Base::OrOutOfMemory([&] {
-        Base::Block rgba(buffer.Bytes().size());
-        std::ranges::copy(buffer.Bytes(), rgba.data());
-        pixels_ = std::make_shared<BitmapPixels>(dimension, std::move(rgba));
+        pixels_ = std::make_shared<BitmapPixels>(dimension, Base::Block(std::move(buffer)));
+        Base::Trace::Mark("bitmap-made");
         return result::kSuccess;
     });
 }

@@ -6,6 +6,7 @@
 
 #include <osp/io/directory.h>
 
+#include "osp/base/trace.h"
 #include "osp/io/errno_result.h"
 #include "osp/io/storage_map.h"
 
@@ -50,6 +51,7 @@ DirEnumerator* Directory::ReadN() {
     std::vector<DirEntry> entries;
     entries.reserve(names.size());
     for (const std::string& name : names) entries.push_back(DirEntry(Base::String(name)));
+    Base::Trace::Mark("folder-listed");
     return new DirEnumerator(std::move(entries));
 }
 

@@ -13,6 +13,8 @@ namespace Osp::Base {
 
 using byte = std::uint8_t;
 
+class Block;
+
 /// Two-phase: an unconstructed buffer has capacity 0. Large blocks are recycled for the life of
 /// the process, because the first touch of fresh memory costs more than most work done in it. One
 /// thread at a time.
@@ -47,6 +49,8 @@ class ByteBuffer : public Object {
     void Clear();
 
   private:
+    friend class Block;  // which takes a buffer's memory over
+
     byte* data_ = nullptr;  // owned; returned to the pool of blocks
     int capacity_ = 0;
 };

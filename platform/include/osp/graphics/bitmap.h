@@ -24,8 +24,11 @@ class Bitmap {
 
     /// From width x height x 4 bytes R, G, B, A, rows top to bottom without gaps.
     /// kInvalidArgument, leaving the bitmap as it was, when the sizes are not positive, do not
-    /// agree, or exceed 32,767 pixels a side; likewise kOutOfMemory. The buffer is copied.
+    /// agree, or exceed 32,767 pixels a side; likewise kOutOfMemory. The buffer is copied; one
+    /// that is handed over is taken, except with kInvalidArgument.
     result Construct(const Base::ByteBuffer& buffer, const Dimension& dimension,
+                     BitmapPixelFormat format);
+    result Construct(Base::ByteBuffer&& buffer, const Dimension& dimension,
                      BitmapPixelFormat format);
 
     /// In pixels; 0 before construction.

@@ -76,7 +76,9 @@ result EncodeToBuffer(const Bitmap& bitmap, ImageFormat format, ByteBuffer& buff
         const int size = BmpFileBytes(Access::Pixels(bitmap)->GetDimension());
         if (size == 0) return result::kInvalidArgument;
         const result r = buffer.Construct(size);
-        if (Succeeded(r)) EncodeBmp(ViewOf(bitmap), buffer.GetPointer());
+        if (Failed(r)) return r;
+        EncodeBmp(ViewOf(bitmap), buffer.GetPointer());
+        Base::Trace::Mark("bmp-made");
         return r;
     }
     if (format != ImageFormat::kJpeg) return result::kUnsupported;
@@ -119,6 +121,7 @@ Bitmap* Image::DecodeN(const ByteBuffer& data, ImageFormat sourceFormat,
         pixelFormat != Graphics::BitmapPixelFormat::kArgb8888) {
         return nullptr;
     }
+    Base::Trace::Mark("decode-begun");
     std::unique_ptr<Bitmap> bitmap;
     lastResult_ = OrOutOfMemory([&] {
         Base::Block rgba;
