@@ -1,6 +1,7 @@
 #include "effects/dispatch.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstring>
 #include <limits>
@@ -16,6 +17,19 @@
 #include "effects/kernels/out_focus.h"
 #include "effects/kernels/sepia.h"
 #include "effects/kernels/tilt_shift.h"
+#include "effects/pixels/preconditions.h"
+
+// A chain is up to three links, each from the picture that the one before it has made so far. Rows
+// arrive from above, and a link that reads `reach` rows beyond those it makes lags behind by as
+// many, until its source is whole. What needs the whole picture has a reach beyond any height.
+//
+// Pictures in between cost fresh memory, which costs more than arithmetic: a link that reads no
+// other rows than it makes works in place on the picture of the link before it, so the last picture
+// of the chain is the destination and another one is taken only in front of a link with a reach.
+// The first link reads the source, which is never written.
+//
+// Only where all links are without reach do rows go through them in small groups, which stay in the
+// cache from link to link. With a reach, a call per group would redo the reach of every group.
 
 namespace Kivo::Effects {
 
@@ -149,6 +163,7 @@ const Stage* CameraStageOf(const EffectJob& job) {
 }
 
 EffectMaps MapsFor(const EffectJob& job, int width, int height) {
+    assert(job.tables != nullptr);
     EffectMaps maps;
     if (job.type == CameraType::kKivo) {
         maps.vignet = job.tables->Vignet(width, height, HasWideBorder(job));
@@ -169,8 +184,10 @@ StageChain::StageChain(const EffectJob& job, bool hdr, ConstPixels source, Pixel
       maps_(MapsFor(job, source.width, source.height)),
       height_(source.height),
       scope_(*job.scratch) {
+    assert(AreAlikeAndApart(source, destination));
     const auto add = [this](const Stage* stage) {
         if (stage == nullptr) return;
+        assert(linkCount_ < kMostLinks);
         links_[linkCount_++].stage = stage;
         isRowWise_ = isRowWise_ && stage->reach == 0;
     };
@@ -191,6 +208,8 @@ StageChain::StageChain(const EffectJob& job, bool hdr, ConstPixels source, Pixel
 }
 
 int StageChain::Advance(int sourceRows) {
+    assert(sourceRows >= sourceRows_ && sourceRows <= height_);
+    sourceRows_ = sourceRows;
     const int together = isRowWise_ ? kRowsTogether : height_;
     for (int rows = std::min(links_[0].rowsDone + together, sourceRows); rows < sourceRows;
          rows += together) {

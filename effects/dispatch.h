@@ -63,6 +63,7 @@ class StageChain {
     EffectJob job_;
     EffectMaps maps_;
     int height_;
+    int sourceRows_ = 0;  // that are there
     Scratch::Scope scope_;
     std::size_t linkCount_ = 0;
     std::array<Link, kMostLinks> links_;

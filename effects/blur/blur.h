@@ -22,9 +22,10 @@ float* gen_lookup_table(const float* matrix, int length);
 
 /// Blurs one line of `length` samples of `bytes` consecutive bytes, every byte of a sample for
 /// itself. `level` is 0 to 9, clamped, or kGradedLevel. The span of a sample starts kEndSamples
-/// before it at every level, so levels below 9 shift the line by 9 - level samples towards its end;
-/// the offset belongs to the look. The kEndSamples at either end are blurred at level 9, with the
-/// weights that fall inside the line; of a line of less than 19 samples all are such end samples.
+/// before it at every level, so levels below 9 shift the line by 9 - level samples towards its end:
+/// deliberate, the offset belongs to the look. The kEndSamples at either end are blurred at level
+/// 9, with the weights that fall inside the line; of a line of less than 19 samples all are such
+/// end samples.
 void blur(const std::uint8_t* source, std::uint8_t* destination, int length, long bytes, int level,
           const GaussianLevels& levels);
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <memory>
 #include <span>
@@ -25,7 +26,10 @@ class GaussianLevels {
     const float* Products(int level) const { return products_[Index(level)].get(); }
 
   private:
-    static std::size_t Index(int level) { return static_cast<std::size_t>(level); }
+    static std::size_t Index(int level) {
+        assert(level >= 0 && level < kCount);
+        return static_cast<std::size_t>(level);
+    }
 
     std::array<std::unique_ptr<float[]>, kCount> matrices_;
     std::array<int, kCount> lengths_{};

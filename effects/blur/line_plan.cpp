@@ -1,8 +1,22 @@
 #include "effects/blur/line_plan.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "effects/blur/blur.h"
+
+// How a line of samples falls into parts that are blurred alike.
+//
+// The first and the last nine samples are end samples: always at level 9, with the weights that
+// fall inside the line and divided by their sum, which depends on the sample's place alone and is
+// summed here, in ascending order and single precision, as the blur itself would. The middle is a
+// row of segments, each at one level. A plan is made once for all rows (or columns) of a picture.
+//
+// Invariants: segments follow each other without gaps from LeadingEnd to TrailingBegin, none is
+// empty, and neighbours differ in level. A graded line goes from high levels down to the sharp
+// middle and up again, so it has at most 9 + 1 + 9 segments, one of them at level 0. A line of less
+// than 19 samples, where the two ends would overlap, is leading end samples only: no capture size
+// is that small, but developed pictures may be.
 
 namespace Kivo::Effects {
 
@@ -12,10 +26,12 @@ LinePlan::LinePlan(int length, int level, const GaussianLevels& levels)
       trailingBegin_(length < GaussianLevels::kLongest ? length : length - kEndSamples),
       levels_(levels),
       sharp_{length, length, 0} {
+    assert(length > 0);
     for (int s = leadingEnd_; s < trailingBegin_; ++s) {
         const int own = level == kGradedLevel ? GradedLevel(length, s)
                                               : std::clamp(level, 0, GaussianLevels::kCount - 1);
         if (segmentCount_ == 0 || segments_[segmentCount_ - 1].level != own) {
+            assert(segmentCount_ < segments_.size());
             segments_[segmentCount_++] = {s, s, own};
         }
         segments_[segmentCount_ - 1].last = s + 1;
@@ -26,6 +42,8 @@ LinePlan::LinePlan(int length, int level, const GaussianLevels& levels)
 }
 
 std::size_t LinePlan::EndIndex(int sample) const {
+    assert(sample >= 0 && sample < length_);
+    assert(sample < leadingEnd_ || sample >= trailingBegin_);
     const int index = sample < leadingEnd_ ? sample : leadingEnd_ + sample - trailingBegin_;
     return static_cast<std::size_t>(index);
 }

@@ -1,6 +1,35 @@
 #include "effects/blur/separable_blur.h"
 
+#include <cassert>
+
+#include "effects/pixels/preconditions.h"
 #include "effects/pixels/vectorised.h"
+
+// A blurred picture is rows first, then columns, each pass rounding to bytes. Both give the same
+// bytes as the one-line blur with its tables of products, at every vector width:
+//
+// - One lane is one byte of the result. Its taps are added in ascending order into a
+// single-precision
+//   sum, never regrouped and never fused with the multiplication (-ffp-contract=off), so a vector
+//   does what the scalar loop does. A weight times a byte is the entry of its product table.
+// - The span of a sample s starts nine samples before it at every level: a level l below 9 shifts
+// the
+//   line by 9 - l towards its end. That is deliberate, it is the look. `work` has nine samples of
+//   zeros before and behind the line, so sample s is at work[s + 9] and the taps of s are at
+//   work[s], work[s + 1] and so on, for end samples, too: a zero that is added changes no sum, and
+//   what it stands for has not been counted in the divisor.
+// - Level 0 has one weight, which is 1, so its samples are copies of those nine before. They are
+//   never converted; of the sharp middle only the nine samples at its borders are, which their
+//   neighbours reach.
+//
+// Columns are blurred as rows of columns: the level belongs to the row, so all bytes of a row have
+// the same weights, and samples that are one below the other lie a fixed step apart in a tile of
+// floats, kWindowRows rows of kTileBytes each (25 KB), which the first-level cache holds. No column
+// is ever gathered. The rows of a band and of its reach, kBandRows + 2 * 9, are just what the ring
+// of BlurInBands holds: row y is at y % kWindowRows, and a row is overwritten when the last band
+// that reaches it is done. So every row is blurred once for all bands of a call, and a call for
+// some rows of a picture, as when bands run on several threads, begins with the nine rows above
+// them and gives the same bytes.
 
 namespace Kivo::Effects {
 
@@ -171,6 +200,9 @@ struct ColumnKernel {
 
 void BlurRow(const std::uint8_t* source, std::uint8_t* destination, int bytes, const LinePlan& plan,
              float* work) {
+    assert(bytes == 1 || bytes == 3);
+    assert(AreApart(source, static_cast<std::size_t>(plan.Length() * bytes), destination,
+                    static_cast<std::size_t>(plan.Length() * bytes)));
     if (bytes == 1) {
         RunVectorised<RowKernel<1>>(source, destination, &plan, work);
     } else {
@@ -179,6 +211,8 @@ void BlurRow(const std::uint8_t* source, std::uint8_t* destination, int bytes, c
 }
 
 void BlurColumns(const ColumnBand& band) {
+    assert(band.count > 0 && band.count <= kBandRows && band.rowBytes > 0);
+    assert(band.first >= 0 && band.first + band.count <= band.plan->Length());
     RunVectorised<ColumnKernel>(&band);
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -46,6 +47,7 @@ void BlurColumns(const ColumnBand& band);
 template <class MakeRow, class Target, class Done>
 void BlurInBands(const LinePlan& plan, std::ptrdiff_t rowBytes, Rows rows, Scratch& scratch,
                  MakeRow makeRow, Target target, Done done) {
+    assert(rows.first >= 0 && rows.last <= plan.Length());
     Scratch::Scope scope(scratch);
     const std::ptrdiff_t ringStride = (rowBytes + 63) / 64 * 64;
     std::uint8_t* const ring =

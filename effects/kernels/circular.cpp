@@ -1,9 +1,31 @@
 #include "effects/kernels/circular.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <cstring>
 #include <numbers>
+
+#include "effects/pixels/preconditions.h"
+
+// A pixel of the result comes from the source pixel in the same direction from the centre, at
+// another distance: polar coordinates, of which the source takes the truncated whole pixels.
+// Truncation makes every last bit of a cosine count, and pictures must be the same everywhere. Yet
+// angles are slow. Hence:
+//
+// - The direction is (dx, dy) / r, so mapped / r * dx is the same number as mapped * cos(angle) but
+//   for a few roundings, which are far below kMargin. Only where the truncated results could
+//   differ, within it of a whole number, are the angles asked, with the operations in the order
+//   that defines the look. Truncation thus never rests on the short way.
+// - One quarter, dx and dy from 0, serves the other three, because turning signs is exact: cosine
+// is
+//   even, sine and arc tangent are odd, and truncation is towards zero on either side. Only the
+//   left half is its own case: its angle has pi added or subtracted, which rounds differently.
+// - What lies beyond the radius stays where it is, and so does the centre, whose angle means
+// nothing.
+// - The offsets of a row are looked at once: what stays in place at its ends is copied as a whole,
+//   and a row that reads nothing outside the picture or in its last bytes can move four bytes for
+//   three. The map is worth keeping, since it costs more than its use.
 
 namespace Kivo::Effects {
 
@@ -97,6 +119,7 @@ CircularMap::CircularMap(int width, int height, bool concave)
     : width_(width),
       height_(height),
       offsets_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height)) {
+    assert(width > 0 && height > 0);
     const Remapping remapping(width, height, concave);
     const int cx = width / 2;
     const int cy = height / 2;
@@ -136,11 +159,14 @@ CircularMap::Span CircularMap::FindSpan(int y) const {
 }
 
 CircularMap::RowPlan CircularMap::Row(int y) const {
+    assert(y >= 0 && y < height_);
     const auto [first, last, isSafe] = spans_[static_cast<std::size_t>(y)];
     return {first, last, isSafe, Offsets(y)};
 }
 
 void Circular(ConstPixels source, Pixels destination, const CircularMap& map, Rows rows) {
+    assert(AreAlikeAndApart(source, destination));
+    assert(map.IsOf(source.width, source.height));
     const Rows clipped = rows.ClippedTo(source.height);
     for (int y = clipped.first; y < clipped.last; ++y) {
         const CircularMap::RowPlan row = map.Row(y);

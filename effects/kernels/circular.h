@@ -26,6 +26,8 @@ class CircularMap {
     static constexpr std::int32_t kOutside = -1;
     RowPlan Row(int y) const;
 
+    bool IsOf(int width, int height) const { return width == width_ && height == height_; }
+
   private:
     struct Span {
         int first;

@@ -1,7 +1,10 @@
 #include "effects/kernels/colorize.h"
 
+#include <cassert>
+
 #include "effects/kernels/hue2rgb.h"
 #include "effects/pixels/channel_blocks.h"
+#include "effects/pixels/preconditions.h"
 
 namespace Kivo::Effects {
 
@@ -27,7 +30,10 @@ struct Tint {
     }
 };
 
-// (306 R + 601 G + 117 B) >> 10 in 16 bits: 256 (R + 2 G) is split off, and the rest fits.
+// (306 R + 601 G + 117 B) >> 10 in 16 bits. 306 and 601 are 256 + 50 and 512 + 89, so the sum is
+// 256 (R + 2 G) + (50 R + 89 G + 117 B), and 50 + 89 + 117 is 256: the second part is at most
+// 65280 and fits. Shifting it by 8 before it is added to R + 2 G drops nothing that the shift by 2
+// that remains would have kept. The colour depends on the luminance alone, hence a table of 256.
 constexpr ChannelPattern<std::uint16_t> kWhole{1, 2, 0};
 constexpr ChannelPattern<std::uint16_t> kPart{50, 89, 117};
 
@@ -56,6 +62,7 @@ struct ColorizeBlock {
         for (std::size_t i = 0; i < kBlockBytes; i += 3) {
             std::memcpy(colour + i, tint->bytes.data() + 4 * luminance[i], 4);
         }
+        // keep + take is 256, so the sum fits 16 bits as well.
         for (std::size_t i = 0; i < kBlockBytes; ++i) {
             const auto blend = static_cast<std::uint16_t>(in[i] * keep + colour[i] * take);
             out[i] = static_cast<std::uint8_t>(blend >> 8);
@@ -67,6 +74,8 @@ struct ColorizeBlock {
 
 void Colorize(ConstPixels source, Pixels destination, int hue, int saturation, float opacity,
               Rows rows) {
+    assert(AreAlike(source, destination));
+    assert(hue >= 0 && hue <= 255 && saturation >= 0 && saturation <= 255);
     const Tint tint(hue, saturation);
     const float share = opacity < 0 ? 0.0F : opacity > 1 ? 1.0F : opacity;
     const auto take = static_cast<std::uint16_t>(share * 256);

@@ -1,7 +1,9 @@
 #include "effects/kernels/edge.h"
 
 #include <algorithm>
+#include <cassert>
 
+#include "effects/pixels/preconditions.h"
 #include "effects/pixels/vectorised.h"
 
 namespace Kivo::Effects {
@@ -36,6 +38,7 @@ struct EdgeRow {
 }  // namespace
 
 void Edge(ConstPixels source, Pixels destination, Scratch& scratch, Rows rows) {
+    assert(AreAlikeAndApart(source, destination));
     const Rows clipped = rows.ClippedTo(source.height);
     const auto lineBytes = static_cast<std::size_t>(source.StrideBytes()) + 6;
     Scratch::Scope scope(scratch);

@@ -1,10 +1,12 @@
 #include "effects/kernels/hdr.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 
 #include "effects/blur/separable_blur.h"
 #include "effects/pixels/pixel_words.h"
+#include "effects/pixels/preconditions.h"
 
 namespace Kivo::Effects {
 
@@ -26,10 +28,15 @@ struct CombineRow {
                          std::uint8_t* out, std::size_t pixels, bool shuffles) {
         SpreadGrey(mask, spread, pixels, shuffles);
         for (std::size_t i = 0; i < 3 * pixels; ++i) {
-            // 0.2 m + 0.8 c in single precision, truncated, for every pair of bytes.
+            // 0.2 m + 0.8 c in single precision, truncated, is (m + 4 c) / 5 in integers. Both
+            // constants lie a little above their decimals in single precision, so a whole result
+            // never comes out just below; and one that is not whole is at least 0.2 away from the
+            // next, ten thousand times the rounding. Division by 5 is multiplication by 13108 /
+            // 65536: too much by 0.016 for the largest sum, 1275, where 0.2 would be free.
             const auto fives = static_cast<std::uint16_t>(spread[i] + 4 * in[i]);
             const auto mixed = static_cast<std::int16_t>((std::uint32_t{fives} * 13108) >> 16);
-            // A tenth of the distance from 128 more, truncated towards zero.
+            // A tenth of the distance from 128 more, truncated towards zero; by 6554 / 65536, which
+            // for distances up to 128 is too much by less than 0.001, where 0.1 would be free.
             const auto offset = static_cast<std::int16_t>(mixed - 128);
             const auto distance = static_cast<std::uint16_t>(std::abs(offset));
             const auto tenth = static_cast<std::int16_t>((std::uint32_t{distance} * 6554) >> 16);
@@ -44,6 +51,7 @@ struct CombineRow {
 
 void HDR(ConstPixels source, Pixels destination, const GaussianLevels& levels, Scratch& scratch,
          Rows rows) {
+    assert(AreAlikeAndApart(source, destination));
     constexpr int kWidest = GaussianLevels::kCount - 1;
     const LinePlan across(source.width, kWidest, levels);
     const LinePlan down(source.height, kWidest, levels);

@@ -1,8 +1,11 @@
 #include "effects/kernels/mirror.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+
+#include "effects/pixels/preconditions.h"
 
 namespace Kivo::Effects {
 
@@ -31,6 +34,7 @@ void ReflectLeft(ConstPixels source, Pixels destination) {
 }  // namespace
 
 void Mirror(ConstPixels source, Pixels destination, bool vertical) {
+    assert(AreAlikeAndApart(source, destination));
     vertical ? ReflectTop(source, destination) : ReflectLeft(source, destination);
 }
 

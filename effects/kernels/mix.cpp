@@ -1,5 +1,8 @@
 #include "effects/kernels/mix.h"
 
+#include <cassert>
+
+#include "effects/pixels/preconditions.h"
 #include "effects/pixels/vectorised.h"
 
 namespace Kivo::Effects {
@@ -20,6 +23,8 @@ struct MixRun {
 }  // namespace
 
 void Mix(ConstPixels first, ConstPixels source, Pixels destination, Rows rows) {
+    assert(AreAlike(source, destination));
+    assert(AreAlike(first, destination));
     const Rows clipped = rows.ClippedTo(source.height);
     RunVectorised<MixRun>(first.Row(clipped.first), source.Row(clipped.first),
                           destination.Row(clipped.first),

@@ -1,5 +1,8 @@
 #include "effects/kernels/negative.h"
 
+#include <cassert>
+
+#include "effects/pixels/preconditions.h"
 #include "effects/pixels/vectorised.h"
 
 namespace Kivo::Effects {
@@ -15,6 +18,7 @@ struct NegativeRun {
 }  // namespace
 
 void Negative(ConstPixels source, Pixels destination, Rows rows) {
+    assert(AreAlike(source, destination));
     const Rows clipped = rows.ClippedTo(source.height);
     RunVectorised<NegativeRun>(source.Row(clipped.first), destination.Row(clipped.first),
                                source.StrideBytes() * (clipped.last - clipped.first));

@@ -1,11 +1,15 @@
 #include "effects/kernels/out_focus.h"
 
+#include <cassert>
+
 #include "effects/blur/separable_blur.h"
+#include "effects/pixels/preconditions.h"
 
 namespace Kivo::Effects {
 
 void OutFocus(ConstPixels source, Pixels destination, const GaussianLevels& levels,
               Scratch& scratch, Rows rows) {
+    assert(AreAlikeAndApart(source, destination));
     const LinePlan across(source.width, kGradedLevel, levels);
     const LinePlan down(source.height, kGradedLevel, levels);
     Scratch::Scope scope(scratch);

@@ -1,7 +1,9 @@
 #include "effects/kernels/preview_conversion.h"
 
 #include <algorithm>
+#include <cassert>
 
+#include "effects/pixels/preconditions.h"
 #include "effects/pixels/vectorised.h"
 
 namespace Kivo {
@@ -13,6 +15,11 @@ using Effects::Pixels;
 
 KIVO_INLINE std::uint8_t ClampToByte(int value) {
     return static_cast<std::uint8_t>(std::min(std::max(value, 0), 255));
+}
+
+/// Every 2 x 2 pixels share their chroma.
+[[maybe_unused]] bool HasEvenSides(ConstPixels picture) {
+    return picture.width % 2 == 0 && picture.height % 2 == 0;
 }
 
 /// Luma and both chroma planes of a frame.
@@ -28,8 +35,9 @@ struct Planes {
           cb(cr + std::ptrdiff_t{width} * height / 4) {}
 };
 
-/// Pixels of a row that are converted together.
+/// Pixels of a row that are converted together; even, so that none is parted from its chroma.
 constexpr int kChunkPixels = 320;
+static_assert(kChunkPixels % 2 == 0);
 
 /// One channel after the other, so that each loop stays simple enough to be vectorised.
 /// Multiplying is cheaper than looking products up.
@@ -106,6 +114,9 @@ void BlendRow(ConstPixels converted, ConstPixels firstFrame, int x, int y, int c
 
 void ConvertPreview(const std::uint8_t* frame, Pixels converted) {
     const int width = converted.width;
+    assert(HasEvenSides(converted));
+    assert(Effects::AreApart(frame, PreviewFrameBytes(width, converted.height), converted.data,
+                             converted.SizeBytes()));
     const Planes<const std::uint8_t> planes(frame, width, converted.height);
     for (int y = 0; y < converted.height; ++y) {
         const std::uint8_t* const luma = planes.luma + std::ptrdiff_t{width} * y;
@@ -120,6 +131,9 @@ void ConvertPreview(const std::uint8_t* frame, Pixels converted) {
 
 void EncodePreview(ConstPixels converted, ConstPixels firstFrame, std::uint8_t* frame) {
     const int width = converted.width;
+    assert(HasEvenSides(converted));
+    assert(Effects::AreApart(converted.data, converted.SizeBytes(), frame,
+                             PreviewFrameBytes(width, converted.height)));
     const Planes<std::uint8_t> planes(frame, width, converted.height);
     std::uint8_t blended[2][3 * kChunkPixels];
     for (int y = 0; y < converted.height; y += 2) {

@@ -1,13 +1,18 @@
 #include "effects/kernels/qshrink.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+
+#include "effects/pixels/preconditions.h"
 
 namespace Kivo::Effects {
 
 void QShrink(ConstPixels source, Pixels destination) {
     const int width = source.width / 2;
+    assert(destination.width == width && destination.height == source.height / 2);
+    assert(AreApart(source, destination));
     for (int y = 0; y < source.height / 2; ++y) {
         const std::uint8_t* const in = source.Row(2 * y);
         std::uint8_t* const out = destination.data + std::ptrdiff_t{3} * width * y;

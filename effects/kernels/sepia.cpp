@@ -1,11 +1,18 @@
 #include "effects/kernels/sepia.h"
 
+#include <cassert>
+
 #include "effects/pixels/channel_blocks.h"
 #include "effects/pixels/pixel_words.h"
+#include "effects/pixels/preconditions.h"
 
 namespace Kivo::Effects {
 
 namespace {
+
+// The three shifts with their clamping, as a minimum, a sum, a maximum and a difference of bytes:
+// value + 49 up to 255 is min(value, 206) + 49, and value - 14 from 0 is max(value, 14) - 14. A
+// channel that is not raised or not lowered has the neutral constants there.
 
 constexpr ChannelPattern<std::uint8_t> kRaise{49, 0, 0};
 constexpr ChannelPattern<std::uint8_t> kHighest{206, 255, 255};
@@ -44,6 +51,7 @@ struct SepiaBlock {
 }  // namespace
 
 void Sepia(ConstPixels source, Pixels destination, Rows rows) {
+    assert(AreAlike(source, destination));
     const Rows clipped = rows.ClippedTo(source.height);
     RunOverRows<SepiaBlock>(source, destination, clipped.first, clipped.last, CanShuffleBytes());
 }

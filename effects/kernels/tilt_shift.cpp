@@ -1,10 +1,12 @@
 #include "effects/kernels/tilt_shift.h"
 
 #include <algorithm>
+#include <cassert>
 #include <optional>
 
 #include "effects/blur/separable_blur.h"
 #include "effects/pixels/channel_blocks.h"
+#include "effects/pixels/preconditions.h"
 
 namespace Kivo::Effects {
 
@@ -12,7 +14,8 @@ namespace {
 
 /// Two curves, in integers that give the same as the single-precision formulas for every byte:
 /// A lifts and steepens, (150 v - 19200) / 100 + 153.5, and B steepens, (120 v - 15360) / 100 +
-/// 128.5, both truncated and clamped. Red goes through B alone; the asymmetry is the look.
+/// 128.5, both truncated and clamped. Red goes through B alone: deliberate, the asymmetry is the
+/// look.
 struct ToneBlock {
     KIVO_INLINE void Run(const std::uint8_t* in, std::uint8_t* out) {
         for (std::size_t at = 0; at < kBlockBytes; at += kPatternBytes) {
@@ -51,6 +54,7 @@ int LevelOfRow(int y, int height) {
 
 void TiltShift(ConstPixels source, Pixels destination, const GaussianLevels& levels,
                Scratch& scratch, Rows rows) {
+    assert(AreAlikeAndApart(source, destination));
     const LinePlan down(source.height, kGradedLevel, levels);
     std::array<std::optional<LinePlan>, GaussianLevels::kCount> across;
     const auto rowBytes = static_cast<std::size_t>(source.StrideBytes());

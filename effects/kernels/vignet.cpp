@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cmath>
 #include <cstdlib>
 
 #include "effects/kernels/limit.h"
 #include "effects/pixels/channel_blocks.h"
+#include "effects/pixels/preconditions.h"
 
 namespace Kivo::Effects {
 
@@ -125,6 +127,7 @@ VignetMap::VignetMap(int width, int height, bool wide)
 }
 
 VignetMap::RowDarkening VignetMap::Row(int y) const {
+    assert(!IsTiny() && y >= 0 && y < height_);
     const auto distance = static_cast<std::size_t>(std::abs(height_ / 2 - y));
     return {bright_[distance].first, bright_[distance].second,
             factors_.data() + distance * static_cast<std::size_t>(width_)};
@@ -132,6 +135,8 @@ VignetMap::RowDarkening VignetMap::Row(int y) const {
 
 void Vignet(ConstPixels source, Pixels destination, const VignetMap& map, Scratch& scratch,
             Rows rows) {
+    assert(AreAlike(source, destination));
+    assert(map.IsOf(source.width, source.height));
     const Rows clipped = rows.ClippedTo(source.height);
     const auto width = static_cast<std::size_t>(source.width);
     Scratch::Scope scope(scratch);
@@ -150,6 +155,7 @@ void Vignet(ConstPixels source, Pixels destination, const VignetMap& map, Scratc
 }
 
 void VignetMap::DarkenTiny(int y, std::uint8_t* row) const {
+    assert(IsTiny() && y >= 0 && y < height_);
     const int dy = height_ / 2 - y;
     for (int x = 0; x < width_; ++x) {
         const int dx = x - width_ / 2;

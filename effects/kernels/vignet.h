@@ -25,6 +25,8 @@ class VignetMap {
     };
     RowDarkening Row(int y) const;
 
+    bool IsOf(int width, int height) const { return width == width_ && height == height_; }
+
     /// Pictures so small that even the border brightens; they have no factors.
     bool IsTiny() const { return geometry_.span <= 30; }
     /// Applies the border to row `y` of a tiny picture, in place.
