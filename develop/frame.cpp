@@ -4,12 +4,14 @@
 #include <system_error>
 #include <utility>
 
-#include "develop/upright.h"
 #include "osp/media/picture/exif.h"
+#include "osp/media/picture/upright.h"
 
 namespace Kivo::Tools {
 
 using Osp::Graphics::Dimension;
+using Osp::Media::IsTransposed;
+using Osp::Media::IsUpright;
 
 Problem Frame::Load(Bytes file, bool inBackground) {
     Stop();
@@ -62,8 +64,8 @@ result Frame::DecodeTurned(Bytes file) {
     const auto nobodyWaits = [](int) {};
     const result r = DecodePicture(file, stored, stored_.data(), nobodyWaits, oddity_);
     if (Osp::Failed(r)) return r;
-    TurnUpright({stored_.data(), stored.width, stored.height}, orientation_,
-                {pixels_.data(), size_.width, size_.height});
+    const auto view = PackedView(stored_.data(), stored, Osp::Media::PixelLayout::kRgb);
+    TurnUpright(view, orientation_, pixels_.data());
     stored_ = {};
     return r;
 }

@@ -4,8 +4,6 @@
 #include <array>
 #include <filesystem>
 #include <glib.h>
-#include <libyuv/planar_functions.h>
-#include <libyuv/rotate_argb.h>
 #include <mutex>
 #include <set>
 #include <system_error>
@@ -15,6 +13,7 @@
 #include "osp/media/camera/camera_pictures.h"
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/picture_file.h"
+#include "osp/media/picture/upright.h"
 
 namespace Osp::Media {
 
@@ -38,47 +37,18 @@ result ReadJpegOfSize(const std::string& path, const Dimension& size, ByteBuffer
     return file.CopyTo(jpeg);
 }
 
-/// What makes a stored picture upright: turned clockwise, then mirrored.
-struct Turn {
-    libyuv::RotationMode rotation = libyuv::kRotate0;
-    bool mirrored = false;
-
-    bool IsNone() const { return rotation == libyuv::kRotate0 && !mirrored; }
-    bool IsTransposed() const {
-        return rotation == libyuv::kRotate90 || rotation == libyuv::kRotate270;
-    }
-};
-/// By EXIF's orientations, 1 to 8.
-constexpr std::array<Turn, 9> kTurns{{{},
-                                      {},
-                                      {libyuv::kRotate0, true},
-                                      {libyuv::kRotate180, false},
-                                      {libyuv::kRotate180, true},
-                                      {libyuv::kRotate90, true},
-                                      {libyuv::kRotate90, false},
-                                      {libyuv::kRotate270, true},
-                                      {libyuv::kRotate270, false}}};
-
-Turn TurnOf(const std::string& path) {
+int OrientationOf(const std::string& path) {
     const auto exif = ReadExif(path);
-    const auto orientation = static_cast<std::size_t>(exif ? exif->orientation : 1);
-    return orientation < kTurns.size() ? kTurns[orientation] : Turn{};
+    return exif ? exif->orientation : 1;
 }
 
 /// Of kBgrx pixels.
-void TurnUpright(const Turn& turn, Base::Block& pixels, Dimension& size) {
-    if (turn.IsNone()) return;
+void TurnBlockUpright(int orientation, Base::Block& pixels, Dimension& size) {
+    if (IsUpright(orientation)) return;
     Base::Block turned(pixels.size());
-    const Dimension stored = size;
-    if (turn.IsTransposed()) std::swap(size.width, size.height);
-    libyuv::ARGBRotate(pixels.data(), 4 * stored.width, turned.data(), 4 * size.width, stored.width,
-                       stored.height, turn.rotation);
-    if (turn.mirrored) {
-        libyuv::ARGBMirror(turned.data(), 4 * size.width, pixels.data(), 4 * size.width, size.width,
-                           size.height);
-    } else {
-        std::swap(pixels, turned);
-    }
+    TurnUpright(PackedView(pixels.data(), size, PixelLayout::kBgrx), orientation, turned.data());
+    if (IsTransposed(orientation)) std::swap(size.width, size.height);
+    std::swap(pixels, turned);
 }
 
 /// Whether somebody who put the file there will expect to see it.
@@ -132,9 +102,9 @@ bool PhotosCamera::Pictures::Decode(std::size_t index) {
         NameUnreadable(paths[index]);
         return false;
     }
-    const Turn turn = TurnOf(paths[index]);
-    TurnUpright(turn, decoded, size);
-    isTurned = !turn.IsNone();
+    const int orientation = OrientationOf(paths[index]);
+    TurnBlockUpright(orientation, decoded, size);
+    isTurned = !IsUpright(orientation);
     decodedSize = size;
     return true;
 }

@@ -1,10 +1,10 @@
 // What a developed picture's file says about the picture.
 #include "develop/picture_format.h"
-#include "develop/upright.h"
 #include "osp/media/picture/encoded_picture.h"
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/jpeg_codec.h"
 #include "osp/media/picture/png_codec.h"
+#include "osp/media/picture/upright.h"
 #include "tests/develop/develop_fixture.h"
 #include "tests/support/colour_profile.h"
 
@@ -179,19 +179,25 @@ TEST_F(MetadataTest, ThatIsRubbishDoesNoHarm) {
     EXPECT_EQ(ExifOf("out.jpg").description, "KIVO (Normal),1X");
 }
 
+void Turn(const Picture& picture, int orientation, Picture& turned) {
+    Osp::Media::TurnUpright(PackedView(picture.bytes.data(), {picture.width, picture.height},
+                                       Osp::Media::PixelLayout::kRgb),
+                            orientation, turned.bytes.data());
+}
+
 TEST_F(MetadataTest, TurnsThePictureUpright) {
     const Picture upright = RandomPicture(48, 32, Look::kGradient, 5);
     for (int orientation = 1; orientation <= 8; ++orientation) {
         // Turning back what was turned: 6 and 8 undo each other, all others themselves.
         const int back = orientation == 6 ? 8 : orientation == 8 ? 6 : orientation;
-        const bool isTransposed = Tools::IsTransposed(orientation);
+        const bool isTransposed = Osp::Media::IsTransposed(orientation);
         Picture stored(isTransposed ? 32 : 48, isTransposed ? 48 : 32);
-        Tools::TurnUpright(upright.View(), back, stored.View());
+        Turn(upright, back, stored);
         ExifInfo info = SomeInfo();
         info.orientation = orientation;
         const std::string in = WriteJpeg("in.jpg", stored, SegmentOf(info));
         Picture expected(48, 32);
-        Tools::TurnUpright(ReadJpeg(in).View(), orientation, expected.View());
+        Turn(ReadJpeg(in), orientation, expected);
         Develop({"-t", "MIX", in, in, "-o", At("out.ppm")});
         ExpectSame(FromPpm(Read("out.ppm")), expected,
                    "orientation " + std::to_string(orientation));

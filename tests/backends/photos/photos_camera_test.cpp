@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-#include "develop/upright.h"
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/jpeg_codec.h"
 #include "osp/media/picture/png_codec.h"
+#include "osp/media/picture/upright.h"
 #include "tests/support/faults.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/running_camera.h"
@@ -229,7 +229,8 @@ TEST_F(PhotosCameraTest, TurnsPicturesUpright) {
         const int back = orientation == 6 ? 8 : orientation == 8 ? 6 : orientation;
         const bool isTransposed = orientation >= 5;
         Picture stored(isTransposed ? 960 : 1280, isTransposed ? 1280 : 960);
-        Kivo::Tools::TurnUpright(upright.View(), back, stored.View());
+        TurnUpright(PackedView(upright.bytes.data(), {1280, 960}, PixelLayout::kRgb), back,
+                    stored.bytes.data());
         ExifInfo info;
         info.orientation = orientation;
         const auto segment = BuildExifSegment(info);

@@ -11,6 +11,7 @@
 #include "osp/base/owner.h"
 #include "osp/io/errno_result.h"
 #include "osp/io/file_descriptor.h"
+#include "osp/media/picture/jpeg_rows.h"
 #include "osp/media/picture/png_codec.h"
 
 namespace Osp::Media {
@@ -69,12 +70,12 @@ result ReadPictureBytes(const std::string& path, EncodedPicture& bytes) {
 
 result ReadPictureSize(const std::string& path, Graphics::Dimension& size) {
     FileKind kind{};
-    const result r = ReadFileKind(path, kind);
+    result r = ReadFileKind(path, kind);
     if (Failed(r)) return r;
     if (kind == FileKind::kPng) return ReadPngSize(path, size);
-    EncodedPicture bytes;
-    const result read = ReadPictureBytes(path, bytes);
-    return Failed(read) ? read : ReadJpegSize(bytes.Bytes(), size);
+    File file;
+    r = Open(path, file);
+    return Failed(r) ? r : JpegReader(file.get()).ReadHeader(size);
 }
 
 result DecodePicture(const std::string& path, PixelLayout layout, Base::Block& pixels,

@@ -26,7 +26,7 @@ result ReadFileKind(const std::string& path, FileKind& kind);
 /// than kMostFileBytes.
 result ReadPictureBytes(const std::string& path, EncodedPicture& bytes);
 
-/// From the header.
+/// From the header, whatever follows it.
 result ReadPictureSize(const std::string& path, Graphics::Dimension& size);
 
 /// Packed pixels; `pixels` is kept when it has exactly the size needed and replaced otherwise.

@@ -1,9 +1,12 @@
 // Pictures that a camera stored turned or mirrored, with a note about it.
 #pragma once
 
-#include "effects/pixels/pixels.h"
+#include <cstdint>
 
-namespace Kivo::Tools {
+#include "osp/media/picture/pixel_view.h"
+
+/// Any thread.
+namespace Osp::Media {
 
 /// Orientations as EXIF numbers them: 1 is upright, 2 to 8 are turned or mirrored; other values
 /// count as 1.
@@ -15,7 +18,8 @@ constexpr bool IsTransposed(int orientation) {
     return orientation >= 5 && orientation <= 8;
 }
 
-/// `upright` has the size that the orientation gives the picture.
-void TurnUpright(Effects::ConstPixels picture, int orientation, Effects::Pixels upright);
+/// Writes the picture, packed and in the same layout, with the sides that the orientation gives it.
+/// The two do not overlap.
+void TurnUpright(const PixelView& stored, int orientation, std::uint8_t* upright);
 
-}  // namespace Kivo::Tools
+}  // namespace Osp::Media
