@@ -14,6 +14,7 @@
 #include "develop/developer.h"
 #include "develop/picture_files.h"
 #include "develop/sheet_layout.h"
+#include "osp/graphics/access.h"
 #include "osp/graphics/bitmap_pixels.h"
 #include "osp/graphics/surface.h"
 
@@ -21,6 +22,7 @@ namespace Kivo::Tools {
 
 namespace {
 
+using Osp::Graphics::Access;
 using Osp::Graphics::Bitmap;
 using Osp::Graphics::BitmapPixels;
 using Osp::Graphics::Canvas;
@@ -75,7 +77,7 @@ class Sheet {
     explicit Sheet(const Dimension& picture)
         : layout_(picture),
           surface_(std::make_shared<Surface>(layout_.Sheet(), Surface::Kind::kOpaque)),
-          canvas_(surface_) {
+          canvas_(Access::MakeCanvas(surface_)) {
         (void)canvas_.FillRectangle(kPaper, canvas_.GetBounds());
         for (int type = 0; type < SheetLayout::kTypes; ++type) DrawFilm(type);
     }
@@ -85,7 +87,8 @@ class Sheet {
         const auto row = static_cast<int>(effect);
         Osp::Base::Block rgba(PackedSize(picture.size, picture.layout));
         std::copy_n(picture.pixels, rgba.size(), rgba.data());
-        const Bitmap bitmap(std::make_shared<BitmapPixels>(picture.size, std::move(rgba)));
+        const Bitmap bitmap =
+            Access::MakeBitmap(std::make_shared<BitmapPixels>(picture.size, std::move(rgba)));
         (void)canvas_.DrawBitmap(FitInto(layout_.Frame(column, row), picture.size), bitmap);
         DrawCentred(layout_.Caption(column, row),
                     TextOf(NameOf(type)) + " (" + TextOf(NameOf(effect)) + ")",

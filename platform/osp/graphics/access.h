@@ -21,8 +21,8 @@ class Access {
         return Bitmap(std::move(pixels));
     }
     /// A canvas that draws into `surface`, which is not null.
-    static std::unique_ptr<Canvas> MakeCanvas(std::shared_ptr<Surface> surface) {
-        return std::unique_ptr<Canvas>(new Canvas(std::move(surface)));
+    static Canvas MakeCanvas(std::shared_ptr<Surface> surface) {
+        return Canvas(std::move(surface));
     }
 };
 

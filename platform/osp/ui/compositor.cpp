@@ -4,11 +4,10 @@
 //
 // Inside the damage everything is painted anew from black upwards; outside, the screen keeps what
 // it had. That is right only because every change that shows damages the control's area, before and
-// after when it moves. A control outside the damage is skipped, but not what it holds: children may
-// lie outside their parent and are not clipped to it.
+// after when it moves. A control outside the damage is skipped, but not what it holds: children are
+// not clipped to their parent. They should lie inside it all the same, because moving or hiding the
+// parent damages no more than the parent's own area.
 #include "osp/ui/compositor.h"
-
-#include <cassert>
 
 #include <osp/ui/controls/button.h>
 #include <osp/ui/controls/overlay_panel.h>

@@ -97,7 +97,7 @@ Graphics::Canvas* Control::GetCanvasN() {
         surface_ = std::make_shared<Graphics::Surface>(bounds_.Size(),
                                                        Graphics::Surface::Kind::kWithAlpha);
     }
-    return Graphics::Access::MakeCanvas(surface_).release();
+    return new Graphics::Canvas(Graphics::Access::MakeCanvas(surface_));
 }
 
 result Control::SendUserEvent(long requestId, Base::Collection::IList* args) {

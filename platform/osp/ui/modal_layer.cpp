@@ -56,10 +56,10 @@ Graphics::Font MakeFont(int style, int size) {
 }
 
 Graphics::Dimension Measure(const Base::String& text, const Graphics::Font& font) {
-    const auto canvas = Graphics::Access::MakeCanvas(std::make_shared<Graphics::Surface>(
+    Graphics::Canvas canvas = Graphics::Access::MakeCanvas(std::make_shared<Graphics::Surface>(
         Graphics::Dimension{1, 1}, Graphics::Surface::Kind::kWithAlpha));
-    (void)canvas->SetFont(font);
-    return canvas->MeasureText(text);
+    (void)canvas.SetFont(font);
+    return canvas.MeasureText(text);
 }
 
 class OkButton : public Controls::Button {

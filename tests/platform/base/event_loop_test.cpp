@@ -125,5 +125,13 @@ TEST_F(TimerTest, ExpiresOnceAndNotWhenItWasCancelledOrDeletedAtTheLastMoment) {
     EXPECT_EQ(log_.size(), 1u);
 }
 
+// Only builds with asserts notice; the others do what is harmless here.
+TEST_F(EventLoopTest, IsRunAndDroppedByItsOwnThreadOnly) {
+    EventSource source;
+    EXPECT_DEBUG_DEATH(std::thread([this] { loop_.CancelTimer(1); }).join(), "IsLoopThread");
+    EXPECT_DEBUG_DEATH(std::thread([&source] { source.Drop(); }).join(), "IsLoopThread");
+    EXPECT_DEBUG_DEATH(loop_.StartTimer(EventClass::kSystem, -1ms, [] {}), "delay");
+}
+
 }  // namespace
 }  // namespace Osp::Base

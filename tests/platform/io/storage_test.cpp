@@ -114,6 +114,8 @@ TEST_F(StorageTest, IsLockedForOthersUntilItsProcessEnds) {
     // A program that it started and that outlives it.
     const Base::Owner<FILE, pclose> started(popen("cat", "w"));
     own = nullptr;
+    // What it does not inherit it closes a moment after popen has returned.
+    for (int i = 0; i < 200 && lockElsewhere() != result::kSuccess; ++i) usleep(10000);
     EXPECT_EQ(lockElsewhere(), result::kSuccess);
     fs::remove_all(storage_.GetPrivateFolder());
     EXPECT_EQ(lockElsewhere(), result::kSuccess) << "what is not there holds nobody up";

@@ -22,18 +22,18 @@ constexpr int kTextHeightDivisor = 12;  // of the shorter side
 
 std::shared_ptr<Surface> DrawMessage(const Dimension& size) {
     auto surface = std::make_shared<Surface>(size, Surface::Kind::kOpaque);
-    const auto canvas = Graphics::Access::MakeCanvas(surface);
-    (void)canvas->FillRectangle(kGround, canvas->GetBounds());
+    Graphics::Canvas canvas = Graphics::Access::MakeCanvas(surface);
+    (void)canvas.FillRectangle(kGround, canvas.GetBounds());
     Graphics::Font font;
     const int side = std::min(size.width, size.height);
     if (Failed(font.Construct(Graphics::kFontStylePlain, side / kTextHeightDivisor)) ||
-        Failed(canvas->SetFont(font))) {
+        Failed(canvas.SetFont(font))) {
         return surface;
     }
-    canvas->SetForegroundColor(kText);
+    canvas.SetForegroundColor(kText);
     const Base::String text("Camera disconnected");
-    const Dimension box = canvas->MeasureText(text);
-    (void)canvas->DrawText({(size.width - box.width) / 2, (size.height - box.height) / 2}, text);
+    const Dimension box = canvas.MeasureText(text);
+    (void)canvas.DrawText({(size.width - box.width) / 2, (size.height - box.height) / 2}, text);
     return surface;
 }
 
