@@ -13,9 +13,9 @@
 
 #include "backends/scene/scene_harbour.h"
 #include "capture/photo_description.h"
+#include "cmake/product.h"
 #include "develop/developer.h"
 #include "effects/composition.h"
-#include "host/product.h"
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/jpeg_codec.h"
 
@@ -114,7 +114,7 @@ EncodedPicture DevelopStepByStep(const Recipe& recipe) {
     Osp::Media::ExifInfo info;
     info.description =
         ComposePhotoDescription(recipe.type, recipe.effect, ZoomLevel::k1X, recipe.hdr);
-    info.software = Host::kProduct.name;
+    info.software = Kivo::kProductName;
     info.orientation = 1;
     info.size = size;
     EncodedPicture encoded;

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "capture/photo_description.h"
+#include "cmake/product.h"
 #include "effects/kernels/rgba.h"
-#include "host/product.h"
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/jpeg_codec.h"
 #include "osp/media/picture/jpeg_rows.h"
@@ -146,7 +146,7 @@ Metadata Developer::MakeMetadata(const Recipe& recipe, PictureFormat format) con
     Osp::Media::ExifInfo info;
     info.description =
         ComposePhotoDescription(recipe.type, recipe.effect, ZoomLevel::k1X, recipe.hdr);
-    info.software = Host::kProduct.name;
+    info.software = Kivo::kProductName;
     info.orientation = 1;
     info.size = SizeOf(recipe, frames_[0].Size());
     metadata.exif = Osp::Media::RebuildExifSegment(sources_[0].bytes, info);

@@ -8,7 +8,7 @@
 #include <span>
 #include <string_view>
 
-#include "cmake/version.h"
+#include "cmake/product.h"
 #include "develop/developer.h"
 #include "develop/picture_files.h"
 #include "effects/composition.h"

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "cmake/product.h"
 #include "develop/picture_files.h"
 #include "develop/picture_format.h"
-#include "host/product.h"
 #include "osp/media/picture/exif.h"
 
 namespace {
@@ -27,7 +27,7 @@ Metadata MakeMetadata(const Dimension& size) {
     info.description = "A seed";
     info.dateTimeOriginal = "2024:05:06 07:08:09";
     info.offsetTimeOriginal = "+01:00";
-    info.software = Host::kProduct.name;
+    info.software = Kivo::kProductName;
     info.orientation = 6;
     info.size = size;
     constexpr std::string_view kProfile = "................RGB XYZ ";

@@ -5,7 +5,7 @@
 
 #include <osp/base/string.h>
 
-#include "cmake/version.h"
+#include "cmake/product.h"
 #include "host/camera_sources.h"
 #include "host/product.h"
 

@@ -8,7 +8,7 @@
 #include <system_error>
 #include <utility>
 
-#include "cmake/version.h"
+#include "cmake/product.h"
 #include "host/camera_sources.h"
 #include "host/outcome.h"
 #include "osp/base/owner.h"

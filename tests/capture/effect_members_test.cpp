@@ -47,17 +47,16 @@ void WithMainForm(const std::function<void(MainForm&)>& check) {
     options.clock = Host::ClockKind::kReal;
     options.dataFolder = folder.Path();
     options.primary = options.secondary = "scene";
-    Host::StartFailure failure;
-    const auto machine =
-        Host::Machine::Make(options, Host::PackageFolder() + "/share/kivo-camera/Res", failure);
-    ASSERT_NE(machine, nullptr) << failure.message;
+    auto made = Host::Machine::Make(options, Host::PackageFolder() + "/share/kivo-camera/Res");
+    ASSERT_TRUE(made) << made.Why().message;
+    Host::Machine& machine = **made;
     bool hasChecked = false;
-    machine->GetLoop().StartTimer(Osp::Base::EventClass::kApplication, kStarted, [&] {
+    machine.GetLoop().StartTimer(Osp::Base::EventClass::kApplication, kStarted, [&] {
         check(*static_cast<MainForm*>(Osp::Ui::Screen::Current().GetCurrentForm()));
         hasChecked = true;
         Osp::App::Lifecycle::Current().Terminate(false);
     });
-    EXPECT_EQ(machine->Run(OspMain), 0);
+    EXPECT_EQ(machine.Run(OspMain), 0);
     EXPECT_TRUE(hasChecked);
 }
 

@@ -20,7 +20,7 @@ STANDARD = set("""algorithm any array atomic bit charconv chrono cmath compare c
     variant vector cassert cctype cerrno cfloat climits version""".split())
 SYSTEM = ("cxxabi.h", "dirent.h", "dlfcn.h", "fcntl.h", "linux/", "malloc.h", "poll.h", "pty.h",
           "sched.h", "spawn.h", "sys/", "unistd.h")
-GENERATED = {"cmake/version.h"}
+GENERATED = {"cmake/product.h"}
 INCLUDE = re.compile(r'^\s*#\s*include\s+(["<])([^">]+)[">]', re.MULTILINE)
 ROW = re.compile(r"^\| *((?:`[^`]+`[, ]*)+) *\|[^|]*\|([^|]*)\|([^|]*)\|$", re.MULTILINE)
 
