@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cassert>
 #include <filesystem>
 #include <mutex>
 #include <optional>
@@ -15,6 +16,12 @@
 #include "develop/picture_files.h"
 #include "develop/progress_bar.h"
 #include "osp/io/safe_file.h"
+
+// Threads take pictures one by one from a common list; each picture's outcome belongs to the thread
+// that took it until all have ended, so the report needs no lock and comes out in name order
+// however the threads run. A thread that waits for memory holds none, so the one that has some goes
+// on and gives it back: nobody waits for ever. A worker keeps its memory from one small picture to
+// the next and gives back a large one's before it asks for more.
 
 namespace Kivo::Tools {
 
@@ -64,6 +71,7 @@ class Worker {
         const std::size_t needed = std::max(NeededBytes(path), kSmallBytes);
         if (developer_ && needed == taken_ && needed == kSmallBytes) return *developer_;
         Forget();
+        assert(taken_ == 0);  // whoever waits holds nothing
         budget_.Take(needed);
         taken_ = needed;
         Effects::EffectTables& tables = needed == kSmallBytes ? shared_ : own_.emplace();

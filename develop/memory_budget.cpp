@@ -1,6 +1,7 @@
 #include "develop/memory_budget.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -51,6 +52,7 @@ void MemoryBudget::Take(std::size_t bytes) {
 void MemoryBudget::Give(std::size_t bytes) {
     {
         const std::lock_guard lock(mutex_);
+        assert(taken_ >= std::min(bytes, kBudgetBytes));
         taken_ -= std::min(bytes, kBudgetBytes);
     }
     given_.notify_all();

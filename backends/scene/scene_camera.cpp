@@ -10,6 +10,11 @@
 #include "backends/scene/scene_portrait.h"
 #include "osp/media/camera/camera_pictures.h"
 
+// Most of the scene stands still: it is drawn once for each size and zoom and copied for every
+// frame, over which only what moves is drawn. Frames and stills are drawn by different workers at
+// the same time, so each size has a backdrop and a lock of its own; a backdrop that is in use stays
+// while the next one is drawn. Nothing random and no clock goes into a picture.
+
 namespace Osp::Media {
 
 namespace {

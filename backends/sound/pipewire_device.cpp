@@ -7,6 +7,11 @@
 
 #include "osp/base/owner.h"
 
+// OnProcess runs in a thread of the sound library, on the sound card's clock, which is neither the
+// loop's nor ever quite as fast. The card's side asks: it says how many frames it wants, and the
+// mixer makes exactly as many. So no queue lies between the two clocks that could run dry or over,
+// and their jitter shifts a sound's start by a block at most.
+
 namespace Osp::Media {
 
 namespace {

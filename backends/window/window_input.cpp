@@ -8,6 +8,11 @@
 #include "osp/ui/input.h"
 #include "osp/ui/screen.h"
 
+// The phone has one finger. The first mouse button or touch that goes down is it, until it is let
+// go; others are swallowed meanwhile. Every press is followed by one release or cancel, and every
+// key by its release, whatever the toolkit leaves out: a window that loses the focus or is
+// minimised hears of no release, so LetGo makes up for it.
+
 namespace Osp::Ui {
 
 using Graphics::Point;

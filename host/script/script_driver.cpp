@@ -1,7 +1,19 @@
 #include "host/script/script_driver.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
+
+// Who moves time. The loop asks its driver only when no event is left, so whatever a command has
+// caused has come to its end, workers' answers included, before the next command is looked at.
+// Under the virtual clock nothing but a waiting step moves time: to the next timer or to the step's
+// own end, whichever is sooner, so that no timer is ever late and a script gives the same result on
+// a machine of any speed. Under the real clock time moves by itself, and an alarm makes the loop
+// ask again when the step's time is over.
+//
+// A step may run the loop, as a message box does, and so be followed by later steps before it
+// returns. Hence a step is taken off the list before it is run, and nothing is kept across its run
+// that the nested driver may have changed.
 
 namespace Host {
 
@@ -90,12 +102,14 @@ bool ScriptDriver::PassTime(TimePoint limit) {
 }
 
 void ScriptDriver::StepDone() {
+    assert(!steps_.empty());
     steps_.pop_front();
     stepStart_.reset();
     loop_.CancelTimer(std::exchange(alarm_, 0));
 }
 
 void ScriptDriver::LineDone(const Outcome<>& outcome) {
+    assert(line_);
     const ScriptLine line = *std::exchange(line_, std::nullopt);
     steps_.clear();
     if (line.done) {

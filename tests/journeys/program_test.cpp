@@ -22,6 +22,7 @@
 #include "tests/support/camera_screen.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/sanitizers.h"
+#include "tests/support/subjects.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Kivo {
@@ -174,13 +175,14 @@ rlim_t AddressSpaceOf(int process) {
 
 // The limit comes while the program previews, so that whatever its libraries and its preview take,
 // it is the photographs that feel it: they ask for tens of megabytes. It rises, because what one
-// was given is kept for the next, and never from nothing: some libraries do not survive without
-// memory for small things.
+// was given is kept for the next. The camera has stored pictures, because the library that draws
+// the scene does not survive a drawing for which there is no memory.
 TEST(Program, WithoutMemoryAPhotographFailsAndTheCameraGoesOn) {
     if (kIsSanitized) GTEST_SKIP() << "a sanitizer's own memory cannot be limited";
     const TemporaryFolder folder;
-    CameraProgram program(
-        {"--headless", "--script", "-", "--data", folder.Path(), "--secondary", "none"});
+    const Subjects subjects(1);
+    CameraProgram program({"--headless", "--script", "-", "--data", folder.Path(), "--primary",
+                           subjects.Source(), "--secondary", "none"});
     const auto run = [&program](std::initializer_list<std::string> lines) {
         for (const std::string& line : lines) program.Send(line);
         program.Send("print sounds");

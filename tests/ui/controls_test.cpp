@@ -1,165 +1,11 @@
 // The controls of the camera screen, used with one finger.
-#include <gtest/gtest.h>
-
-#include "app/model/action_ids.h"
-#include "tests/support/camera_screen.h"
-#include "tests/support/main_form_access.h"
-#include "tests/support/phone.h"
-#include "tests/support/subjects.h"
+#include "tests/ui/controls_fixture.h"
 
 namespace Kivo {
 namespace {
 
 using namespace Testing;
 using nlohmann::json;
-using Pixels = std::vector<std::uint32_t>;
-
-struct Box {
-    int x, y, width, height;
-};
-
-class ControlsTest : public testing::Test {
-  protected:
-    // A camera that shows a still picture, so that screens can be compared.
-    ControlsTest()
-        : subjects_(1), phone_({.primary = subjects_.Source(), .secondary = subjects_.Source()}) {
-        phone_.Do({"await preview", "wait 100"});
-    }
-
-    void Use(CameraType type) {
-        phone_.On([type] { Choose(type, PhotoEffect::kNormal); });
-        phone_.Do({"wait 200", "await preview", "wait 200"});
-    }
-    template <class Get>
-    auto Setting(Get get) {
-        return phone_.On([get] { return get(CurrentSettings()); });
-    }
-    int Zoom() {
-        return Setting([](auto& s) { return static_cast<int>(s.GetZoomLevel()); });
-    }
-    int Effect() {
-        return Setting([](auto& s) { return static_cast<int>(s.GetPhotoEffect()); });
-    }
-    json Find(const std::string& name) {
-        const json screen = phone_.Screen();
-        for (const json& control : screen["controls"]) {
-            if (control["text"] == name) return control;
-        }
-        return nullptr;
-    }
-    int ZoomBarY() { return Find("Zoom")["bounds"][1]; }
-    int RollX() { return Find("Effect")["bounds"][0]; }
-    bool IsMaskShown() {
-        const json screen = phone_.Screen();
-        return std::ranges::any_of(screen["controls"],
-                                   [](const json& c) { return c["kind"] == "panel"; });
-    }
-    Pixels Shown(const Box& box) {
-        return phone_.On([box] {
-            const auto& screen = Osp::Ui::Screen::Current().Compose();
-            Pixels pixels;
-            for (int y = box.y; y < box.y + box.height; ++y) {
-                const auto* row = reinterpret_cast<const std::uint32_t*>(
-                    screen.Data() + std::ptrdiff_t{screen.StrideBytes()} * y);
-                pixels.insert(pixels.end(), row + box.x, row + box.x + box.width);
-            }
-            return pixels;
-        });
-    }
-    Pixels WholeScreen() { return Shown({0, 0, 800, 480}); }
-    void Drag(int x, int y, int dx, int dy) {
-        const auto text = [](int a, int b) { return std::to_string(a) + " " + std::to_string(b); };
-        phone_.Do("press " + text(x, y));
-        phone_.Do("move " + text(x + dx, y + dy));
-        phone_.Do("release " + text(x + dx, y + dy));
-        phone_.Wait(100);
-    }
-    void Extend() {
-        phone_.Do({Tap(kZoomBar), "wait 100", Tap(kEffectRoll), "wait 100"});
-        EXPECT_EQ(ZoomBarY(), 0);
-        EXPECT_EQ(RollX(), -132);
-    }
-
-    Subjects subjects_;
-    Phone phone_;
-};
-
-TEST_F(ControlsTest, TapsSlideTheZoomBarAndTheRollOutAndBackStepByStep) {
-    const std::vector<int> zoomOut{-56, -42, -28, -14, 0, 0};
-    const std::vector<int> rollOut{-184, -171, -158, -145, -132, -132};
-    phone_.Do(Press(kZoomBar));
-    std::vector<int> places{ZoomBarY()};
-    for (int i = 0; i < 5; ++i) {
-        phone_.Wait(10);
-        places.push_back(ZoomBarY());
-    }
-    EXPECT_EQ(places, zoomOut);
-    phone_.Do({Release(kZoomBar), Tap(kZoomBar), "wait 100"});
-    EXPECT_EQ(ZoomBarY(), -56);
-
-    phone_.Do(Press(kEffectRoll));
-    places = {RollX()};
-    for (int i = 0; i < 5; ++i) {
-        phone_.Wait(10);
-        places.push_back(RollX());
-    }
-    EXPECT_EQ(places, rollOut);
-    phone_.Do({Release(kEffectRoll), Tap(kEffectRoll), "wait 50"});
-    EXPECT_EQ(RollX(), -184);
-}
-
-TEST_F(ControlsTest, ZoomDragsCountStepsOfThirtyPixels) {
-    Extend();
-    Drag(750, 20, -29, 0);
-    EXPECT_EQ(Zoom(), 0);
-    EXPECT_EQ(ZoomBarY(), -56) << "less than a step is a tap";
-    phone_.Do({Tap(kZoomBar), "wait 100"});
-    EXPECT_TRUE(phone_.Sounds().empty());
-    Drag(750, 20, -30, 0);
-    EXPECT_EQ(Zoom(), 1);
-    Drag(750, 20, -95, 0);
-    EXPECT_EQ(Zoom(), 4);
-    Drag(600, 20, 30, 0);
-    EXPECT_EQ(Zoom(), 3);
-    Drag(790, 20, -280, 0);
-    EXPECT_EQ(Zoom(), 6);
-    EXPECT_EQ(phone_.Sounds(), std::vector<std::string>(4, "/Res/snd_change_roll.wav"));
-    EXPECT_EQ(ZoomBarY(), 0) << "a drag leaves it out";
-    phone_.Do({Tap(kZoomBar), "wait 100"});
-    EXPECT_EQ(ZoomBarY(), -56) << "a tap takes it back, also after a drag";
-    EXPECT_EQ(Zoom(), 6);
-}
-
-TEST_F(ControlsTest, RollDragsChooseEffectsThatTheCameraTypeOffers) {
-    Extend();
-    Drag(20, 230, 0, -29);
-    EXPECT_EQ(Effect(), 0);
-    phone_.Do({Tap(kEffectRoll), "wait 100"});
-    Drag(20, 230, 0, -30);
-    EXPECT_EQ(Effect(), 1);
-    Drag(20, 230, 0, -95);
-    EXPECT_EQ(Effect(), 4);
-    Drag(20, 130, 0, 160);
-    EXPECT_EQ(Effect(), 9);
-    EXPECT_EQ(RollX(), -132);
-
-    Use(CameraType::kAction);
-    EXPECT_EQ(RollX(), -184) << "a new camera type puts it back";
-    phone_.Do({Tap(kEffectRoll), "wait 100"});
-    Drag(20, 230, 0, -30);
-    EXPECT_EQ(Effect(), 3);
-    Drag(20, 230, 0, 30);
-    EXPECT_EQ(Effect(), 0);
-}
-
-TEST_F(ControlsTest, ATapStoresTheValueThatTheLastDragLeft) {
-    Extend();
-    Drag(750, 20, -60, 0);
-    ASSERT_EQ(Zoom(), 2);
-    phone_.On([] { CurrentSettings().SetZoomLevel(ZoomLevel::k1X); });
-    phone_.Do({Tap(kZoomBar), "wait 100"});
-    EXPECT_EQ(Zoom(), 2);
-}
 
 TEST_F(ControlsTest, AHeldValueButtonShowsWhatItsActionWillSet) {
     const struct {
@@ -233,22 +79,6 @@ TEST_F(ControlsTest, WhatTheKeyTakesFromTheFingerShowsWhatIsSet) {
     EXPECT_EQ(Zoom(), 0);
     phone_.Do({Tap(kZoomBar), "wait 200"});
     EXPECT_EQ(Zoom(), 0) << "a drag that was taken away leaves nothing to store";
-}
-
-TEST_F(ControlsTest, ARollThatIsDraggedPastItsEndStopsAtNormal) {
-    Extend();
-    const Pixels normal = WholeScreen();
-    phone_.Do({"press 20 110", "move 20 479"});
-    phone_.Wait(50);
-    const Pixels held = WholeScreen();
-    phone_.Do({"move 20 109", "move 20 140", "move 20 479"});
-    phone_.Wait(50);
-    EXPECT_EQ(WholeScreen(), held);
-    phone_.Do({"release 20 479", "wait 100"});
-    EXPECT_EQ(Effect(), 0);
-    EXPECT_EQ(WholeScreen(), normal);
-    Drag(20, 230, 0, -30);
-    EXPECT_EQ(Effect(), 1) << "and goes on from there";
 }
 
 TEST_F(ControlsTest, TheBackgroundTakesFingerHelpAndDragAway) {

@@ -9,6 +9,17 @@
 
 #include "osp/base/trace.h"
 
+// The state changes in Take alone, along the table in camera_states.h. What follows from it holds
+// between any two calls:
+// - the current device of the slot has been told to open unless the state is kOff, and runs exactly
+//   while IsPreviewing;
+// - the capture's deadline is set exactly while the state is kCapturing;
+// - what the application asked for is answered once: by the device, by the deadline, or by
+//   AnswerUnfinished when the device goes;
+// - the listener is called from the loop only, never from inside a call of the device or of the
+//   application, and may delete the session there. So a task touches nothing after the listener,
+//   and what it hands over belongs to the task.
+
 namespace Osp::Media {
 
 namespace {
@@ -30,6 +41,7 @@ bool Contains(std::span<const Dimension> sizes, const Dimension& size) {
 
 CameraSession::CameraSession(ICameraEventListener& listener, CameraSlot& slot)
     : listener_(listener), slot_(slot) {
+    assert(slot_.Exists() && slot_.standIn != nullptr && !PreviewSizes().empty());
     settings_.previewSize = PreviewSizes().back();
     settings_.stillSize = kFirstCaptureSize;
 }
@@ -130,6 +142,7 @@ result CameraSession::Capture() {
     if (Failed(r)) return r;
     Base::Trace::Mark("capture-begun");
     Take(SessionEvent::kStartCapture);
+    assert(captureDeadline_ == 0);
     captureDeadline_ =
         Base::EventLoop::Current().StartTimer(Base::EventClass::kSystem, kLongestCapture, [this] {
             captureDeadline_ = 0;
@@ -211,6 +224,7 @@ void CameraSession::OnFailed(result r) {
 }
 
 void CameraSession::OnConnectionChanged() {
+    assert(state_ != SessionState::kOff);
     const SessionState before = state_;
     if (IsPreviewing(before)) {
         CancelDeadline();

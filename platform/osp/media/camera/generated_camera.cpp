@@ -1,10 +1,17 @@
 #include "osp/media/camera/generated_camera.h"
 
 #include <array>
+#include <cassert>
 #include <utility>
 
 #include "osp/base/background.h"
 #include "osp/media/camera/i420.h"
+
+// A stream is an object of its own, which timers and workers' answers hold weakly: what comes back
+// after Stop finds its stream gone and does nothing, also when the next stream runs already. Frames
+// are due at whole thirtieths of a second from the stream's start, computed from the start and not
+// from the frame before, so that rounding does not add up. What a frame shows depends on the clock
+// alone: two streams that run at one moment show the same.
 
 namespace Osp::Media {
 
@@ -40,11 +47,13 @@ std::span<const Dimension> GeneratedCamera::PreviewSizes() const {
 }
 
 result GeneratedCamera::Open(CameraDeviceClient& client) {
+    assert(client_ == nullptr);
     client_ = &client;
     return result::kSuccess;
 }
 
 result GeneratedCamera::Start(const StreamSettings& settings) {
+    assert(client_ != nullptr && stream_ == nullptr);
     settings_ = settings;
     stream_ = std::make_shared<Stream>();
     stream_->start = EventLoop::Current().GetClock().Now();
@@ -53,6 +62,9 @@ result GeneratedCamera::Start(const StreamSettings& settings) {
 }
 
 void GeneratedCamera::Change(const StreamSettings& settings) {
+    assert(stream_ != nullptr);
+    assert(settings.previewSize == settings_.previewSize &&
+           settings.stillSize == settings_.stillSize);
     settings_ = settings;
     if (stream_->hasShownFrame) PrepareStill(stream_);
 }
@@ -64,6 +76,7 @@ void GeneratedCamera::Stop() {
 }
 
 result GeneratedCamera::RequestStill() {
+    assert(stream_ != nullptr);
     StillJob job = MakeStillJob(settings_, FrameNumberNow());
     struct Still {
         ByteBuffer jpeg;

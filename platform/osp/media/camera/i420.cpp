@@ -1,5 +1,6 @@
 #include "osp/media/camera/i420.h"
 
+#include <cassert>
 #include <vector>
 
 namespace Osp::Media {
@@ -44,6 +45,8 @@ void ConvertChroma(const std::uint8_t* above, const std::uint8_t* below, int wid
 
 void ConvertToI420(const PixelView& picture, const ColorGains& gains, std::uint8_t* frame) {
     const auto [width, height] = picture.size;
+    assert(width > 0 && height > 0 && width % 2 == 0 && height % 2 == 0);
+    assert(picture.strideBytes >= 4 * width);
     const std::ptrdiff_t pixels = static_cast<std::ptrdiff_t>(width) * height;
     std::uint8_t* const cb = frame + pixels;
     std::uint8_t* const cr = cb + pixels / 4;

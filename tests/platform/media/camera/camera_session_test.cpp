@@ -1,76 +1,13 @@
-#include "osp/media/camera/camera_session.h"
-
-#include <gtest/gtest.h>
-#include <memory>
+// What an application asks of a session, and what it is answered.
 #include <optional>
-#include <utility>
 
-#include "tests/support/camera_fixture.h"
-#include "tests/support/scripted_device.h"
-#include "tests/support/test_loop.h"
+#include "tests/platform/media/camera/camera_session_fixture.h"
 
 namespace Osp::Media {
 namespace {
 
 using namespace std::chrono_literals;
 using State = SessionState;
-
-class CameraSessionTest : public testing::Test {
-  protected:
-    CameraSessionTest() {
-        slot_.device = std::make_unique<ScriptedDevice>("device");
-        slot_.standIn = std::make_unique<ScriptedDevice>("stand-in");
-        device_ = static_cast<ScriptedDevice*>(slot_.device.get());
-        standIn_ = static_cast<ScriptedDevice*>(slot_.standIn.get());
-        standIn_->focusResult = result::kUnsupported;
-        standIn_->flashResult = result::kUnsupported;
-        Renew();
-    }
-    void Renew() {
-        session_.reset();
-        session_ = std::make_unique<CameraSession>(listener_, slot_);
-    }
-
-    void Bring(State state) {
-        if (state == State::kOff) return;
-        ASSERT_EQ(session_->PowerOn(), result::kSuccess);
-        if (state == State::kOn) return;
-        ASSERT_EQ(session_->StartPreview(true), result::kSuccess);
-        if (state == State::kFocusing) {
-            ASSERT_EQ(session_->StartAutoFocus(), result::kSuccess);
-        }
-        if (state == State::kCapturing) {
-            ASSERT_EQ(session_->Capture(), result::kSuccess);
-        }
-        if (state == State::kDisconnected) SetConnected(false);
-        ASSERT_EQ(session_->State(), state);
-        test_.Settle();
-        listener_.TakeNotes();
-    }
-    /// As the service does it.
-    void SetConnected(bool isConnected) {
-        if (std::exchange(slot_.isConnected, isConnected) == isConnected) return;
-        if (slot_.user != nullptr) slot_.user->OnConnectionChanged();
-    }
-    void DeliverFrame() { device_->client->OnFrame(SomeBytes("abc")); }
-    Notes Settled() {
-        test_.Settle();
-        return listener_.TakeNotes();
-    }
-    /// One photograph from a running preview.
-    void TakePhotograph(result outcome = result::kSuccess) {
-        ASSERT_EQ(session_->Capture(), result::kSuccess);
-        device_->client->OnStill(SomeBytes("jpeg"), outcome);
-        test_.Settle();
-    }
-
-    Testing::TestLoop test_;
-    CameraSlot slot_;
-    ScriptedDevice* device_;
-    ScriptedDevice* standIn_;
-    NotingListener listener_{test_};
-    std::unique_ptr<CameraSession> session_;
-};
 
 constexpr State kStates[] = {State::kOff,      State::kOn,        State::kPreviewing,
                              State::kFocusing, State::kCapturing, State::kDisconnected};
@@ -310,105 +247,6 @@ TEST_F(CameraSessionTest, TheSettingsReachTheDevice) {
     EXPECT_EQ(session_->Settings().whiteBalance, CameraWhiteBalance::kTungsten);
     EXPECT_EQ(session_->Settings().previewSize, (Graphics::Dimension{640, 480}));
     EXPECT_EQ(session_->Settings().stillSize, (Graphics::Dimension{1600, 960}));
-}
-
-TEST_F(CameraSessionTest, AnUnpluggedCameraPreviewsItsStandInUntilItIsBack) {
-    const std::pair<State, Notes> cases[] = {
-        {State::kPreviewing, {"disconnected"}},
-        {State::kFocusing, {"blurred", "disconnected"}},
-        {State::kCapturing, {"captured: io", "disconnected"}},
-    };
-    for (const auto& [state, expected] : cases) {
-        Bring(state);
-        ASSERT_EQ(session_->Zoom(1), result::kSuccess);
-        SetConnected(false);
-        EXPECT_EQ(Settled(), expected);
-        EXPECT_EQ(device_->client, nullptr);
-        EXPECT_TRUE(standIn_->isRunning);
-        standIn_->client->OnFrame(SomeBytes("grey"));
-        EXPECT_EQ(Settled(), (Notes{"frame"}));
-        EXPECT_EQ(session_->Zoom(1), result::kSuccess);
-        EXPECT_EQ(session_->Capture(), result::kInvalidState);
-        EXPECT_EQ(session_->SetFlash(true), result::kUnsupported);
-
-        SetConnected(true);
-        EXPECT_EQ(standIn_->client, nullptr);
-        EXPECT_TRUE(device_->isRunning);
-        EXPECT_EQ(device_->settings.zoomStep, 2);
-        EXPECT_EQ(session_->State(), State::kPreviewing);
-        test_.Pass(3s);
-        EXPECT_TRUE(listener_.TakeNotes().empty()) << "nothing is left of the old capture";
-        TakePhotograph();
-        EXPECT_EQ(Settled(), (Notes{"captured"}));
-        Renew();
-    }
-}
-
-TEST_F(CameraSessionTest, ACameraCanBeStartedWhileUnpluggedAndUnpluggedWhileStopped) {
-    SetConnected(false);
-    Bring(State::kOn);
-    EXPECT_EQ(session_->StartPreview(true), result::kSuccess);
-    EXPECT_EQ(session_->State(), State::kDisconnected);
-    EXPECT_EQ(session_->StopPreview(), result::kSuccess);
-    SetConnected(true);
-    EXPECT_TRUE(Settled().empty());
-    EXPECT_EQ(session_->StartPreview(true), result::kSuccess);
-    EXPECT_TRUE(device_->isRunning);
-    EXPECT_EQ(session_->StopPreview(), result::kSuccess);
-    SetConnected(false);
-    EXPECT_EQ(Settled(), (Notes{"disconnected"}));
-
-    // Another program has taken it in the meantime.
-    EXPECT_EQ(session_->StartPreview(true), result::kSuccess);
-    device_->openResult = result::kDeviceBusy;
-    SetConnected(true);
-    EXPECT_EQ(session_->State(), State::kOn);
-    EXPECT_EQ(Settled(), (Notes{"device failure", "frame: failure"}));
-}
-
-TEST_F(CameraSessionTest, ADeviceThatFailsAnswersWhatWasAskedAndCanBeStartedAgain) {
-    const std::pair<State, Notes> cases[] = {
-        {State::kPreviewing, {"device failure", "frame: io"}},
-        {State::kFocusing, {"blurred", "device failure", "frame: io"}},
-        {State::kCapturing, {"captured: io", "device failure", "frame: io"}},
-    };
-    for (const auto& [state, expected] : cases) {
-        Bring(state);
-        device_->Fail(result::kIo);
-        EXPECT_EQ(session_->State(), State::kOn);
-        EXPECT_EQ(Settled(), expected);
-        EXPECT_EQ(listener_.frame, "");
-        EXPECT_EQ(session_->StartPreview(true), result::kSuccess);
-        TakePhotograph();
-        EXPECT_EQ(Settled(), (Notes{"captured"}));
-        Renew();
-    }
-}
-
-TEST_F(CameraSessionTest, TheListenerMayDeleteTheCameraInEveryCallback) {
-    void (*const causes[])(ScriptedDevice&) = {
-        [](ScriptedDevice& d) {
-            d.client->OnFrame(SomeBytes("abc"));
-            d.client->OnFrame(SomeBytes("def"));
-        },
-        [](ScriptedDevice& d) { d.client->OnFocused(true); },
-        [](ScriptedDevice& d) { d.Fail(result::kIo); },
-    };
-    for (const auto cause : causes) {
-        Bring(State::kFocusing);
-        listener_.then = [this] { session_.reset(); };
-        cause(*device_);
-        EXPECT_EQ(Settled().size(), 1u) << "heard something of a camera that is gone";
-        EXPECT_EQ(session_, nullptr);
-        listener_.then = [] {};
-        Renew();
-    }
-    EXPECT_EQ(listener_.frame, "abc") << "read after the camera was deleted";
-    Bring(State::kCapturing);
-    listener_.then = [this] { session_.reset(); };
-    device_->client->OnStill(SomeBytes("jpeg"), result::kSuccess);
-    EXPECT_EQ(Settled(), (Notes{"captured"}));
-    EXPECT_EQ(listener_.still, "jpeg");
 }
 
 }  // namespace
