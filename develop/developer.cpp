@@ -1,6 +1,7 @@
 #include "develop/developer.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "capture/photo_description.h"
 #include "cmake/product.h"
@@ -8,6 +9,7 @@
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/jpeg_codec.h"
 #include "osp/media/picture/jpeg_rows.h"
+#include "osp/media/picture/upright.h"
 
 namespace Kivo::Tools {
 
@@ -23,6 +25,8 @@ using Osp::Media::PixelView;
 std::string InWords(const Dimension& size) {
     return std::to_string(size.width) + " x " + std::to_string(size.height);
 }
+
+constexpr std::size_t kMostKeptBytes = 64U << 20;  // of work memory
 
 /// As it is stored.
 Dimension SizeOf(const Recipe& recipe, const Dimension& size) {
@@ -53,15 +57,24 @@ Problem Developer::Develop(const Recipe& recipe, PictureFormat format, const Met
                            EncodedPicture& developed) {
     if (format == PictureFormat::kJpeg && !recipe.isFront)
         return DevelopRowByRow(recipe, metadata, developed);
-    PixelView pixels;
-    Problem problem;
-    if (recipe.isFront) {
-        problem = Develop(recipe, pixels);
-    } else {
-        problem = Compose(recipe, [](int, int) {});
-        pixels = PackedView(result_.data(), frames_[0].Size(), PixelLayout::kRgb);
-    }
-    return problem.empty() ? EncodePicture(format, pixels, metadata, developed) : problem;
+    Problem problem = Compose(recipe, [](int, int) {});
+    if (!problem.empty()) return problem;
+    // A large picture must not fill the memory of a batch: three bytes a pixel all the way, and
+    // nothing is kept for the next one.
+    if (scratch_.CapacityBytes() > kMostKeptBytes) scratch_.Release();
+    if (recipe.isFront) TurnResult();
+    const auto pixels =
+        PackedView(result_.data(), SizeOf(recipe, frames_[0].Size()), PixelLayout::kRgb);
+    return EncodePicture(format, pixels, metadata, developed);
+}
+
+/// A quarter clockwise.
+void Developer::TurnResult() {
+    constexpr int kStoredQuarterCounterclockwise = 6;  // as EXIF numbers it
+    Block turned(result_.size());
+    Osp::Media::TurnUpright(PackedView(result_.data(), frames_[0].Size(), PixelLayout::kRgb),
+                            kStoredQuarterCounterclockwise, turned.data());
+    std::swap(result_, turned);
 }
 
 Problem Developer::Develop(const Recipe& recipe, PixelView& developed) {

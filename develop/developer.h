@@ -63,6 +63,7 @@ class Developer {
     Problem CacheFrames(const Effects::EffectJob& job);
     Problem DevelopRowByRow(const Recipe& recipe, const Metadata& metadata,
                             Osp::Media::EncodedPicture& developed);
+    void TurnResult();
     std::size_t FrameIndex(int number) const;
     Problem DamageOf(std::size_t index) const;
     Effects::Pixels View(Osp::Base::Block& block) const;

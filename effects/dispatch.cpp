@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 #include "effects/blur/blur.h"
 #include "effects/kernels/bw.h"
@@ -181,6 +182,8 @@ constexpr int kRowsTogether = 64;
 
 StageChain::StageChain(const EffectJob& job, bool hdr, ConstPixels source, Pixels destination)
     : job_(job),
+      source_(source),
+      destination_(destination),
       maps_(MapsFor(job, source.width, source.height)),
       height_(source.height),
       scope_(*job.scratch) {
@@ -196,19 +199,26 @@ StageChain::StageChain(const EffectJob& job, bool hdr, ConstPixels source, Pixel
     add(StageIn(kEffectStages, job.effect));
     changesPixels_ = linkCount_ > 0;
     if (!changesPixels_) add(&kCopyStage);
-    // What reads no other rows than it produces works in place, for fresh memory costs more than
-    // it.
+}
+
+void StageChain::PlaceLinks(bool isWhole) {
+    Pixels target = destination_;
+    Pixels spare{nullptr, target.width, target.height};
     for (std::size_t i = linkCount_; i-- > 0;) {
-        links_[i].destination = destination;
+        links_[i].destination = target;
         if (i > 0 && links_[i].stage->reach > 0) {
-            destination.data = scope_.Take<std::uint8_t>(source.SizeBytes()).data();
+            std::swap(target, spare);
+            if (target.data == nullptr || !isWhole) {
+                target.data = scope_.Take<std::uint8_t>(target.SizeBytes()).data();
+            }
         }
-        links_[i].source = i > 0 ? destination : source;
+        links_[i].source = i > 0 ? target : source_;
     }
 }
 
 int StageChain::Advance(int sourceRows) {
     assert(sourceRows >= sourceRows_ && sourceRows <= height_);
+    if (links_[0].destination.data == nullptr) PlaceLinks(sourceRows == height_);
     sourceRows_ = sourceRows;
     const int together = isRowWise_ ? kRowsTogether : height_;
     for (int rows = std::min(links_[0].rowsDone + together, sourceRows); rows < sourceRows;

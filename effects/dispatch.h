@@ -52,15 +52,18 @@ class StageChain {
   private:
     struct Link {
         const Stage* stage;
-        ConstPixels source;
+        ConstPixels source;  // like the destination, placed by the first call of Advance
         Pixels destination;
         int rowsDone = 0;
     };
     static constexpr std::size_t kMostLinks = 3;
 
+    void PlaceLinks(bool isWhole);
     void AdvanceLinks(int sourceRows);
 
     EffectJob job_;
+    ConstPixels source_;
+    Pixels destination_;
     EffectMaps maps_;
     int height_;
     int sourceRows_ = 0;  // that are there

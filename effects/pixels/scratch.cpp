@@ -1,6 +1,7 @@
 #include "effects/pixels/scratch.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace Kivo::Effects {
 
@@ -8,6 +9,11 @@ std::size_t Scratch::CapacityBytes() const {
     std::size_t sum = 0;
     for (const Block& block : blocks_) sum += block.size;
     return sum;
+}
+
+void Scratch::Release() {
+    assert(mark_.block == 0 && mark_.offset == 0);
+    blocks_.clear();
 }
 
 std::uint8_t* Scratch::TakeBytes(std::size_t size) {

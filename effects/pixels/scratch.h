@@ -43,6 +43,8 @@ class Scratch {
 
     /// What is held for reuse.
     std::size_t CapacityBytes() const;
+    /// Gives it back. No scope is open.
+    void Release();
 
   private:
     static constexpr std::size_t kAlignment = 64;
