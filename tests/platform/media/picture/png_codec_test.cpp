@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/platform/media/picture/picture_bytes.h"
+#include "tests/support/colour_profile.h"
 #include "tests/support/png.h"
 #include "tests/support/temporary_folder.h"
 
