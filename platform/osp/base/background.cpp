@@ -42,11 +42,11 @@ Workers::~Workers() {
 
 void Workers::Run(std::function<void()> job, std::function<void()> completion) {
     assert(job && completion);
-    loop_.BeginWork();
+    const std::uint64_t number = loop_.BeginWork();
     bool isShortOfThreads = false;
     {
         const std::lock_guard lock(mutex_);
-        waiting_.push_back({std::move(job), std::move(completion)});
+        waiting_.push_back({number, std::move(job), std::move(completion)});
         isShortOfThreads = waiting_.size() > idleThreads_;
     }
     if (isShortOfThreads && threads_.size() < MostThreads()) StartThread();
@@ -92,10 +92,7 @@ void Workers::Do(Work work) {
         TellOutOfMemory("a piece of work was given up");
     }
     work.job = nullptr;  // what it holds goes before the loop hears of it
-    loop_.Post(EventClass::kSystem, [&loop = loop_, completion = std::move(work.completion)] {
-        loop.EndWork();
-        completion();
-    });
+    loop_.CompleteWork(work.number, std::move(work.completion));
 }
 
 void RunInBackground(std::function<void()> job, std::function<void()> completion) {

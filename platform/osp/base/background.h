@@ -2,6 +2,7 @@
 #pragma once
 
 #include <condition_variable>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -15,8 +16,9 @@ class EventLoop;
 /// Runs `job` on a worker thread and then `completion` on the loop, always and as a system event.
 /// The loop counts the work as under way in between, so a virtual clock stands still meanwhile.
 /// A job that runs out of memory is given up and completed all the same: the completion takes what
-/// the job has not set for a failure. Jobs run in no particular order, a few at a time. A loop that
-/// ends waits for the jobs that run and drops the others. Loop thread only.
+/// the job has not set for a failure. Jobs run in no particular order, a few at a time, but under a
+/// virtual clock they are completed in the order of these calls. A loop that ends waits for the
+/// jobs that run and drops the others. Loop thread only.
 void RunInBackground(std::function<void()> job, std::function<void()> completion);
 
 /// The threads of one loop, started when there is work for them. The standard library's own, so
@@ -32,6 +34,7 @@ class Workers {
 
   private:
     struct Work {
+        std::uint64_t number;  // the loop's
         std::function<void()> job;
         std::function<void()> completion;
     };

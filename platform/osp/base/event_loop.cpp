@@ -16,8 +16,11 @@
 //   the innermost event would be too early: an object that is removed inside a message box may be
 //   in the middle of the very call that showed it.
 // - The driver is asked only when nothing can run and no background work is under way. So a virtual
-//   clock never passes the moment at which a piece of work that has begun is to be heard of, and a
-//   run under it depends on its inputs alone, not on how long the work took.
+//   clock never passes the moment at which a piece of work that has begun is to be heard of.
+// - Nor does the order in which work is heard of depend on how long it took: under a virtual clock
+// a
+//   completion waits for those of earlier work, and for all that is ready without it. So a run
+//   under it depends on its inputs alone.
 #include "osp/base/event_loop.h"
 
 #include <algorithm>
@@ -129,14 +132,28 @@ void EventLoop::DisposeLater(std::unique_ptr<Disposable> object) {
     if (dispatchDepth_ == 0) DisposeNow();
 }
 
-void EventLoop::BeginWork() {
+std::uint64_t EventLoop::BeginWork() {
     assert(IsLoopThread());
-    ++pendingWork_;
+    return ++begunWork_;
 }
 
-void EventLoop::EndWork() {
-    assert(IsLoopThread() && pendingWork_ > 0);
-    --pendingWork_;
+void EventLoop::CompleteWork(std::uint64_t number, Task completion) {
+    assert(number > 0 && completion);
+    Task ending = [this, completion = std::move(completion)] {
+        ++endedWork_;
+        completion();
+    };
+    if (!clock_.IsVirtual()) return Post(EventClass::kSystem, std::move(ending));
+    {
+        const std::lock_guard lock(mutex_);
+        completed_.emplace(number, std::move(ending));
+    }
+    g_main_context_wakeup(context_);
+}
+
+bool EventLoop::HasCompletion() const {
+    const std::lock_guard lock(mutex_);
+    return !completed_.empty() && completed_.begin()->first == endedWork_ + 1;
 }
 
 void EventLoop::SetDriver(LoopDriver* driver) {
@@ -168,20 +185,33 @@ bool EventLoop::HasReady() const {
         }
     }
     const auto due = NextDue();
-    return due && *due <= clock_.Now();
+    return (due && *due <= clock_.Now()) || HasCompletion();
 }
 
 std::optional<EventLoop::Event> EventLoop::TakeReady() {
-    {
-        const std::lock_guard lock(mutex_);
-        const auto first =
-            std::ranges::find_if(posted_, [this](const Event& e) { return Runs(e.eventClass); });
-        if (first != posted_.end()) {
-            Event event = std::move(*first);
-            posted_.erase(first);
-            return event;
-        }
-    }
+    if (auto posted = TakePosted()) return posted;
+    if (auto expired = TakeExpired()) return expired;
+    return TakeCompletion();
+}
+
+std::optional<EventLoop::Event> EventLoop::TakePosted() {
+    const std::lock_guard lock(mutex_);
+    const auto first =
+        std::ranges::find_if(posted_, [this](const Event& e) { return Runs(e.eventClass); });
+    if (first == posted_.end()) return std::nullopt;
+    Event event = std::move(*first);
+    posted_.erase(first);
+    return event;
+}
+
+std::optional<EventLoop::Event> EventLoop::TakeCompletion() {
+    if (!HasCompletion()) return std::nullopt;
+    const std::lock_guard lock(mutex_);
+    auto first = completed_.extract(completed_.begin());
+    return Event{EventClass::kSystem, std::move(first.mapped())};
+}
+
+std::optional<EventLoop::Event> EventLoop::TakeExpired() {
     const auto now = clock_.Now();
     for (auto it = timers_.begin(); it != timers_.end() && it->first <= now; ++it) {
         if (!Runs(it->second.event.eventClass)) continue;
@@ -221,7 +251,7 @@ bool EventLoop::DispatchOne() {
 }
 
 bool EventLoop::DriverMayRun() const {
-    if (driver_ == nullptr || pendingWork_ > 0) return false;
+    if (driver_ == nullptr || endedWork_ != begunWork_) return false;
     const std::lock_guard lock(mutex_);
     return !driverAsleep_ || woken_;
 }

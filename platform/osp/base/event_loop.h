@@ -82,9 +82,12 @@ class EventLoop : public Service<EventLoop> {
     /// The time of the next timer that could run now, for a driver that advances a virtual clock.
     std::optional<TimePoint> NextDue() const;
 
-    /// Background work of which the loop waits for the end before it asks the driver.
-    void BeginWork();
-    void EndWork();
+    /// Background work of which the loop waits for the end before it asks the driver. BeginWork
+    /// returns the number by which CompleteWork, on any thread, hands in `completion`, a system
+    /// event. Under a virtual clock the completions come in the order of the numbers and after all
+    /// else that is ready.
+    std::uint64_t BeginWork();
+    void CompleteWork(std::uint64_t number, Task completion);
     Workers& GetWorkers() { return *workers_; }
 
   private:
@@ -101,7 +104,11 @@ class EventLoop : public Service<EventLoop> {
     bool Runs(EventClass eventClass) const {
         return eventClass == EventClass::kSystem || holdDepth_ == 0;
     }
+    bool HasCompletion() const;
     std::optional<Event> TakeReady();
+    std::optional<Event> TakePosted();
+    std::optional<Event> TakeExpired();
+    std::optional<Event> TakeCompletion();
     bool HasReady() const;
     void DispatchOrAsk();
     bool DispatchOne();
@@ -118,15 +125,17 @@ class EventLoop : public Service<EventLoop> {
     bool driverAsleep_ = false;
     std::exception_ptr driverFailure_;
 
-    mutable std::mutex mutex_;  // guards posted_ and woken_
+    mutable std::mutex mutex_;  // guards posted_, completed_ and woken_
     std::deque<Event> posted_;
+    std::map<std::uint64_t, Task> completed_;  // by number of work, under a virtual clock
     bool woken_ = false;
 
     std::multimap<TimePoint, PendingTimer> timers_;  // equal times keep the order of starting
     TimerId lastTimerId_ = 0;
     int holdDepth_ = 0;
     int dispatchDepth_ = 0;
-    int pendingWork_ = 0;
+    std::uint64_t begunWork_ = 0;  // the last number that was given
+    std::uint64_t endedWork_ = 0;  // how many have been heard of
     std::unique_ptr<Workers> workers_ = std::make_unique<Workers>(*this);
     std::vector<std::unique_ptr<Disposable>> disposals_;
 };

@@ -92,6 +92,19 @@ TEST_F(EventLoopTest, ADroppedSourceTakesBackWhatItPosted) {
     EXPECT_EQ(log_, (Log{"posted after that"}));
 }
 
+TEST_F(EventLoopTest, HearsOfWorkInTheOrderOfItsBeginningAndAfterWhatIsReady) {
+    loop_.Post(EventClass::kApplication, [this] {
+        RunInBackground([] { std::this_thread::sleep_for(30ms); }, Note("slow work"));
+        RunInBackground([] {}, Note("quick work"));
+        RunInBackground([] {}, Note("more quick work"));
+        std::this_thread::sleep_for(60ms);  // all of it is done before the next event
+        loop_.StartTimer(EventClass::kApplication, 0ms, Note("due timer"));
+        loop_.Post(EventClass::kSystem, Note("posted"));
+    });
+    test_.Pass(0ms);
+    EXPECT_EQ(log_, (Log{"posted", "due timer", "slow work", "quick work", "more quick work"}));
+}
+
 TEST_F(EventLoopTest, TimeWaitsForBackgroundWork) {
     loop_.StartTimer(EventClass::kApplication, 1ms, Note("timer"));
     RunInBackground([] { std::this_thread::sleep_for(30ms); }, Note("work"));
