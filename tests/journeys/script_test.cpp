@@ -66,7 +66,8 @@ TEST(Script, APreviewIsOneThatNothingCovers) {
     Phone phone;
     EXPECT_TRUE(phone.Try("expect preview"));
     phone.Do("await preview");
-    for (const nlohmann::json& control : phone.Screen()["controls"]) {
+    const nlohmann::json screen = phone.Screen();
+    for (const nlohmann::json& control : screen["controls"]) {
         if (control["kind"] == "overlay") break;
         EXPECT_NE(control["bounds"], nlohmann::json({0, 0, 800, 480})) << control;
     }
