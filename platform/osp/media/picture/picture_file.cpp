@@ -11,7 +11,6 @@
 #include "osp/base/owner.h"
 #include "osp/io/errno_result.h"
 #include "osp/io/file_descriptor.h"
-#include "osp/media/picture/jpeg_rows.h"
 #include "osp/media/picture/png_codec.h"
 
 namespace Osp::Media {
@@ -66,16 +65,6 @@ result ReadPictureBytes(const std::string& path, EncodedPicture& bytes) {
     bytes.Reserve(bytes.sizeBytes);
     const std::size_t count = std::fread(bytes.block.data(), 1, bytes.sizeBytes, file.get());
     return count == bytes.sizeBytes ? result::kSuccess : result::kIo;
-}
-
-result ReadPictureSize(const std::string& path, Graphics::Dimension& size) {
-    FileKind kind{};
-    result r = ReadFileKind(path, kind);
-    if (Failed(r)) return r;
-    if (kind == FileKind::kPng) return ReadPngSize(path, size);
-    File file;
-    r = Open(path, file);
-    return Failed(r) ? r : JpegReader(file.get()).ReadHeader(size);
 }
 
 result DecodePicture(const std::string& path, PixelLayout layout, Base::Block& pixels,

@@ -26,9 +26,6 @@ result ReadFileKind(const std::string& path, FileKind& kind);
 /// than kMostFileBytes.
 result ReadPictureBytes(const std::string& path, EncodedPicture& bytes);
 
-/// From the header, whatever follows it.
-result ReadPictureSize(const std::string& path, Graphics::Dimension& size);
-
 /// Packed pixels; `pixels` is kept when it has exactly the size needed and replaced otherwise.
 result DecodePicture(const std::string& path, PixelLayout layout, Base::Block& pixels,
                      Graphics::Dimension& size);

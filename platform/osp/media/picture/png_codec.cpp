@@ -45,6 +45,17 @@ result Try(ErrorManager& errors, const Step& step) {
     return result::kSuccess;
 }
 
+/// Inside Try. `png` is null where there was no memory for it.
+png_infop MakeInfo(ErrorManager& errors, png_structp png) {
+    const png_infop info = png == nullptr ? nullptr : png_create_info_struct(png);
+    if (info == nullptr) {
+        errors.isOutOfMemory = true;
+        std::longjmp(errors.jump, 1);
+    }
+    png_set_benign_errors(png, 1);
+    return info;
+}
+
 /// Viewers blend the values as they are stored, without regard to how light they mean.
 void BlendOnBlack(png_structp, png_row_infop row, png_bytep pixels) {
     const png_byte* in = pixels;
@@ -102,12 +113,7 @@ class Reader {
         png_ = png_create_read_struct_2(PNG_LIBPNG_VER_STRING, &errors_, ErrorManager::Fail,
                                         ErrorManager::Ignore, &errors_, ErrorManager::Allocate,
                                         ErrorManager::Free);
-        if (png_ != nullptr) info_ = png_create_info_struct(png_);
-        if (info_ == nullptr) {
-            errors_.isOutOfMemory = true;
-            std::longjmp(errors_.jump, 1);
-        }
-        png_set_benign_errors(png_, 1);
+        info_ = MakeInfo(errors_, png_);
         png_set_user_limits(png_, kNoLimit, kNoLimit);
         png_set_read_fn(png_, this, [](png_structp png, png_bytep bytes, std::size_t count) {
             if (!static_cast<Reader*>(png_get_io_ptr(png))->Read(bytes, count)) {
@@ -200,12 +206,7 @@ class Writer {
         png_ = png_create_write_struct_2(PNG_LIBPNG_VER_STRING, &errors_, ErrorManager::Fail,
                                          ErrorManager::Ignore, &errors_, ErrorManager::Allocate,
                                          ErrorManager::Free);
-        if (png_ != nullptr) info_ = png_create_info_struct(png_);
-        if (info_ == nullptr) {
-            errors_.isOutOfMemory = true;
-            std::longjmp(errors_.jump, 1);
-        }
-        png_set_benign_errors(png_, 1);
+        info_ = MakeInfo(errors_, png_);
         png_set_write_fn(
             png_, this,
             [](png_structp png, png_bytep bytes, std::size_t count) {

@@ -33,9 +33,6 @@ TEST(PictureFile, TellsKindAndSizeByTheContent) {
         Dimension size;
         EXPECT_EQ(ReadFileKind(folder / name, kind), result::kSuccess);
         EXPECT_EQ(kind, expected);
-        EXPECT_EQ(ReadPictureSize(folder / name, size), result::kSuccess);
-        EXPECT_EQ(size, (Dimension{64, 48}));
-        size = {};
         EXPECT_EQ(DecodePicture(folder / name, PixelLayout::kRgb, pixels, size), result::kSuccess);
         EXPECT_EQ(size, (Dimension{64, 48}));
     }
@@ -48,23 +45,14 @@ TEST(PictureFile, TellsKindAndSizeByTheContent) {
         FileKind kind{};
         Dimension size;
         EXPECT_EQ(ReadFileKind(folder / name, kind), expected);
-        EXPECT_EQ(ReadPictureSize(folder / name, size), expected);
         EXPECT_EQ(DecodePicture(folder / name, PixelLayout::kRgb, pixels, size), expected);
     }
 }
 
-// A file so large that reading it is refused still tells its size.
-TEST(PictureFile, TellsTheSizeFromTheHeaderAlone) {
+TEST(PictureFile, IsNotReadWhenItIsTooLargeForAPicture) {
     const TemporaryFolder folder;
-    const Picture picture = RandomPicture(64, 48, Look::kGradient, 8);
-    WriteText(folder / "a.jpg", EncodeJpeg(picture));
-    WriteText(folder / "b.png", EncodePng(picture.bytes, 64, 48, PNG_FORMAT_RGB));
-    for (const char* const name : {"a.jpg", "b.png"}) {
-        std::filesystem::resize_file(folder / name, kMostFileBytes + 1);
-        Dimension size;
-        EXPECT_EQ(ReadPictureSize(folder / name, size), result::kSuccess) << name;
-        EXPECT_EQ(size, (Dimension{64, 48})) << name;
-    }
+    WriteText(folder / "a.jpg", EncodeJpeg(RandomPicture(64, 48, Look::kGradient, 8)));
+    std::filesystem::resize_file(folder / "a.jpg", kMostFileBytes + 1);
     EncodedPicture bytes;
     EXPECT_EQ(ReadPictureBytes(folder / "a.jpg", bytes), result::kOutOfRange);
 }
