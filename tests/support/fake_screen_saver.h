@@ -5,31 +5,31 @@
 #include <gio/gio.h>
 #include <gtest/gtest.h>
 #include <string>
-#include <thread>
 
 namespace Kivo::Testing {
 
-/// Counts who keeps the screen on. Answers from a thread of its own.
+/// Counts who keeps the screen on. Answers from the connection's own thread.
 class FakeScreenSaver {
   public:
-    FakeScreenSaver() : bus_(g_test_dbus_new(G_TEST_DBUS_NONE)), context_(g_main_context_new()) {
+    FakeScreenSaver() {
         g_test_dbus_up(bus_);
         address = g_test_dbus_get_bus_address(bus_);
-        loop_ = g_main_loop_new(context_, FALSE);
-        Serve();
-        thread_ = std::thread([this] {
-            g_main_context_push_thread_default(context_);
-            g_main_loop_run(loop_);
-            g_main_context_pop_thread_default(context_);
-        });
+        constexpr auto kFlags =
+            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+        connection_ = g_dbus_connection_new_for_address_sync(address.c_str(), kFlags, nullptr,
+                                                             nullptr, nullptr);
+        g_dbus_connection_add_filter(connection_, &FakeScreenSaver::OnMessage, this, nullptr);
+        GVariant* const owned = g_dbus_connection_call_sync(
+            connection_, "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "RequestName",
+            g_variant_new("(su)", kName, 0U), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
+            nullptr);
+        EXPECT_NE(owned, nullptr);
+        if (owned != nullptr) g_variant_unref(owned);
     }
     ~FakeScreenSaver() {
-        g_main_loop_quit(loop_);
-        thread_.join();
+        g_dbus_connection_close_sync(connection_, nullptr, nullptr);
         g_object_unref(connection_);
-        g_dbus_node_info_unref(node_);
-        g_main_loop_unref(loop_);
-        g_main_context_unref(context_);
         g_test_dbus_stop(bus_);  // without waiting for connections to go
         g_object_unref(bus_);
     }
@@ -41,56 +41,34 @@ class FakeScreenSaver {
     std::atomic<int> calls = 0;
 
   private:
-    static constexpr const char* kInterface =
-        "<node><interface name='org.freedesktop.ScreenSaver'>"
-        "<method name='Inhibit'><arg type='s' direction='in'/><arg type='s' direction='in'/>"
-        "<arg type='u' direction='out'/></method>"
-        "<method name='UnInhibit'><arg type='u' direction='in'/></method>"
-        "</interface></node>";
+    static constexpr const char* kName = "org.freedesktop.ScreenSaver";
 
-    void Serve() {
-        constexpr auto kFlags =
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-        connection_ = g_dbus_connection_new_for_address_sync(address.c_str(), kFlags, nullptr,
-                                                             nullptr, nullptr);
-        ASSERT_NE(connection_, nullptr);
-        node_ = g_dbus_node_info_new_for_xml(kInterface, nullptr);
-        static const GDBusInterfaceVTable kTable = {&FakeScreenSaver::OnCall, nullptr, nullptr, {}};
-        g_main_context_push_thread_default(context_);  // the calls arrive there
-        g_dbus_connection_register_object(connection_, "/org/freedesktop/ScreenSaver",
-                                          node_->interfaces[0], &kTable, this, nullptr, nullptr);
-        g_main_context_pop_thread_default(context_);
-        GVariant* const owned = g_dbus_connection_call_sync(
-            connection_, "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "RequestName",
-            g_variant_new("(su)", "org.freedesktop.ScreenSaver", 0U), nullptr,
-            G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr);
-        ASSERT_NE(owned, nullptr);
-        g_variant_unref(owned);
-    }
-
-    static void OnCall(GDBusConnection*, const gchar*, const gchar*, const gchar*,
-                       const gchar* method, GVariant* arguments, GDBusMethodInvocation* call,
-                       gpointer data) {
+    static GDBusMessage* OnMessage(GDBusConnection* connection, GDBusMessage* message,
+                                   gboolean isIncoming, gpointer data) {
+        if (isIncoming == FALSE || g_strcmp0(g_dbus_message_get_interface(message), kName) != 0) {
+            return message;
+        }
         constexpr guint kCookie = 77;
         auto& self = *static_cast<FakeScreenSaver*>(data);
         ++self.calls;
-        if (std::string(method) == "Inhibit") {
+        GDBusMessage* const reply = g_dbus_message_new_method_reply(message);
+        if (g_strcmp0(g_dbus_message_get_member(message), "Inhibit") == 0) {
             ++self.inhibited;
-            return g_dbus_method_invocation_return_value(call, g_variant_new("(u)", kCookie));
+            g_dbus_message_set_body(reply, g_variant_new("(u)", kCookie));
+        } else {
+            guint cookie = 0;
+            g_variant_get(g_dbus_message_get_body(message), "(u)", &cookie);
+            if (cookie == kCookie) --self.inhibited;
         }
-        guint cookie = 0;
-        g_variant_get(arguments, "(u)", &cookie);
-        if (cookie == kCookie) --self.inhibited;
-        g_dbus_method_invocation_return_value(call, nullptr);
+        g_dbus_connection_send_message(connection, reply, G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr,
+                                       nullptr);
+        g_object_unref(reply);
+        g_object_unref(message);
+        return nullptr;  // nobody else answers it
     }
 
-    GTestDBus* bus_;
-    GMainContext* context_;
-    GMainLoop* loop_ = nullptr;
+    GTestDBus* bus_ = g_test_dbus_new(G_TEST_DBUS_NONE);
     GDBusConnection* connection_ = nullptr;
-    GDBusNodeInfo* node_ = nullptr;
-    std::thread thread_;
 };
 
 }  // namespace Kivo::Testing

@@ -81,14 +81,6 @@ inline void ObeyFileModes() {
     ASSERT_EQ(syscall(SYS_capset, &header, none), 0);
 }
 
-/// Becomes another user, if this is the superuser, for the rest of this process.
-inline void BecomeNobody() {
-    constexpr uid_t kNobody = 65534;
-    if (geteuid() == 0) {
-        ASSERT_EQ(setresuid(kNobody, kNobody, kNobody), 0);
-    }
-}
-
 /// Runs `body`, which does not end, in a forked process and kills that after `delay`. What the body
 /// writes to its argument, a descriptor, is returned.
 inline std::string KilledAfter(std::chrono::microseconds delay,

@@ -1,13 +1,15 @@
 // A camera that breaks its word.
 #pragma once
 
+#include <algorithm>
 #include <chrono>
-#include <cstring>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "osp/base/event_loop.h"
 #include "osp/media/camera/camera_device.h"
+#include "tests/support/camera_fixture.h"
 
 namespace Kivo::Testing {
 
@@ -76,26 +78,21 @@ class FaultyCamera : public Osp::Media::CameraDevice, private Osp::Media::Camera
     void OnStill(ByteBuffer jpeg, result r) override {
         if (fault_ == Fault::kSilent) return;
         if (fault_ == Fault::kLate) return DeliverLate(std::move(jpeg), r);
-        if (fault_ == Fault::kTwice) client_->OnStill(FirstBytes(jpeg, jpeg.GetCapacity()), r);
-        if (fault_ == Fault::kTruncated) jpeg = FirstBytes(jpeg, jpeg.GetCapacity() / 2);
-        if (fault_ == Fault::kRubbish) std::memset(jpeg.GetPointer(), 'x', jpeg.Bytes().size());
+        const std::string bytes(jpeg.Bytes().begin(), jpeg.Bytes().end());
+        if (fault_ == Fault::kTwice) client_->OnStill(Osp::Media::SomeBytes(bytes), r);
+        if (fault_ == Fault::kTruncated) {
+            jpeg = Osp::Media::SomeBytes(bytes.substr(0, bytes.size() / 2));
+        }
+        if (fault_ == Fault::kRubbish) std::ranges::fill(jpeg.Bytes(), 'x');
         client_->OnStill(std::move(jpeg), r);
     }
 
     void DeliverLate(ByteBuffer jpeg, result r) {
-        constexpr auto kDelay = std::chrono::seconds(4);
         Osp::Base::EventLoop::Current().StartTimer(
-            Osp::Base::EventClass::kSystem, kDelay,
+            Osp::Base::EventClass::kSystem, std::chrono::seconds(4),
             [this, r, late = std::make_shared<ByteBuffer>(std::move(jpeg))] {
                 client_->OnStill(std::move(*late), r);
             });
-    }
-
-    static ByteBuffer FirstBytes(const ByteBuffer& from, int count) {
-        ByteBuffer copy;
-        (void)copy.Construct(count);
-        std::memcpy(copy.GetPointer(), from.GetPointer(), static_cast<std::size_t>(count));
-        return copy;
     }
 
     std::unique_ptr<CameraDevice> device_;

@@ -13,35 +13,31 @@ Picture::Picture(int ownWidth, int ownHeight, std::uint8_t fill)
 
 Picture RandomPicture(int width, int height, Look look, unsigned seed) {
     std::mt19937 random(seed);
-    const auto byte = [&] { return static_cast<std::uint8_t>(random() >> 11); };
-    Picture picture(width, height);
-    const auto slope = [&] { return static_cast<unsigned>(random() % 7 + 1); };
+    const auto next = [&random] { return static_cast<unsigned>(random()); };
+    const auto slope = [&next] { return next() % 7 + 1; };
     const unsigned slopes[3] = {slope(), slope(), slope()};
-    const auto salt = static_cast<unsigned>(random());
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            const bool outlier = random() % 16 == 0;
+    const unsigned salt = next();
+    const auto valueOf = [&](unsigned x, unsigned y, unsigned c, bool isOutlier) -> unsigned {
+        switch (look) {
+            case Look::kNoise:
+                return next() >> 11;
+            case Look::kGradient:
+                return (x * slopes[c] + y * slopes[(c + 1) % 3]) / 3;
+            case Look::kOutliers:
+                if (isOutlier) return next() >> 11;
+                return ((x / 40 + y / 40 * 37) * 2654435761U + salt) >> 13;
+            case Look::kExtremes:
+                return next() % 2 == 0 ? 0 : 255;
+        }
+        return 0;
+    };
+    Picture picture(width, height);
+    auto value = picture.bytes.begin();
+    for (unsigned y = 0; y < static_cast<unsigned>(height); ++y) {
+        for (unsigned x = 0; x < static_cast<unsigned>(width); ++x) {
+            const bool isOutlier = next() % 16 == 0;
             for (unsigned c = 0; c < 3; ++c) {
-                std::uint8_t& value = picture.View().Row(y)[3 * x + static_cast<int>(c)];
-                const unsigned block = static_cast<unsigned>(x / 40 + y / 40 * 37);
-                const unsigned ramp = static_cast<unsigned>(x) * slopes[c] +
-                                      static_cast<unsigned>(y) * slopes[(c + 1) % 3];
-                switch (look) {
-                    case Look::kNoise:
-                        value = byte();
-                        break;
-                    case Look::kGradient:
-                        value = static_cast<std::uint8_t>(ramp / 3);
-                        break;
-                    case Look::kOutliers:
-                        value = outlier
-                                    ? byte()
-                                    : static_cast<std::uint8_t>((block * 2654435761U + salt) >> 13);
-                        break;
-                    case Look::kExtremes:
-                        value = random() % 2 == 0 ? 0 : 255;
-                        break;
-                }
+                *value++ = static_cast<std::uint8_t>(valueOf(x, y, c, isOutlier));
             }
         }
     }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <utility>
 
 #include "tests/effects/plain/plain_colour.h"
 
@@ -54,56 +55,40 @@ Picture Grid(const std::vector<Picture>& frames, bool secondary) {
 void DrawLines(Picture& picture, const PlainPhotograph& photograph) {
     const int width = picture.width;
     const int height = picture.height;
-    const Colour black{};
+    const auto drawColumn = [&](int x) {
+        for (int y = 0; y < height; ++y) Set(picture, x, y, {});
+    };
+    const auto drawRow = [&](int y) {
+        for (int x = 0; x < width; ++x) Set(picture, x, y, {});
+    };
     if (photograph.type == 3) {
-        for (int y = 0; y < height; ++y) {
-            Set(picture, width / 2 - 1, y, black);
-            Set(picture, width / 2, y, black);
-        }
-        for (int x = 0; x < width; ++x) {
-            Set(picture, x, height / 2 - 1, black);
-            Set(picture, x, height / 2, black);
-        }
+        for (const int x : {width / 2 - 1, width / 2}) drawColumn(x);
+        for (const int y : {height / 2 - 1, height / 2}) drawRow(y);
     }
     if (photograph.type != 2) return;
     const int length = photograph.secondary ? height : width;
     for (const int at : {length / 4, length / 2, 3 * (length / 4)}) {
         if (photograph.secondary) {
-            for (int x = 0; x < width; ++x) Set(picture, x, at, black);
-            Set(picture, width - 1, at - 1, black);
+            drawRow(at);
+            Set(picture, width - 1, at - 1, {});
         } else {
-            for (int y = 0; y < height; ++y) {
-                Set(picture, at - 1, y, black);
-                Set(picture, at, y, black);
-            }
+            for (const int x : {at - 1, at}) drawColumn(x);
         }
     }
 }
 
-void ApplyEffect(const PlainPhotograph& photograph, const Picture& in, Picture& out) {
-    switch (photograph.effect) {
-        case 1:
-            return Plain::Circular(in.View(), out.View(), false);
-        case 2:
-            return Plain::Circular(in.View(), out.View(), true);
-        case 3:
-            return Plain::BW(in.View(), out.View());
-        case 4:
-            return Plain::Colorize(in.View(), out.View(), 121, 62, 0.5F);
-        case 5:
-            return Plain::Colorize(in.View(), out.View(), 242, 62, 0.5F);
-        case 6:
-            return Plain::Sepia(in.View(), out.View());
-        case 7:
-            return Plain::Negative(in.View(), out.View());
-        case 8:
-            return Plain::Edge(in.View(), out.View());
-        case 9:
-            return Plain::Mirror(in.View(), out.View(), photograph.secondary);
-        default:
-            out = in;
-    }
-}
+/// Number 1 and those that follow.
+constexpr void (*kEffects[])(Plain::ConstPixels in, Plain::Pixels out, bool secondary) = {
+    [](auto in, auto out, bool) { Plain::Circular(in, out, false); },
+    [](auto in, auto out, bool) { Plain::Circular(in, out, true); },
+    [](auto in, auto out, bool) { Plain::BW(in, out); },
+    [](auto in, auto out, bool) { Plain::Colorize(in, out, 121, 62, 0.5F); },
+    [](auto in, auto out, bool) { Plain::Colorize(in, out, 242, 62, 0.5F); },
+    [](auto in, auto out, bool) { Plain::Sepia(in, out); },
+    [](auto in, auto out, bool) { Plain::Negative(in, out); },
+    [](auto in, auto out, bool) { Plain::Edge(in, out); },
+    Plain::Mirror,
+};
 
 }  // namespace
 
@@ -122,8 +107,12 @@ Picture ComposePlain(const PlainPhotograph& photograph, const std::vector<Pictur
     if (photograph.type == 1) Plain::OutFocus(source.View(), staged.View(), levels);
     if (photograph.type == 4) Plain::Mix(frames[0].View(), source.View(), staged.View());
     if (photograph.type == 5) Plain::TiltShift(source.View(), staged.View(), levels);
-    Picture out(source.width, source.height);
-    ApplyEffect(photograph, staged, out);
+    Picture out = staged;
+    if (photograph.effect != 0) {
+        out = Picture(source.width, source.height);
+        kEffects[photograph.effect - 1](std::as_const(staged).View(), out.View(),
+                                        photograph.secondary);
+    }
     DrawLines(out, photograph);
     return out;
 }

@@ -7,20 +7,6 @@
 
 namespace Kivo::Testing {
 
-namespace {
-
-std::string ReadAll(GInputStream* stream) {
-    std::string text;
-    char block[4096];
-    for (gssize count = 0;
-         (count = g_input_stream_read(stream, block, sizeof block, nullptr, nullptr)) > 0;) {
-        text.append(block, static_cast<std::size_t>(count));
-    }
-    return text;
-}
-
-}  // namespace
-
 std::string ProgramFolder() {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path();
 }
@@ -84,15 +70,22 @@ void CameraProgram::Kill() {
 }
 
 ProgramResult CameraProgram::Finish() {
-    g_output_stream_close(g_subprocess_get_stdin_pipe(process_.get()), nullptr, nullptr);
-    ProgramResult result;
-    result.output = ReadAll(g_subprocess_get_stdout_pipe(process_.get()));
-    result.errors = ReadAll(g_subprocess_get_stderr_pipe(process_.get()));
-    g_subprocess_wait(process_.get(), nullptr, nullptr);
-    if (g_subprocess_get_if_exited(process_.get())) {
-        result.exitCode = g_subprocess_get_exit_status(process_.get());
-    }
-    return result;
+    GBytes* const input = g_bytes_new(nullptr, 0);
+    GBytes* output = nullptr;
+    GBytes* errors = nullptr;
+    g_subprocess_communicate(process_.get(), input, nullptr, &output, &errors, nullptr);
+    g_bytes_unref(input);
+    const auto take = [](GBytes* bytes) {
+        gsize size = 0;
+        const auto* const data = static_cast<const char*>(g_bytes_get_data(bytes, &size));
+        std::string text(data, data + size);
+        g_bytes_unref(bytes);
+        return text;
+    };
+    const bool hasExited = g_subprocess_get_if_exited(process_.get()) != FALSE;
+    return {.exitCode = hasExited ? g_subprocess_get_exit_status(process_.get()) : -1,
+            .output = take(output),
+            .errors = take(errors)};
 }
 
 ProgramResult RunScript(const std::vector<std::string>& arguments,

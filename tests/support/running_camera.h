@@ -2,9 +2,12 @@
 #pragma once
 
 #include <chrono>
-#include <cmath>
+#include <cstdlib>
+#include <functional>
 #include <gtest/gtest.h>
+#include <libyuv.h>
 #include <memory>
+#include <numeric>
 #include <string>
 #include <utility>
 
@@ -55,28 +58,15 @@ struct RunningCamera {
     Camera camera;
 };
 
-/// The picture in an I420 frame whose first chroma plane is Cb, by the formulas of the standard.
+/// The picture in an I420 frame whose first chroma plane is Cb.
 inline Picture PictureOf(const std::string& frame, int width, int height) {
     Picture picture(width, height);
-    const auto at = [&](int index) {
-        return static_cast<double>(
-            static_cast<unsigned char>(frame[static_cast<std::size_t>(index)]));
-    };
-    const auto put = [](std::uint8_t& target, double value) {
-        target = static_cast<std::uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value + 0.5);
-    };
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            const int chroma = width * height + y / 2 * (width / 2) + x / 2;
-            const double luma = 1.164 * (at(y * width + x) - 16);
-            const double cb = at(chroma) - 128;
-            const double cr = at(chroma + width * height / 4) - 128;
-            std::uint8_t* const pixel = picture.View().Row(y) + 3 * x;
-            put(pixel[0], luma + 1.596 * cr);
-            put(pixel[1], luma - 0.392 * cb - 0.813 * cr);
-            put(pixel[2], luma + 2.017 * cb);
-        }
-    }
+    const auto* const luma = reinterpret_cast<const std::uint8_t*>(frame.data());
+    const auto* const cb = luma + width * height;
+    const auto* const cr = cb + width * height / 4;
+    EXPECT_EQ(libyuv::I420ToRAW(luma, width, cb, width / 2, cr, width / 2, picture.bytes.data(),
+                                3 * width, width, height),
+              0);
     return picture;
 }
 
@@ -84,9 +74,9 @@ inline Picture PictureOf(const std::string& frame, int width, int height) {
 inline double MeanDifference(const Picture& a, const Picture& b) {
     EXPECT_EQ(a.bytes.size(), b.bytes.size());
     if (a.bytes.size() != b.bytes.size()) return 255;
-    double sum = 0;
-    for (std::size_t i = 0; i < a.bytes.size(); ++i) sum += std::abs(a.bytes[i] - b.bytes[i]);
-    return sum / static_cast<double>(a.bytes.size());
+    return std::transform_reduce(a.bytes.begin(), a.bytes.end(), b.bytes.begin(), 0.0,
+                                 std::plus<>(), [](int x, int y) { return std::abs(x - y); }) /
+           static_cast<double>(a.bytes.size());
 }
 
 }  // namespace Osp::Media

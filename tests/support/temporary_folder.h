@@ -40,6 +40,11 @@ inline void WriteText(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
 
+/// The permissions of a file or folder, as chmod takes them.
+inline unsigned ModeOf(const std::string& path) {
+    return static_cast<unsigned>(std::filesystem::status(path).permissions());
+}
+
 /// Relative path and content of every file under `folder`, dot names included.
 inline std::map<std::string, std::string> ReadTree(const std::string& folder) {
     std::map<std::string, std::string> files;

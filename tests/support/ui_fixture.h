@@ -65,6 +65,12 @@ class UiTest : public testing::Test {
         return Add(new Area(bounds, color));
     }
 
+    Controls::Button* AddButton(const Graphics::Rectangle& bounds) {
+        auto* const button = Add(new Controls::Button);
+        EXPECT_EQ(button->Construct(bounds), result::kSuccess);
+        return button;
+    }
+
     /// 0xRRGGBB of the composed screen.
     std::uint32_t PixelAt(int x, int y) {
         const Graphics::Surface& picture = screen_.Compose();

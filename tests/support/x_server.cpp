@@ -3,6 +3,7 @@
 #include <chrono>
 #include <gio/gio.h>
 #include <gtest/gtest.h>
+#include <memory>
 #include <thread>
 
 // After the others: its macros collide with their names.
@@ -38,33 +39,31 @@ XServer::~XServer() {
     g_object_unref(server_);
 }
 
-unsigned long XServer::Search(unsigned long window, const std::string& title) {
-    char* name = nullptr;
-    if (XFetchName(display_, window, &name) != 0 && name != nullptr) {
-        const bool isIt = title == name;
-        XFree(name);
-        if (isIt) return window;
-    }
+unsigned long XServer::Search(const std::string& title) {
     Window root = 0;
     Window parent = 0;
     Window* children = nullptr;
     unsigned count = 0;
-    unsigned long found = 0;
-    if (XQueryTree(display_, window, &root, &parent, &children, &count) == 0) return 0;
-    for (unsigned i = 0; i < count && found == 0; ++i) found = Search(children[i], title);
-    if (children != nullptr) XFree(children);
-    return found;
+    XQueryTree(display_, DefaultRootWindow(display_), &root, &parent, &children, &count);
+    const std::unique_ptr<Window, int (*)(void*)> owned(children, XFree);
+    for (unsigned i = 0; i < count; ++i) {
+        char* name = nullptr;
+        XWindowAttributes attributes;
+        if (XFetchName(display_, children[i], &name) == 0) continue;
+        const bool isIt = title == name;
+        XFree(name);
+        if (isIt && XGetWindowAttributes(display_, children[i], &attributes) != 0 &&
+            attributes.map_state == IsViewable) {
+            return children[i];
+        }
+    }
+    return 0;
 }
 
 unsigned long XServer::FindWindow(const std::string& title) {
     using namespace std::chrono_literals;
     for (int i = 0; i < 500; ++i) {
-        const unsigned long found = Search(DefaultRootWindow(display_), title);
-        XWindowAttributes attributes;
-        if (found != 0 && XGetWindowAttributes(display_, found, &attributes) != 0 &&
-            attributes.map_state == IsViewable) {
-            return found;
-        }
+        if (const unsigned long found = Search(title)) return found;
         std::this_thread::sleep_for(20ms);
     }
     return 0;

@@ -37,7 +37,7 @@ class XServer {
     unsigned long PixelAt(int x, int y);
 
   private:
-    unsigned long Search(unsigned long window, const std::string& title);
+    unsigned long Search(const std::string& title);
 
     GSubprocess* server_ = nullptr;
     std::string name_ = ":";

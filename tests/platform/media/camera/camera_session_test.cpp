@@ -12,6 +12,8 @@ using State = SessionState;
 constexpr State kStates[] = {State::kOff,      State::kOn,        State::kPreviewing,
                              State::kFocusing, State::kCapturing, State::kDisconnected};
 
+constexpr Graphics::Dimension kSize{640, 480};
+
 struct Request {
     const char* name;
     result (*make)(CameraSession&);
@@ -28,16 +30,8 @@ const Request kRequests[] = {
     {"StartAutoFocus", [](CameraSession& s) { return s.StartAutoFocus(); }, "nnynnn",
      State::kFocusing},
     {"Capture", [](CameraSession& s) { return s.Capture(); }, "nnynnn", State::kCapturing},
-    {"SetPreviewSize",
-     [](CameraSession& s) {
-         return s.SetPreviewSize({640, 480});
-     },
-     "nynnnn"},
-    {"SetCaptureSize",
-     [](CameraSession& s) {
-         return s.SetCaptureSize({640, 480});
-     },
-     "nynnnn"},
+    {"SetPreviewSize", [](CameraSession& s) { return s.SetPreviewSize(kSize); }, "nynnnn"},
+    {"SetCaptureSize", [](CameraSession& s) { return s.SetCaptureSize(kSize); }, "nynnnn"},
     {"Zoom", [](CameraSession& s) { return s.Zoom(1); }, "nyyyyy"},
     {"SetFlash", [](CameraSession& s) { return s.SetFlash(false); }, "yyyyyy"},
     {"SetWhiteBalance",
@@ -145,13 +139,11 @@ TEST_F(CameraSessionTest, StoppingDropsWhatWasOnItsWay) {
 
 TEST_F(CameraSessionTest, ACaptureThatNeverComesFailsAfter2500Milliseconds) {
     Bring(State::kPreviewing);
-    const auto start = test_.Clock().Now();
     ASSERT_EQ(session_->Capture(), result::kSuccess);
     test_.Pass(2499ms);
     EXPECT_TRUE(listener_.TakeNotes().empty());
     test_.Pass(1ms);
     EXPECT_EQ(listener_.TakeNotes(), (Notes{"captured: io"}));
-    EXPECT_EQ(Base::TimePoint(listener_.captureTimesUs.at(0)) - start, 2500ms);
     EXPECT_EQ(listener_.still, "");
     EXPECT_EQ(device_->startCount, 2) << "the picture that comes too late belongs to an old stream";
     EXPECT_EQ(session_->State(), State::kPreviewing);
