@@ -21,6 +21,8 @@ struct ExifInfo {
     std::string software;
     int orientation = 0;  // 1 is upright
     Graphics::Dimension size;
+
+    friend bool operator==(const ExifInfo&, const ExifInfo&) = default;
 };
 
 /// Of a photograph that is taken now, upright and of `size`, without the software. The time is

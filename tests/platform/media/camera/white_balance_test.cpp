@@ -2,10 +2,9 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
-#include <vector>
 
 #include "osp/media/camera/i420.h"
-#include "tests/support/pictures.h"
+#include "tests/platform/media/picture/picture_bytes.h"
 
 namespace Osp::Media {
 namespace {
@@ -23,22 +22,14 @@ Balanced Apply(const ColorGains& gains, const std::uint8_t* pixel) {
     return {one(pixel[2], gains.red), one(pixel[1], gains.green), one(pixel[0], gains.blue)};
 }
 
-std::vector<std::uint8_t> ToBgrx(const Picture& picture) {
-    std::vector<std::uint8_t> bgrx;
-    for (std::size_t i = 0; i < picture.bytes.size(); i += 3) {
-        bgrx.insert(bgrx.end(), {picture.bytes[i + 2], picture.bytes[i + 1], picture.bytes[i], 77});
-    }
-    return bgrx;
-}
-
 constexpr CameraWhiteBalance kAll[] = {
     CameraWhiteBalance::kAuto, CameraWhiteBalance::kSunny, CameraWhiteBalance::kCloudy,
     CameraWhiteBalance::kFluorescent, CameraWhiteBalance::kTungsten};
 
 TEST(WhiteBalance, OnlyTheAutomaticOneLeavesColoursAlone) {
-    const std::vector<std::uint8_t> grey = {128, 128, 128, 77};
+    const Bytes grey = {128, 128, 128, 77};
     for (const CameraWhiteBalance balance : kAll) {
-        std::vector<std::uint8_t> pixel = grey;
+        Bytes pixel = grey;
         ApplyGains(GainsOf(balance), pixel.data(), pixel.data(), 1);
         EXPECT_EQ(pixel == grey, balance == CameraWhiteBalance::kAuto);
         EXPECT_EQ(pixel[3], 77);
@@ -53,10 +44,11 @@ TEST(I420, FramesHaveTheColoursOfThePicture) {
     constexpr int kWidth = 46;
     constexpr int kHeight = 30;
     for (const Look look : kLooks) {
-        const std::vector<std::uint8_t> bgrx = ToBgrx(RandomPicture(kWidth, kHeight, look, 9));
+        const Bytes bgrx =
+            InLayout(RandomPicture(kWidth, kHeight, look, 9), PixelLayout::kBgrx, 77);
         for (const CameraWhiteBalance balance : kAll) {
             const ColorGains gains = GainsOf(balance);
-            std::vector<std::uint8_t> frame(I420Bytes({kWidth, kHeight}));
+            Bytes frame(I420Bytes({kWidth, kHeight}));
             ConvertToI420(PackedView(bgrx.data(), {kWidth, kHeight}, PixelLayout::kBgrx), gains,
                           frame.data());
             const auto at = [&](int x, int y) {

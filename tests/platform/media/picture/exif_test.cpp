@@ -5,26 +5,22 @@
 #include <gtest/gtest.h>
 #include <random>
 
+#include "tests/platform/media/picture/picture_bytes.h"
 #include "tests/support/jpeg.h"
-#include "tests/support/temporary_folder.h"
 
 namespace Osp::Media {
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
 
 std::string BareJpeg() {
     return Kivo::Testing::EncodeJpeg(Picture(8, 8));
 }
 
 std::string WithSegment(const Bytes& segment) {
-    std::string jpeg = BareJpeg();
-    jpeg.insert(2, reinterpret_cast<const char*>(segment.data()), segment.size());
-    return jpeg;
+    return BareJpeg().insert(2, std::string(segment.begin(), segment.end()));
 }
 
 std::optional<ExifInfo> Read(const std::string& jpeg) {
-    return ReadExif(std::span(reinterpret_cast<const std::uint8_t*>(jpeg.data()), jpeg.size()));
+    return ReadExif(AsBytes(jpeg));
 }
 
 TEST(Exif, WhatIsWrittenIsReadBack) {
@@ -39,19 +35,8 @@ TEST(Exif, WhatIsWrittenIsReadBack) {
         const Bytes segment = BuildExifSegment(info);
         EXPECT_EQ(segment[2] * 256u + segment[3] + 2, segment.size());
         const std::string jpeg = WithSegment(segment);
-        const auto read = Read(jpeg);
-        ASSERT_TRUE(read);
-        EXPECT_EQ(read->description, info.description);
-        EXPECT_EQ(read->dateTimeOriginal, info.dateTimeOriginal);
-        EXPECT_EQ(read->offsetTimeOriginal, info.offsetTimeOriginal);
-        EXPECT_EQ(read->software, info.software);
-        EXPECT_EQ(read->orientation, 1);
-        EXPECT_EQ(read->size, info.size);
+        EXPECT_TRUE(Read(jpeg) == info) << description;
         EXPECT_EQ(Kivo::Testing::DecodeJpeg(jpeg).width, 8) << "still a whole JPEG";
-        const Testing::TemporaryFolder folder;
-        Testing::WriteText(folder / "a.jpg", jpeg);
-        EXPECT_EQ(ReadExif(folder / "a.jpg")->description, info.description);
-        EXPECT_FALSE(ReadExif(folder / "missing"));
     }
 }
 
@@ -84,9 +69,10 @@ TEST(Exif, ThePhotographsTimeIsLocalUnderTheRealClock) {
 }
 
 TEST(Exif, OtherFilesSayNothingAndDamageDoesNoHarm) {
-    EXPECT_FALSE(Read(BareJpeg()));
-    EXPECT_FALSE(Read(""));
-    EXPECT_FALSE(Read("\x89PNG\r\n\x1A\n"));
+    for (const std::string& other : {BareJpeg(), std::string(), std::string("\x89PNG\r\n\x1A\n")}) {
+        EXPECT_FALSE(Read(other));
+    }
+    EXPECT_FALSE(ReadExif("/missing"));
     ExifInfo info;
     info.description = "KIVO (Normal),1X";
     info.dateTimeOriginal = "2026:01:31 23:59:58";

@@ -5,62 +5,50 @@
 #include <cstring>
 #include <gtest/gtest.h>
 
+#include "osp/media/picture/jpeg_codec.h"
 #include "tests/platform/media/picture/picture_bytes.h"
 #include "tests/support/colour_profile.h"
 #include "tests/support/png.h"
-#include "tests/support/temporary_folder.h"
 
 namespace Osp::Media {
 namespace {
 
 using Graphics::Dimension;
 using Kivo::Testing::EncodePng;
-using Kivo::Testing::PngClaiming;
-using Testing::TemporaryFolder;
-using Testing::WriteText;
 
-class PngCodecTest : public testing::Test {
-  protected:
-    std::string Put(const std::string& bytes) {
-        WriteText(path_, bytes);
-        return path_;
-    }
-    TemporaryFolder folder_;
-    std::string path_ = folder_ / "picture.png";
-};
+Bytes Decoded(const std::string& png, const Dimension& size, PixelLayout layout) {
+    Bytes pixels(PackedSize(size, layout));
+    EXPECT_EQ(DecodePng(AsBytes(png), size, layout, pixels.data()), result::kSuccess);
+    return pixels;
+}
 
-TEST_F(PngCodecTest, DecodesEveryLayoutWithItsAlpha) {
+TEST(PngCodec, DecodesEveryLayoutWithItsAlpha) {
     const Picture picture = RandomPicture(37, 23, Look::kNoise, 6);
     Bytes rgba = InLayout(picture, PixelLayout::kRgba, 0);
     for (std::size_t i = 3; i < rgba.size(); i += 4) rgba[i] = static_cast<std::uint8_t>(i * 7);
-    const std::string path = Put(EncodePng(rgba, 37, 23, PNG_FORMAT_RGBA));
+    const std::string png = EncodePng(rgba, 37, 23, PNG_FORMAT_RGBA);
     Dimension size;
-    ASSERT_EQ(ReadPngSize(path, size), result::kSuccess);
+    ASSERT_EQ(ReadPngSize(AsBytes(png), size), result::kSuccess);
     EXPECT_EQ(size, (Dimension{37, 23}));
-    Bytes pixels(rgba.size());
-    ASSERT_EQ(DecodePng(path, size, PixelLayout::kRgba, pixels.data()), result::kSuccess);
-    EXPECT_TRUE(pixels == rgba);
-    ASSERT_EQ(DecodePng(path, size, PixelLayout::kBgrx, pixels.data()), result::kSuccess);
+    EXPECT_TRUE(Decoded(png, size, PixelLayout::kRgba) == rgba);
+    Bytes pixels = Decoded(png, size, PixelLayout::kBgrx);
     for (std::size_t i = 0; i < rgba.size(); i += 4) {
         const std::array expected = {rgba[i + 2], rgba[i + 1], rgba[i], rgba[i + 3]};
         ASSERT_TRUE(std::equal(expected.begin(), expected.end(), &pixels[i])) << i;
     }
-    pixels.resize(picture.bytes.size());
-    ASSERT_EQ(DecodePng(path, size, PixelLayout::kRgb, pixels.data()), result::kSuccess);
+    pixels = Decoded(png, size, PixelLayout::kRgb);
     for (std::size_t i = 0; i < pixels.size(); ++i) {
         const int alpha = rgba[i / 3 * 4 + 3];
         ASSERT_EQ(pixels[i], std::lround(picture.bytes[i] * alpha / 255.0)) << "on black";
     }
 
-    Put(EncodePng(picture.bytes, 37, 23, PNG_FORMAT_RGB));
-    pixels.resize(rgba.size());
-    ASSERT_EQ(DecodePng(path, size, PixelLayout::kRgba, pixels.data()), result::kSuccess);
-    EXPECT_TRUE(pixels == InLayout(picture, PixelLayout::kRgba, 255));
-    const Bytes grey(37 * 23, 99);
-    Put(EncodePng(grey, 37, 23, PNG_FORMAT_GRAY));
-    ASSERT_EQ(DecodePng(path, size, PixelLayout::kRgba, pixels.data()), result::kSuccess);
-    EXPECT_EQ(pixels[400], 99);
-    EXPECT_EQ(DecodePng(path, {23, 37}, PixelLayout::kRgba, pixels.data()), result::kInvalidFormat)
+    const std::string opaque = EncodePng(picture.bytes, 37, 23, PNG_FORMAT_RGB);
+    EXPECT_TRUE(Decoded(opaque, size, PixelLayout::kRgba) ==
+                InLayout(picture, PixelLayout::kRgba, 255));
+    const std::string grey = EncodePng(Bytes(37 * 23, 99), 37, 23, PNG_FORMAT_GRAY);
+    EXPECT_TRUE(Decoded(grey, size, PixelLayout::kRgb) == Bytes(3 * 37 * 23, 99));
+    EXPECT_EQ(DecodePng(AsBytes(grey), {23, 37}, PixelLayout::kRgb, pixels.data()),
+              result::kInvalidFormat)
         << "of another size than when it was asked";
 }
 
@@ -91,12 +79,9 @@ std::string Png(const OneRow& what) {
     return file;
 }
 
-TEST_F(PngCodecTest, TakesEveryKindOfTransparencyAsViewersDo) {
-    const auto decoded = [this](const OneRow& what) {
-        Bytes pixels(static_cast<std::size_t>(3 * what.width));
-        EXPECT_EQ(DecodePng(Put(Png(what)), {what.width, 1}, PixelLayout::kRgb, pixels.data()),
-                  result::kSuccess);
-        return pixels;
+TEST(PngCodec, TakesEveryKindOfTransparencyAsViewersDo) {
+    const auto decoded = [](const OneRow& what) {
+        return Decoded(Png(what), {what.width, 1}, PixelLayout::kRgb);
     };
     EXPECT_EQ(decoded({1, 16, PNG_COLOR_TYPE_RGB, {0x80, 0x80, 0x40, 0x40, 0xC0, 0xC0}}),
               (Bytes{0x80, 0x40, 0xC0}));
@@ -122,13 +107,10 @@ TEST_F(PngCodecTest, TakesEveryKindOfTransparencyAsViewersDo) {
               (Bytes{50, 25, 13, 20, 40, 60}));
 }
 
-TEST_F(PngCodecTest, MindsAGammaUnlessThereIsAProfile) {
-    const auto decoded = [this](void (*prepare)(png_structp, png_infop)) {
-        Bytes pixels(3);
+TEST(PngCodec, MindsAGammaUnlessThereIsAProfile) {
+    const auto decoded = [](void (*prepare)(png_structp, png_infop)) {
         const OneRow row{1, 8, PNG_COLOR_TYPE_RGB, {64, 64, 64}, prepare};
-        EXPECT_EQ(DecodePng(Put(Png(row)), {1, 1}, PixelLayout::kRgb, pixels.data()),
-                  result::kSuccess);
-        return pixels[0];
+        return Decoded(Png(row), {1, 1}, PixelLayout::kRgb)[0];
     };
     EXPECT_NEAR(decoded([](png_structp png, png_infop info) { png_set_gAMA(png, info, 1); }), 137,
                 2);
@@ -140,29 +122,40 @@ TEST_F(PngCodecTest, MindsAGammaUnlessThereIsAProfile) {
               64);
 }
 
-TEST_F(PngCodecTest, RefusesWhatIsDamagedOrLies) {
+TEST(PngCodec, RefusesWhatIsDamaged) {
     const Picture picture = RandomPicture(37, 23, Look::kNoise, 6);
     const std::string png = EncodePng(picture.bytes, 37, 23, PNG_FORMAT_RGB);
-    Bytes pixels(picture.bytes.size());
     Dimension size{37, 23};
+    const auto decode = [&](const std::string& file) {
+        Bytes pixels(picture.bytes.size());
+        return DecodePng(AsBytes(file), size, PixelLayout::kRgb, pixels.data());
+    };
     for (std::size_t length = 0; length + 12 < png.size(); length += 5) {
-        EXPECT_EQ(DecodePng(Put(png.substr(0, length)), size, PixelLayout::kRgb, pixels.data()),
-                  result::kInvalidFormat)
-            << length;
+        EXPECT_EQ(decode(png.substr(0, length)), result::kInvalidFormat) << length;
     }
     std::string damaged = png;
     damaged[png.size() / 2] ^= 1;
-    EXPECT_EQ(DecodePng(Put(damaged), size, PixelLayout::kRgb, pixels.data()),
-              result::kInvalidFormat);
-    for (const Dimension& claim : {Dimension{40000, 1}, {1, 40000}, {30000, 30000}, {0, 23}}) {
-        const std::string lie = PngClaiming(png, static_cast<std::uint32_t>(claim.width),
-                                            static_cast<std::uint32_t>(claim.height));
-        EXPECT_EQ(ReadPngSize(Put(lie), size),
-                  claim.width == 0 ? result::kInvalidFormat : result::kOutOfRange)
-            << claim.width;
+    EXPECT_EQ(decode(damaged), result::kInvalidFormat);
+    for (const char* path : {"/missing", "/"}) {
+        EXPECT_EQ(ReadPngSize(path, size), result::kInvalidFormat) << path;
     }
-    EXPECT_EQ(ReadPngSize(folder_ / "missing", size), result::kInvalidFormat);
-    EXPECT_EQ(ReadPngSize(folder_.Path(), size), result::kInvalidFormat);
+}
+
+TEST(ColourProfile, GoesThroughSegmentsOfAJpegAndAChunkOfAPng) {
+    const Picture picture = RandomPicture(33, 20, Look::kGradient, 9);
+    const PixelView view = PackedView(picture.bytes.data(), {33, 20}, PixelLayout::kRgb);
+    for (const std::size_t length : {0UL, 200UL, 65519UL, 65520UL, 140'000UL}) {
+        const Bytes profile = Kivo::Testing::MakeProfile("RGB ", length);
+        EncodedPicture encoded;
+        Bytes segments;
+        AppendColourProfile(profile, segments);
+        ASSERT_EQ(EncodeJpeg(view, segments, encoded), result::kSuccess);
+        EXPECT_TRUE(ReadJpegProfile(encoded.Bytes()) == profile) << length;
+        ASSERT_EQ(EncodePng(view, profile, encoded), result::kSuccess);
+        EXPECT_TRUE(ReadPngProfile(encoded.Bytes()) == profile) << length;
+        const std::string png(encoded.Bytes().begin(), encoded.Bytes().end());
+        EXPECT_TRUE(Decoded(png, {33, 20}, PixelLayout::kRgb) == picture.bytes);
+    }
 }
 
 }  // namespace
