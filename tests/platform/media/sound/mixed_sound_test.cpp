@@ -24,40 +24,36 @@ struct Studio {
     std::shared_ptr<SoundMixer> mixer;  // of the device that was opened last
 };
 
-class StudioDevice : public SoundDevice {
-  public:
-    explicit StudioDevice(Studio& studio) : studio_(studio) {
-        studio_.isActive = true;
-        studio_.isLost = false;
+struct StudioDevice : SoundDevice {
+    explicit StudioDevice(Studio& ownStudio) : studio(ownStudio) {
+        studio.isActive = true;
+        studio.isLost = false;
     }
-    ~StudioDevice() override { studio_.isActive = false; }
-    void SetActive(bool isActive) override { studio_.isActive = isActive; }
-    bool IsLost() const override { return studio_.isLost; }
+    ~StudioDevice() override { studio.isActive = false; }
+    void SetActive(bool isActive) override { studio.isActive = isActive; }
+    bool IsLost() const override { return studio.isLost; }
 
-  private:
-    Studio& studio_;
+    Studio& studio;
 };
 
-class StudioBackend : public SoundBackend {
-  public:
-    explicit StudioBackend(Studio& studio) : studio_(studio) {}
+struct StudioBackend : SoundBackend {
+    explicit StudioBackend(Studio& ownStudio) : studio(ownStudio) {}
     /// A tenth of a second of a level that the name tells; nothing for "bad".
     SoundClip Decode(const std::string& realPath) override {
-        ++studio_.decodes;
-        studio_.isHeld.wait(true);
+        ++studio.decodes;
+        studio.isHeld.wait(true);
         if (realPath == "bad") return {};
         return {
             std::vector<float>(kSoundRate / 10 * kSoundChannels, realPath == "a" ? 0.25F : 0.5F)};
     }
     std::unique_ptr<SoundDevice> Open(std::shared_ptr<SoundMixer> mixer) override {
-        ++studio_.opens;
-        if (!studio_.hasDevice) return nullptr;
-        studio_.mixer = std::move(mixer);
-        return std::make_unique<StudioDevice>(studio_);
+        ++studio.opens;
+        if (!studio.hasDevice) return nullptr;
+        studio.mixer = std::move(mixer);
+        return std::make_unique<StudioDevice>(studio);
     }
 
-  private:
-    Studio& studio_;
+    Studio& studio;
 };
 
 class MixedSoundTest : public testing::Test {
@@ -80,6 +76,10 @@ class MixedSoundTest : public testing::Test {
         float frame[2] = {99, 99};
         if (studio_.mixer) studio_.mixer->Mix(frame);
         return frame[0];
+    }
+    /// The level of the next `count` frames.
+    void ExpectLevel(float level, int count) {
+        for (int i = 0; i < count; ++i) ASSERT_EQ(Level(), level) << i;
     }
     void Warm(const std::string& path) {
         sound_->Prepare(path);
@@ -133,14 +133,13 @@ TEST_F(MixedSoundTest, StoppedVoicesFallSilentAndForgottenOnesRingOut) {
     sound_->Forget(Start("a"));
     sound_->Forget(0);
     sound_->Release();
-    for (int i = 0; i < kSoundRate / 10; ++i) ASSERT_EQ(Level(), 0.25F) << i;
+    ExpectLevel(0.25F, kSoundRate / 10);
     EXPECT_EQ(Level(), 0.0F);
 
     const auto looping = Start("a", true);
-    for (int i = 0; i < kSoundRate; ++i) ASSERT_EQ(Level(), 0.25F) << i;
-    Level();
+    ExpectLevel(0.25F, kSoundRate + 1);
     sound_->Forget(looping);
-    for (int i = 1; i < kSoundRate / 10; ++i) ASSERT_EQ(Level(), 0.25F) << i;
+    ExpectLevel(0.25F, kSoundRate / 10 - 1);
     EXPECT_EQ(Level(), 0.0F);
     test_.Pass(1s);
     EXPECT_TRUE(endsUs_.empty());

@@ -78,9 +78,7 @@ class PlayerTest : public testing::Test {
 
     Testing::TestLoop test_;
     Testing::TemporaryFolder folder_;
-    Io::StorageMap storage_{{.product = Testing::kProduct,
-                             .dataFolder = folder_.Path(),
-                             .resourceFolder = folder_ / "res"}};
+    Io::StorageMap storage_{Testing::StorageIn(folder_.Path(), folder_ / "res")};
     Io::StorageMap::Installed installedStorage_{storage_};
     SoundService sounds_;
     SoundService::Installed installedSounds_{sounds_};
