@@ -4,10 +4,7 @@
 #include <string>
 #include <vector>
 
-#include <osp/ui/controls/form.h>
-#include <osp/ui/controls/frame.h>
 #include <osp/ui/controls/message_box.h>
-#include <osp/ui/i_touch_event_listener.h>
 
 #include "osp/app/registry_file.h"
 #include "osp/ui/input.h"
@@ -93,6 +90,8 @@ TEST_F(LifecycleTest, ForegroundAndBackgroundAlternateWhateverTheHostReports) {
     EXPECT_EQ(events,
               (Log{"initializing", "foreground", "background", "foreground", "terminating"}));
     EXPECT_EQ(Application::GetInstance(), nullptr);
+    EXPECT_EQ(RegistryFile(folder_ / "registry.ini").Values().count("LAST"), 1u)
+        << "what the application has not saved";
 }
 
 TEST_F(LifecycleTest, GoingToTheBackgroundAnswersAMessageBoxBeforeTheApplicationHearsOfIt) {
@@ -112,43 +111,11 @@ TEST_F(LifecycleTest, GoingToTheBackgroundAnswersAMessageBoxBeforeTheApplication
               (Log{"initializing", "foreground", "answered", "background", "terminating at once"}));
 }
 
-TEST_F(LifecycleTest, GoingToTheBackgroundTakesTheFingerOffTheScreen) {
-    class Listener : public Ui::ITouchEventListener {
-        void OnTouchPressed(const Ui::Control&, const Graphics::Point&) override {
-            events.push_back("pressed");
-        }
-        void OnTouchMoved(const Ui::Control&, const Graphics::Point&) override {}
-        void OnTouchReleased(const Ui::Control&, const Graphics::Point&) override {
-            events.push_back("released");
-        }
-    } listener;
-    Then([this, &listener] {
-        auto* const form = new Ui::Controls::Form;
-        ASSERT_EQ(form->Construct(0), result::kSuccess);
-        form->AddTouchEventListener(listener);
-        Ui::Controls::Frame& frame = *lifecycle_.GetFrame()->GetFrame();
-        ASSERT_EQ(frame.AddControl(form), result::kSuccess);
-        ASSERT_EQ(frame.SetCurrentForm(form), result::kSuccess);
-        input_.Press({1, 1});
-    });
-    Then([this] { lifecycle_.EnterBackground(); });
-    Then([this] { input_.Release({1, 1}); });
-    Then([this] { lifecycle_.Terminate(false); });
-    EXPECT_EQ(Run(), result::kSuccess);
-    EXPECT_EQ(events, (Log{"initializing", "foreground", "pressed", "background", "terminating"}));
-}
-
 TEST_F(LifecycleTest, AnApplicationThatCannotStartIsAFailureAndHearsNothingMore) {
     mayStart = false;
     EXPECT_EQ(Run(), result::kFailure);
     EXPECT_EQ(events, Log{"initializing"});
     EXPECT_FALSE(lifecycle_.HasStarted());
-}
-
-TEST_F(LifecycleTest, SavesWhatTheApplicationDidNot) {
-    Then([this] { lifecycle_.Terminate(false); });
-    EXPECT_EQ(Run(), result::kSuccess);
-    EXPECT_EQ(RegistryFile(folder_ / "registry.ini").Values().count("LAST"), 1u);
 }
 
 }  // namespace

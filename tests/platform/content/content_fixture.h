@@ -26,8 +26,7 @@ inline std::optional<EmbeddedInfo> ReadEmbedded(const std::string& realPath) {
 /// A phone's storage under `data` with its content store, from start to clean end.
 struct PhoneRun {
     explicit PhoneRun(const std::string& data)
-        : storage(
-              {.product = Testing::kProduct, .dataFolder = data, .resourceFolder = data + "/res"}),
+        : storage(Testing::StorageIn(data)),
           prepared(storage.Prepare()),
           store(storage, ReadEmbedded) {
         EXPECT_EQ(manager.Construct(), result::kSuccess);

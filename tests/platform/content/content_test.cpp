@@ -95,18 +95,5 @@ TEST_F(ContentTest, AFileThatCannotBeDeletedStaysRegistered) {
     });
 }
 
-TEST_F(ContentTest, LookingAtAFileDoesNotRegisterIt) {
-    PhoneRun run(folder_.Path());
-    ContentRecord record;
-    EXPECT_EQ(run.store.Describe(kFirst, record), result::kSuccess);
-    EXPECT_EQ(record.description, String("own"));
-    EXPECT_EQ(record.width, 40);
-    EXPECT_EQ(record.id, 0);
-    EXPECT_EQ(run.Describe(kFirst, "registered"), "registered");
-    EXPECT_EQ(run.store.Describe(kFirst, record), result::kSuccess);
-    EXPECT_EQ(record.description, String("registered"));
-    EXPECT_EQ(run.store.Describe("/Media/Images/no.jpg", record), result::kFileNotFound);
-}
-
 }  // namespace
 }  // namespace Osp::Content

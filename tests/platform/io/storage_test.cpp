@@ -45,8 +45,7 @@ class StorageTest : public testing::Test {
 
     Testing::TemporaryFolder folder_;
     std::string data_ = folder_ / "data";
-    StorageMap storage_{
-        {.product = Testing::kProduct, .dataFolder = data_, .resourceFolder = folder_ / "res"}};
+    StorageMap storage_{Testing::StorageIn(data_, folder_ / "res")};
     Service<StorageMap>::Installed installed_{storage_};
 };
 
@@ -65,50 +64,27 @@ TEST_F(StorageTest, KnowsItsFoldersAndNothingOutside) {
     }
 }
 
-TEST_F(StorageTest, KeepsThePrivateFolderToItsOwner) {
-    struct stat status;
-    ASSERT_EQ(stat(storage_.GetPrivateFolder().c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0700u);
-    fs::permissions(storage_.GetPrivateFolder(), fs::perms(0755));
-    EXPECT_EQ(storage_.Prepare(), result::kSuccess);
-    ASSERT_EQ(stat(storage_.GetPrivateFolder().c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0700u);
-}
-
-TEST_F(StorageTest, PreparingCleansUpAndReportsWhatItCannotCreate) {
+TEST_F(StorageTest, PreparingCleansUpKeepsOthersOutAndReportsWhatItCannotCreate) {
     const std::string images = data_ + "/Media/Images";
     WriteText(images + "/.osp-1-1.tmp", "stale");
     WriteText(storage_.GetPrivateFolder() + "/.osp-1-1.tmp", "stale");
+    EXPECT_EQ(Testing::ModeOf(storage_.GetPrivateFolder()), 0700u);
+    fs::permissions(storage_.GetPrivateFolder(), fs::perms(0755));
     EXPECT_EQ(storage_.Prepare(), result::kSuccess);
+    EXPECT_EQ(Testing::ModeOf(storage_.GetPrivateFolder()), 0700u);
     EXPECT_TRUE(Testing::ReadTree(data_).empty());
     fs::remove(images);
     WriteText(images, "a file in the way");
     EXPECT_NE(storage_.Prepare(), result::kSuccess);
 }
 
-TEST_F(StorageTest, CreatesNothingUnlessItIsPrepared) {
-    fs::create_directories(folder_ / "other/Storagecard");
-    StorageMap storage({.product = Testing::kProduct,
-                        .dataFolder = folder_ / "other",
-                        .resourceFolder = folder_ / "res"});
-    std::string real;
-    EXPECT_EQ(storage.Resolve("/Storagecard/Media/Images", Access::kRead, real), result::kSuccess);
-    EXPECT_TRUE(fs::is_empty(folder_ / "other/Storagecard"));
-    EXPECT_FALSE(fs::exists(folder_ / "other/Media"));
-}
-
 TEST_F(StorageTest, IsLockedForOthersUntilItsProcessEnds) {
-    const auto lockElsewhere = [this] {
-        StorageMap other(
-            {.product = Testing::kProduct, .dataFolder = data_, .resourceFolder = folder_ / "res"});
-        return other.Lock();
-    };
+    const auto lockElsewhere = [this] { return StorageMap(Testing::StorageIn(data_)).Lock(); };
     Testing::KilledAfter(std::chrono::milliseconds(100), [&](int) {
         EXPECT_EQ(storage_.Lock(), result::kSuccess);
         pause();
     });
-    auto own = std::make_unique<StorageMap>(StorageMap::Options{
-        .product = Testing::kProduct, .dataFolder = data_, .resourceFolder = folder_ / "res"});
+    auto own = std::make_unique<StorageMap>(Testing::StorageIn(data_));
     EXPECT_EQ(own->Lock(), result::kSuccess) << "a killed process has let go";
     Testing::InOwnProcess([&] { EXPECT_EQ(lockElsewhere(), result::kDeviceBusy); });
     // A program that it started and that outlives it.
@@ -144,8 +120,7 @@ TEST(StorageMap, LiesInTheDesktopsFoldersByDefault) {
         setenv("XDG_DATA_HOME", (home / "share").c_str(), 1);
         fs::create_directory(home / "config");
         WriteText(home / "config/user-dirs.dirs", "XDG_PICTURES_DIR=\"$HOME/Bilder\"\n");
-        StorageMap storage(
-            {.product = Testing::kProduct, .dataFolder = "", .resourceFolder = "/nowhere"});
+        StorageMap storage(Testing::StorageIn(""));
         EXPECT_EQ(storage.Prepare(), result::kSuccess);
         EXPECT_TRUE(fs::is_directory(home / "Bilder/Shots"));
         EXPECT_EQ(storage.GetPrivateFolder(), home / "share/test-camera");
