@@ -41,14 +41,20 @@ class NotingForm : public Controls::Form {
     result onInitializing_;
 };
 
-using FormsTest = UiTest;
+class FormsTest : public UiTest {
+  protected:
+    NotingForm& AddForm(const char* name) {
+        auto* const form = new NotingForm(log_, name);
+        EXPECT_EQ(frame_.AddControl(form), result::kSuccess);
+        return *form;
+    }
+};
 
 TEST_F(FormsTest, AFormMayRemoveItselfAndGoesOnceItsCallHasUnwound) {
-    auto* const form = new NotingForm(log_, "a");
-    ASSERT_EQ(frame_.AddControl(form), result::kSuccess);
-    form->removedFrom = &frame_;
-    (void)form->SendUserEvent(100, nullptr);
-    (void)form->SendUserEvent(101, nullptr);
+    NotingForm& form = AddForm("a");
+    form.removedFrom = &frame_;
+    (void)form.SendUserEvent(100, nullptr);
+    (void)form.SendUserEvent(101, nullptr);
     EXPECT_EQ(log_, Log{"initialized a"}) << "user events are queued";
     loop_.Settle();
     EXPECT_EQ(log_,
@@ -72,16 +78,15 @@ TEST_F(FormsTest, CurrentFormsAreChosenAmongThoseThatWereAdded) {
 
 TEST_F(FormsTest, VisibleMeansCurrentAndInTheForeground) {
     auto* const area = AddArea({0, 0, 10, 10});
-    auto* const other = new NotingForm(log_, "other");
-    ASSERT_EQ(frame_.AddControl(other), result::kSuccess);
+    NotingForm& other = AddForm("other");
     EXPECT_TRUE(area->IsVisible());
-    EXPECT_FALSE(other->IsVisible());
+    EXPECT_FALSE(other.IsVisible());
     screen_.SetForeground(false);
     EXPECT_FALSE(form_->IsVisible());
     screen_.SetForeground(true);
-    ASSERT_EQ(frame_.SetCurrentForm(other), result::kSuccess);
+    ASSERT_EQ(frame_.SetCurrentForm(&other), result::kSuccess);
     EXPECT_FALSE(area->IsVisible());
-    EXPECT_TRUE(other->IsVisible());
+    EXPECT_TRUE(other.IsVisible());
 }
 
 struct Counted : Base::Object {
@@ -92,13 +97,12 @@ struct Counted : Base::Object {
 
 TEST_F(FormsTest, ArgumentsOfEventsThatNobodyReceivesAreDeleted) {
     int alive = 0;
-    auto* const form = new NotingForm(log_, "a");
-    ASSERT_EQ(frame_.AddControl(form), result::kSuccess);
+    NotingForm& form = AddForm("a");
     auto* const arguments = new Base::Collection::ArrayList;
     ASSERT_EQ(arguments->Construct(1), result::kSuccess);
     ASSERT_EQ(arguments->Add(new Counted(alive)), result::kSuccess);
-    (void)form->SendUserEvent(100, arguments);
-    (void)frame_.RemoveControl(*form);
+    (void)form.SendUserEvent(100, arguments);
+    (void)frame_.RemoveControl(form);
     EXPECT_EQ(alive, 1);
     loop_.Settle();
     EXPECT_EQ(alive, 0);

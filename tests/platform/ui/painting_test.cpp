@@ -32,8 +32,7 @@ TEST_F(PaintingTest, ShowRaisesAShownControlAndNeverChangesTheShowState) {
 TEST_F(PaintingTest, APanelIsPresentedBeforeItsShowReturns) {
     CountingPresenter presenter;
     Area* const panel = AddArea({0, 0, 100, 100});
-    auto* const button = Add(new Controls::Button);
-    ASSERT_EQ(button->Construct({200, 0, 80, 80}), result::kSuccess);
+    auto* const button = AddButton({200, 0, 80, 80});
     screen_.SetPresenter(&presenter);
     (void)panel->Show();
     EXPECT_EQ(presenter.presented, 1);

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <functional>
 #include <memory>
 
@@ -15,8 +14,7 @@ class TouchTest : public UiTest,
                   public IKeyEventListener {
   protected:
     Controls::Button* AddButton(const Graphics::Rectangle& bounds, int actionId) {
-        auto* const button = Add(new Controls::Button);
-        EXPECT_EQ(button->Construct(bounds), result::kSuccess);
+        auto* const button = UiTest::AddButton(bounds);
         button->SetActionId(actionId);
         button->AddActionEventListener(*this);
         button->AddTouchEventListener(*this);
@@ -24,6 +22,14 @@ class TouchTest : public UiTest,
     }
     void Do(void (Input::*what)(Graphics::Point), Graphics::Point position) {
         (input_.*what)(position);
+        loop_.Settle();
+    }
+    void Tap() {
+        Do(&Input::Press, {110, 120});
+        Do(&Input::Release, {110, 120});
+    }
+    void PressKey() {
+        input_.KeyPress(KeyCode::kCamera);
         loop_.Settle();
     }
     void Note(const char* what, const Graphics::Point& p) {
@@ -62,31 +68,29 @@ TEST_F(TouchTest, AButtonReleasesBeforeItsActionWhichNeedsAReleaseInside) {
     Do(&Input::Press, {110, 120});
     Do(&Input::Release, {300, 300});
     EXPECT_EQ(log_, (Log{"press 110,120", "release 300,300"})) << "it stays with the button";
+    log_.clear();
+    Do(&Input::Press, {110, 120});
+    input_.Cancel();
+    loop_.Settle();
+    EXPECT_EQ(log_, (Log{"press 110,120", "release 110,120"})) << "taken away";
 }
 
 TEST_F(TouchTest, TheTopmostControlThatListensGetsTheTouch) {
     AddButton({100, 100, 80, 80}, 7);
     AddArea({0, 0, 800, 480});  // neither a button nor listened to
-    Do(&Input::Press, {110, 120});
-    Do(&Input::Release, {110, 120});
+    Tap();
     EXPECT_EQ(log_.back(), "action 7");
     Controls::Button* const above = AddButton({100, 100, 40, 40}, 8);
-    Do(&Input::Press, {110, 120});
-    Do(&Input::Release, {110, 120});
+    Tap();
     EXPECT_EQ(log_.back(), "action 8");
     (void)above->SetShowState(false);
-    Do(&Input::Press, {110, 120});
-    Do(&Input::Release, {110, 120});
+    Tap();
     EXPECT_EQ(log_.back(), "action 7");
-}
-
-TEST_F(TouchTest, ADisabledControlSwallowsTheTouch) {
-    AddButton({100, 100, 80, 80}, 7);
-    Controls::Button* const above = AddButton({100, 100, 80, 80}, 8);
+    (void)above->SetShowState(true);
     (void)above->SetEnabled(false);
-    Do(&Input::Press, {110, 120});
-    Do(&Input::Release, {110, 120});
-    EXPECT_EQ(log_, Log{});
+    log_.clear();
+    Tap();
+    EXPECT_EQ(log_, Log{}) << "what is disabled swallows it";
 }
 
 TEST_F(TouchTest, MovesOutsideTheScreenAreClamped) {
@@ -100,57 +104,30 @@ TEST_F(TouchTest, MovesOutsideTheScreenAreClamped) {
 
 TEST_F(TouchTest, AControlMayGoInItsOwnCallback) {
     deletedOnRelease_ = AddButton({100, 100, 80, 80}, 7);
-    Do(&Input::Press, {110, 120});
-    Do(&Input::Release, {110, 120});
+    Tap();
     EXPECT_EQ(log_, (Log{"press 110,120", "release 110,120"})) << "no action of what is gone";
     Do(&Input::Press, {110, 120});
     EXPECT_EQ(log_.size(), 2u);
 }
 
-TEST_F(TouchTest, AFingerTakenAwayActsOnNothing) {
-    AddButton({100, 100, 80, 80}, 7);
-    Do(&Input::Press, {110, 120});
-    input_.Cancel();
-    loop_.Settle();
-    EXPECT_EQ(log_, (Log{"press 110,120", "release 110,120"}));
-}
-
 TEST_F(TouchTest, OnlyTheCurrentFormGetsKeys) {
     form_->AddKeyEventListener(*this);
     Controls::Form* const other = AddForm();
-    input_.KeyPress(KeyCode::kCamera);
-    loop_.Settle();
+    PressKey();
     EXPECT_EQ(log_, Log{"key"}) << "adding a form does not make it current";
     ASSERT_EQ(frame_.SetCurrentForm(other), result::kSuccess);
-    input_.KeyPress(KeyCode::kCamera);
-    loop_.Settle();
+    PressKey();
     EXPECT_EQ(log_.size(), 1u);
 }
 
-/// Idle green, pressed red: one pixel.
-void ColourPictures(Controls::Button& button) {
-    for (const Graphics::Color& color : {kGreen, kRed}) {
-        Base::ByteBuffer pixels;
-        ASSERT_EQ(pixels.Construct(4), result::kSuccess);
-        const Base::byte bytes[] = {color.red, color.green, color.blue, 255};
-        std::ranges::copy(bytes, pixels.GetPointer());
-        Graphics::Bitmap bitmap;
-        ASSERT_EQ(bitmap.Construct(pixels, {1, 1}, Graphics::BitmapPixelFormat::kArgb8888),
-                  result::kSuccess);
-        color == kGreen ? button.SetNormalBitmap(bitmap) : button.SetPressedBitmap(bitmap);
-    }
-}
-
 TEST_F(TouchTest, GoingToTheBackgroundTakesTheFingerOffTheScreen) {
-    ColourPictures(*AddButton({100, 100, 80, 80}, 7));
+    AddButton({100, 100, 80, 80}, 7);
     form_->AddKeyEventListener(*this);
     Do(&Input::Press, {110, 120});
-    input_.KeyPress(KeyCode::kCamera);
-    EXPECT_EQ(PixelAt(100, 100), 0xFF0000u);
+    PressKey();
     log_.clear();
     screen_.SetForeground(false);
     input_.LetGo();
-    EXPECT_EQ(PixelAt(100, 100), 0x00FF00u) << "it looks pressed";
     const auto finger = [this] {
         Do(&Input::Move, {111, 121});
         Do(&Input::Release, {111, 121});
@@ -159,13 +136,11 @@ TEST_F(TouchTest, GoingToTheBackgroundTakesTheFingerOffTheScreen) {
     };
     finger();
     Do(&Input::Press, {110, 120});
-    input_.KeyPress(KeyCode::kCamera);
-    loop_.Settle();
+    PressKey();
     screen_.SetForeground(true);
     finger();
     EXPECT_EQ(log_, Log{}) << "held before, or pressed meanwhile";
-    Do(&Input::Press, {110, 120});
-    Do(&Input::Release, {110, 120});
+    Tap();
     EXPECT_EQ(log_.back(), "action 7");
 }
 
