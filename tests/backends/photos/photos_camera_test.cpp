@@ -1,15 +1,18 @@
 #include "backends/photos/photos_camera.h"
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "osp/media/picture/exif.h"
-#include "osp/media/picture/jpeg_codec.h"
-#include "osp/media/picture/png_codec.h"
-#include "osp/media/picture/upright.h"
 #include "tests/support/faults.h"
 #include "tests/support/jpeg.h"
+#include "tests/support/plain_composition.h"
+#include "tests/support/png.h"
 #include "tests/support/running_camera.h"
 #include "tests/support/temporary_folder.h"
 
@@ -22,11 +25,7 @@ using Kivo::Testing::DecodeJpeg;
 using Kivo::Testing::EncodeJpeg;
 using Testing::WriteText;
 
-struct Colour {
-    std::uint8_t red;
-    std::uint8_t green;
-    std::uint8_t blue;
-};
+using Colour = std::array<std::uint8_t, 3>;
 constexpr Colour kRed{200, 30, 30};
 constexpr Colour kGreen{30, 180, 60};
 constexpr Colour kBlue{40, 60, 210};
@@ -35,10 +34,7 @@ constexpr Colour kYellow{230, 210, 40};
 void Fill(Picture& picture, int left, int top, int width, int height, const Colour& colour) {
     for (int y = top; y < top + height; ++y) {
         for (int x = left; x < left + width; ++x) {
-            std::uint8_t* const pixel = picture.View().Row(y) + 3 * x;
-            pixel[0] = colour.red;
-            pixel[1] = colour.green;
-            pixel[2] = colour.blue;
+            std::ranges::copy(colour, picture.View().Row(y) + 3 * x);
         }
     }
 }
@@ -51,22 +47,27 @@ Picture Plain(int width, int height, const Colour& colour) {
 
 /// Quarters: red, green above blue, yellow.
 Picture Quarters(int width, int height) {
-    Picture picture(width, height);
-    const int x = width / 2;
-    const int y = height / 2;
-    Fill(picture, 0, 0, x, y, kRed);
-    Fill(picture, x, 0, width - x, y, kGreen);
-    Fill(picture, 0, y, x, height - y, kBlue);
-    Fill(picture, x, y, width - x, height - y, kYellow);
+    Picture picture = Plain(width, height, kYellow);
+    Fill(picture, 0, 0, width / 2, height / 2, kRed);
+    Fill(picture, width / 2, 0, width - width / 2, height / 2, kGreen);
+    Fill(picture, 0, height / 2, width / 2, height - height / 2, kBlue);
     return picture;
 }
 
 void ExpectColour(const Picture& picture, double x, double y, const Colour& colour) {
     const std::uint8_t* const pixel = picture.View().Row(static_cast<int>(y * picture.height)) +
                                       3 * static_cast<int>(x * picture.width);
-    EXPECT_NEAR(pixel[0], colour.red, 6) << "at " << x << ", " << y;
-    EXPECT_NEAR(pixel[1], colour.green, 6) << "at " << x << ", " << y;
-    EXPECT_NEAR(pixel[2], colour.blue, 6) << "at " << x << ", " << y;
+    for (int c = 0; c < 3; ++c) {
+        EXPECT_NEAR(pixel[c], colour[static_cast<std::size_t>(c)], 6) << "at " << x << ", " << y;
+    }
+}
+
+/// Looks at the picture as far from its edges as `near` says.
+void ExpectQuarters(const Picture& picture, double near) {
+    ExpectColour(picture, near, near, kRed);
+    ExpectColour(picture, 1 - near, near, kGreen);
+    ExpectColour(picture, near, 1 - near, kBlue);
+    ExpectColour(picture, 1 - near, 1 - near, kYellow);
 }
 
 class PhotosCameraTest : public testing::Test {
@@ -75,12 +76,17 @@ class PhotosCameraTest : public testing::Test {
         WriteText(folder_ / name, bytes);
     }
     void PutPng(const std::string& name, const Picture& picture) {
-        EncodedPicture png;
-        ASSERT_EQ(EncodePng(PackedView(picture.bytes.data(), {picture.width, picture.height},
-                                       PixelLayout::kRgb),
-                            {}, png),
-                  result::kSuccess);
-        Put(name, {png.Bytes().begin(), png.Bytes().end()});
+        Put(name,
+            Kivo::Testing::EncodePng(picture.bytes, picture.width, picture.height, PNG_FORMAT_RGB));
+    }
+    /// JPEGs of the size that is taken, under the names 0, 1 and so on.
+    std::vector<std::string> PutPhotographs(unsigned count) {
+        std::vector<std::string> files;
+        for (unsigned i = 0; i < count; ++i) {
+            files.push_back(EncodeJpeg(RandomPicture(1280, 960, Look::kGradient, i)));
+            Put(std::to_string(i), files.back());
+        }
+        return files;
     }
     std::unique_ptr<RunningCamera> Phone(CameraSelection selection = CameraSelection::kPrimary) {
         return std::make_unique<RunningCamera>("photos:" + folder_.Path(), selection);
@@ -90,18 +96,13 @@ class PhotosCameraTest : public testing::Test {
 };
 
 TEST_F(PhotosCameraTest, DeliversTheBytesOfTheFilesInTheOrderOfTheirNamesAndBeginsAnew) {
-    std::vector<std::string> files;
-    for (unsigned i = 0; i < 3; ++i) {
-        files.push_back(EncodeJpeg(RandomPicture(1280, 960, Look::kGradient, i)));
-    }
-    Put("b.jpg", files[1]);
-    Put("c with another ending.txt", files[2]);
-    Put("a.jpg", files[0]);
-    Put("0 no picture.jpg", "hello");
+    const std::vector<std::string> files = PutPhotographs(3);
+    fs::rename(folder_ / "2", folder_ / "2 with an ending.txt");
+    fs::rename(folder_ / "1", folder_ / "1.jpg");
     fs::create_directory(folder_ / "1 a folder.jpg");
     const auto phone = Phone();
-    for (const int expected : {0, 1, 2, 0, 1}) {
-        EXPECT_TRUE(phone->Capture() == files[static_cast<std::size_t>(expected)]) << expected;
+    for (const std::size_t expected : {0, 1, 2, 0, 1}) {
+        EXPECT_TRUE(phone->Capture() == files[expected]) << expected;
         (void)phone->camera.PowerOff();
         ASSERT_EQ(phone->camera.PowerOn(), result::kSuccess);
         ASSERT_EQ(phone->camera.StartPreview(nullptr, true), result::kSuccess);
@@ -109,11 +110,7 @@ TEST_F(PhotosCameraTest, DeliversTheBytesOfTheFilesInTheOrderOfTheirNamesAndBegi
 }
 
 TEST_F(PhotosCameraTest, ACaptureThatWasStoppedTakesNoPicture) {
-    std::vector<std::string> files;
-    for (unsigned i = 0; i < 2; ++i) {
-        files.push_back(EncodeJpeg(RandomPicture(1280, 960, Look::kGradient, i)));
-        Put(std::to_string(i), files.back());
-    }
+    const std::vector<std::string> files = PutPhotographs(2);
     const auto phone = Phone();
     ASSERT_EQ(phone->camera.Capture(), result::kSuccess);
     phone->RestartWith({800, 480}, {1280, 960});
@@ -131,18 +128,13 @@ TEST_F(PhotosCameraTest, ScalesOtherPicturesToFillAndKeepsTheirMiddle) {
     PutPng("2.png", Quarters(1280, 960));
     const auto phone = Phone();
     const Picture first = DecodeJpeg(phone->Capture());
-    ASSERT_EQ(first.width, 1280);
-    ASSERT_EQ(first.height, 960);
+    ASSERT_EQ(std::pair(first.width, first.height), std::pair(1280, 960));
     for (const double x : {0.02, 0.45}) ExpectColour(first, x, 0.5, kRed);
     for (const double x : {0.55, 0.98}) ExpectColour(first, x, 0.5, kBlue);
     for (int i = 1; i <= 2; ++i) {
         const Picture next = DecodeJpeg(phone->Capture());
-        ASSERT_EQ(next.width, 1280);
-        ASSERT_EQ(next.height, 960);
-        ExpectColour(next, 0.25, 0.25, kRed);
-        ExpectColour(next, 0.75, 0.25, kGreen);
-        ExpectColour(next, 0.25, 0.75, kBlue);
-        ExpectColour(next, 0.75, 0.75, kYellow);
+        ASSERT_EQ(std::pair(next.width, next.height), std::pair(1280, 960));
+        ExpectQuarters(next, 0.25);
     }
 }
 
@@ -170,8 +162,8 @@ TEST_F(PhotosCameraTest, ZoomAndWhiteBalanceMakeAnotherPictureOfTheSameFile) {
     ASSERT_EQ(phone->camera.SetWhiteBalance(CameraWhiteBalance::kTungsten), result::kSuccess);
     const Picture cold = DecodeJpeg(phone->Capture());
     const std::uint8_t* const pixel = cold.View().Row(200) + 3 * 200;
-    EXPECT_LT(pixel[0], kRed.red - 10);
-    EXPECT_GT(pixel[2], kRed.blue + 4);
+    EXPECT_LT(pixel[0], kRed[0] - 10);
+    EXPECT_GT(pixel[2], kRed[2] + 4);
     ASSERT_EQ(phone->camera.SetWhiteBalance(CameraWhiteBalance::kAuto), result::kSuccess);
     EXPECT_TRUE(phone->Capture() == file);
 }
@@ -187,26 +179,15 @@ TEST_F(PhotosCameraTest, TheFrontCameraSeesTheMiddleOfThePictureAQuarterTurned) 
     const auto phone = Phone(CameraSelection::kSecondary);
     const std::string frame = phone->NextFrame();
     ASSERT_EQ(frame.size(), 640u * 480 * 3 / 2);
-    const Picture seen = PictureOf(frame, 640, 480);
-    Picture upright(480, 640);
-    for (int y = 0; y < 480; ++y) {
-        for (int x = 0; x < 640; ++x) {
-            std::copy_n(seen.View().Row(y) + 3 * x, 3, upright.View().Row(x) + 3 * (479 - y));
-        }
-    }
-    for (const double near : {0.02, 0.45}) {
-        ExpectColour(upright, near, near, kRed);
-        ExpectColour(upright, 1 - near, near, kGreen);
-        ExpectColour(upright, near, 1 - near, kBlue);
-        ExpectColour(upright, 1 - near, 1 - near, kYellow);
-    }
+    const Picture upright = PlainStored(PictureOf(frame, 640, 480), true);
+    for (const double near : {0.02, 0.45}) ExpectQuarters(upright, near);
     const Picture still = DecodeJpeg(phone->Capture());
     ASSERT_EQ(still.width, 1280);
     ExpectColour(still, 0.02, 0.98, kRed);
     ExpectColour(still, 0.02, 0.02, kGreen);
 }
 
-TEST_F(PhotosCameraTest, PassesOverWhatCannotBeRead) {
+TEST_F(PhotosCameraTest, PassesOverWhatCannotBeReadAndNamesItOnce) {
     const std::string good = EncodeJpeg(Plain(1280, 960, kGreen));
     const std::string other = EncodeJpeg(Plain(1280, 960, kBlue));
     Put("0 short.jpg", good.substr(0, good.size() / 2));
@@ -214,60 +195,42 @@ TEST_F(PhotosCameraTest, PassesOverWhatCannotBeRead) {
     Put("2 header only.jpg", good.substr(0, 3));
     Put("3 other.jpg", other);
     Put("4 gone.jpg", good);
-    const auto phone = Phone();
-    fs::remove(folder_ / "4 gone.jpg");
-    ExpectColour(PictureOf(phone->NextFrame(), 800, 480), 0.5, 0.5, kGreen);
-    EXPECT_TRUE(phone->Capture() == good);
-    EXPECT_TRUE(phone->Capture() == other);
-    EXPECT_TRUE(phone->Capture() == good);
+    Put("5 no picture.PNG", "hello");
+    Put("6 notes.txt", "hello");
+    testing::internal::CaptureStderr();
+    {
+        const auto phone = Phone();
+        fs::remove(folder_ / "4 gone.jpg");
+        ExpectColour(PictureOf(phone->NextFrame(), 800, 480), 0.5, 0.5, kGreen);
+        for (int i = 0; i < 4; ++i) EXPECT_TRUE(phone->Capture() == (i % 2 == 0 ? good : other));
+    }
+    const std::string errors = testing::internal::GetCapturedStderr();
+    for (const char* name :
+         {"0 short.jpg", "2 header only.jpg", "4 gone.jpg", "5 no picture.PNG"}) {
+        EXPECT_NE(errors.find(name), std::string::npos) << errors;
+    }
+    EXPECT_EQ(std::ranges::count(errors, '\n'), 4) << errors;
 }
 
 TEST_F(PhotosCameraTest, TurnsPicturesUpright) {
     const Picture upright = Quarters(1280, 960);
-    for (int orientation = 1; orientation <= 8; ++orientation) {
-        // Turning back what was turned: 6 and 8 undo each other, all others themselves.
-        const int back = orientation == 6 ? 8 : orientation == 8 ? 6 : orientation;
-        const bool isTransposed = orientation >= 5;
-        Picture stored(isTransposed ? 960 : 1280, isTransposed ? 1280 : 960);
-        TurnUpright(PackedView(upright.bytes.data(), {1280, 960}, PixelLayout::kRgb), back,
-                    stored.bytes.data());
+    const Picture quarter = PlainStored(upright, true);
+    const std::pair<int, Picture> stored[] = {
+        {1, upright}, {3, PlainStored(quarter, true)}, {8, quarter}};
+    for (const auto& [orientation, picture] : stored) {
+        SCOPED_TRACE(orientation);
         ExifInfo info;
         info.orientation = orientation;
         const auto segment = BuildExifSegment(info);
         const std::string file =
-            EncodeJpeg(stored).insert(2, std::string(segment.begin(), segment.end()));
+            EncodeJpeg(picture).insert(2, std::string(segment.begin(), segment.end()));
         Put("0.jpg", file);
         const auto phone = Phone();
-        const Picture preview = PictureOf(phone->NextFrame(), 800, 480);
+        ExpectQuarters(PictureOf(phone->NextFrame(), 800, 480), 0.25);
         const std::string still = phone->Capture();
-        EXPECT_EQ(still == file, orientation == 1) << orientation;
-        for (const Picture& seen : {preview, DecodeJpeg(still)}) {
-            ExpectColour(seen, 0.25, 0.25, kRed);
-            ExpectColour(seen, 0.75, 0.25, kGreen);
-            ExpectColour(seen, 0.25, 0.75, kBlue);
-            ExpectColour(seen, 0.75, 0.75, kYellow);
-        }
+        EXPECT_EQ(still == file, orientation == 1);
+        ExpectQuarters(DecodeJpeg(still), 0.25);
     }
-}
-
-TEST_F(PhotosCameraTest, NamesWhatItCannotReadOnce) {
-    const std::string good = EncodeJpeg(Plain(1280, 960, kGreen));
-    Put("0 short.jpg", good.substr(0, good.size() / 2));
-    Put("1 good.jpg", good);
-    Put("2 no picture.PNG", "hello");
-    Put("3 notes.txt", "hello");
-    testing::internal::CaptureStderr();
-    {
-        const auto phone = Phone();
-        for (int i = 0; i < 3; ++i) EXPECT_TRUE(phone->Capture() == good);
-    }
-    const std::string errors = testing::internal::GetCapturedStderr();
-    for (const char* name : {"/0 short.jpg\"\n", "/2 no picture.PNG\"\n"}) {
-        const std::size_t at = errors.find(name);
-        EXPECT_NE(at, std::string::npos) << errors;
-        EXPECT_EQ(errors.find(name, at + 1), std::string::npos) << errors;
-    }
-    EXPECT_EQ(std::ranges::count(errors, '\n'), 2) << errors;
 }
 
 TEST_F(PhotosCameraTest, AFolderWithoutAReadablePictureIsRefused) {
@@ -301,7 +264,7 @@ TEST_F(PhotosCameraTest, AFolderThatVanishesFailsCapturesUntilItIsBack) {
         ASSERT_EQ(phone->camera.Capture(), result::kSuccess);
         phone->NextFrame();
         EXPECT_EQ(phone->listener.TakeAnswers(), (Notes{"captured: format"}));
-        ExpectColour(PictureOf(phone->NextFrame(), 800, 480), 0.5, 0.5, {0, 0, 0});
+        ExpectColour(PictureOf(phone->NextFrame(), 800, 480), 0.5, 0.5, Colour{});
     }
     fs::create_directory(folder_.Path());
     Put("1.jpg", good);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
@@ -7,9 +8,11 @@
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <memory>
+#include <span>
 #include <thread>
 
 #include "host/sound_module.h"
+#include "osp/base/owner.h"
 #include "tests/support/program.h"
 #include "tests/support/temporary_folder.h"
 
@@ -20,33 +23,22 @@ using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 using Testing::TemporaryFolder;
 
+void End(GSubprocess* process) {
+    g_subprocess_send_signal(process, SIGTERM);
+    g_subprocess_wait(process, nullptr, nullptr);
+    g_object_unref(process);
+}
 /// A program that is ended with the object, at the latest.
-class Process {
-  public:
-    explicit Process(std::initializer_list<std::string> arguments) {
-        std::vector<const char*> list;
-        for (const std::string& argument : arguments) list.push_back(argument.c_str());
-        list.push_back(nullptr);
-        process_ = g_subprocess_newv(list.data(), G_SUBPROCESS_FLAGS_NONE, nullptr);
-        EXPECT_NE(process_, nullptr) << *arguments.begin() << " is not installed";
-    }
-    ~Process() {
-        if (process_ == nullptr) return;
-        End();
-        g_object_unref(process_);
-    }
-    Process(const Process&) = delete;
-    Process& operator=(const Process&) = delete;
+using Process = Base::Owner<GSubprocess, End>;
 
-    void End() {
-        g_subprocess_send_signal(process_, SIGTERM);
-        g_subprocess_wait(process_, nullptr, nullptr);
-    }
-    bool Succeeds() { return g_subprocess_wait_check(process_, nullptr, nullptr) != FALSE; }
-
-  private:
-    GSubprocess* process_;
-};
+Process Launch(std::initializer_list<std::string> arguments) {
+    std::vector<const char*> list;
+    for (const std::string& argument : arguments) list.push_back(argument.c_str());
+    list.push_back(nullptr);
+    Process process(g_subprocess_newv(list.data(), G_SUBPROCESS_FLAGS_NONE, nullptr));
+    EXPECT_NE(process, nullptr) << *arguments.begin() << " is not installed";
+    return process;
+}
 
 template <class Condition>
 bool Within(std::chrono::milliseconds limit, const Condition& condition) {
@@ -65,9 +57,9 @@ class SoundBackendTest : public testing::Test {
         setenv("PIPEWIRE_RUNTIME_DIR", folder_.Path().c_str(), 1);
         EXPECT_NE(backend_, nullptr) << "the module cannot be loaded";
     }
-    std::unique_ptr<Process> StartServer() {
-        auto server = std::make_unique<Process>(std::initializer_list<std::string>{
-            "pipewire", "-c", std::string(KIVO_SOUND_TESTS) + "/sound_server.conf"});
+    Process StartServer() {
+        auto server =
+            Launch({"pipewire", "-c", std::string(KIVO_SOUND_TESTS) + "/sound_server.conf"});
         EXPECT_TRUE(
             Within(10s, [this] { return std::filesystem::exists(folder_ / "pipewire-0"); }));
         return server;
@@ -79,8 +71,9 @@ class SoundBackendTest : public testing::Test {
 
 std::shared_ptr<const SoundClip> Constant(float left, float right, std::size_t frames) {
     auto clip = std::make_shared<SoundClip>();
-    for (std::size_t i = 0; i < frames; ++i)
+    for (std::size_t i = 0; i < frames; ++i) {
         clip->samples.insert(clip->samples.end(), {left, right});
+    }
     return clip;
 }
 
@@ -106,19 +99,19 @@ float NextLevel(SoundMixer& mixer) {
 }
 
 TEST_F(SoundBackendTest, PlaysWhatTheMixerMixesUntilTheServerGoes) {
-    const auto server = StartServer();
+    auto server = StartServer();
     const auto mixer = std::make_shared<SoundMixer>();
     const auto device = backend_->Open(mixer);
     ASSERT_NE(device, nullptr);
     const std::string recording = folder_ / "recording.wav";
-    Process recorder({"pw-record", "--target", "0", "-P", "{ node.name = test-recorder }",
-                      "--format", "f32", "--rate", "48000", "--channels", "2", recording});
-    ASSERT_TRUE(Process({"sh", std::string(KIVO_SOUND_TESTS) + "/connect_sound.sh"}).Succeeds());
+    auto recorder = Launch({"pw-record", "--target", "0", "-P", "{ node.name = test-recorder }",
+                            "--format", "f32", "--rate", "48000", "--channels", "2", recording});
+    ASSERT_EQ(std::system("sh " KIVO_SOUND_TESTS "/connect_sound.sh"), 0);
     EXPECT_FALSE(device->IsLost());
     mixer->Start(1, Constant(0.25F, -0.5F, kSoundRate / 2), false);
     EXPECT_TRUE(Within(5s, [&] { return NextLevel(*mixer) == 0; })) << "it plays nothing";
     std::this_thread::sleep_for(200ms);  // what has been mixed is on its way
-    recorder.End();
+    recorder.reset();
     EXPECT_GE(LongestRun(Testing::ReadText(recording), 0.25F, -0.5F), kSoundRate / 10);
 
     device->SetActive(false);
@@ -129,7 +122,7 @@ TEST_F(SoundBackendTest, PlaysWhatTheMixerMixesUntilTheServerGoes) {
     device->SetActive(true);
     EXPECT_TRUE(Within(5s, [&] { return NextLevel(*mixer) == 0; })) << "it did not wake up";
 
-    server->End();
+    server.reset();
     EXPECT_TRUE(Within(5s, [&] { return device->IsLost(); }));
     device->SetActive(false);
 }
@@ -141,27 +134,17 @@ TEST_F(SoundBackendTest, WithoutAServerThereIsNoDeviceAndNoWait) {
 }
 
 /// A WAV file of 16-bit samples.
-std::string Wav(int rate, int channels, const std::vector<std::int16_t>& samples) {
-    std::string wav;
-    const auto put = [&wav](std::size_t value, int bytes) {
-        for (; bytes > 0; --bytes, value >>= 8) wav.push_back(static_cast<char>(value));
+std::string Wav(unsigned rate, unsigned channels, const std::vector<std::int16_t>& samples) {
+    const auto raw = [](const auto& values) {
+        return std::string(reinterpret_cast<const char*>(std::data(values)),
+                           std::size(values) * sizeof values[0]);
     };
-    const auto frameBytes = static_cast<std::size_t>(channels) * 2;
-    const auto bytesASecond = static_cast<std::size_t>(rate) * frameBytes;
-    wav += "RIFF";
-    put(36 + samples.size() * 2, 4);
-    wav += "WAVEfmt ";
-    put(16, 4);
-    put(1, 2);
-    put(static_cast<std::size_t>(channels), 2);
-    put(static_cast<std::size_t>(rate), 4);
-    put(bytesASecond, 4);
-    put(frameBytes, 2);
-    put(16, 2);
-    wav += "data";
-    put(samples.size() * 2, 4);
-    for (const std::int16_t sample : samples) put(static_cast<std::uint16_t>(sample), 2);
-    return wav;
+    const auto size = static_cast<std::uint32_t>(2 * samples.size());
+    const unsigned frame = 2 * channels;
+    const std::uint32_t whole[] = {36 + size};
+    const std::uint32_t format[] = {16, 1 | channels << 16, rate, rate * frame, frame | 16U << 16};
+    const std::uint32_t data[] = {size};
+    return "RIFF" + raw(whole) + "WAVEfmt " + raw(format) + "data" + raw(data) + raw(samples);
 }
 
 TEST_F(SoundBackendTest, DecodesClipsToItsOwnFormat) {
@@ -183,13 +166,11 @@ TEST_F(SoundBackendTest, DecodesClipsToItsOwnFormat) {
     const std::string resources = Kivo::Testing::ProgramFolder() + "/../share/kivo-camera/Res/";
     for (const char* name : {"kivo.mp3", "dslr.mp3", "others.mp3", "snd_change_roll.wav"}) {
         const SoundClip clip = backend_->Decode(resources + name);
-        EXPECT_GT(clip.Frames(), 1000u) << name;
+        ASSERT_GT(clip.Frames(), 1000u) << name;
         EXPECT_LT(clip.Frames(), 3u * kSoundRate) << name;
-        float loudest = 0;
-        for (std::size_t i = 0; i < std::min<std::size_t>(200, clip.samples.size()); ++i) {
-            loudest = std::max(loudest, std::abs(clip.samples[i]));
-        }
-        EXPECT_GT(loudest, 0.001F) << name << " begins with silence";
+        const auto isHeard = [](float sample) { return std::abs(sample) > 0.001F; };
+        EXPECT_TRUE(std::ranges::any_of(std::span(clip.samples).first(200), isHeard))
+            << name << " begins with silence";
     }
 }
 

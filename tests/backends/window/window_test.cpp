@@ -31,8 +31,7 @@ class WindowTest : public testing::Test {
         camera_.Send("await preview 20000");
         window_ = x_.FindWindow("KIVO Camera");
         EXPECT_NE(window_, 0u);
-        camera_.Send("wait 300");  // a window takes input once it has been laid out
-        Sync();
+        Wait(300);  // a window takes input once it has been laid out
     }
 
     std::vector<std::string> Arguments(const std::vector<std::string>& options) const {
@@ -42,8 +41,11 @@ class WindowTest : public testing::Test {
         return all;
     }
 
-    /// Returns when the camera has done everything that was sent.
-    void Sync() { Ask("print sounds"); }
+    /// Returns when the camera has done everything that was sent, and then waited.
+    void Wait(int ms) {
+        camera_.Send("wait " + std::to_string(ms));
+        Ask("print sounds");
+    }
 
     /// What a script command prints.
     json Ask(const std::string& command) {
@@ -69,8 +71,7 @@ class WindowTest : public testing::Test {
     /// Returns when the camera has noticed.
     void Focus(unsigned long window) {
         x_.Focus(window);
-        camera_.Send("wait 500");
-        Sync();
+        Wait(500);
     }
     void AwaitPhotos(int count) { camera_.Send("await photos " + std::to_string(count)); }
     void EndWell() {
@@ -89,8 +90,7 @@ TEST_F(WindowTest, TheMouseAndTheCameraKeysTakePhotographs) {
     AwaitPhotos(1);
     int count = 1;
     for (const unsigned long key : {XK_space, XK_Return}) {
-        camera_.Send("wait 300");
-        Sync();
+        Wait(300);
         x_.Key(key);
         AwaitPhotos(++count);
     }
@@ -99,25 +99,21 @@ TEST_F(WindowTest, TheMouseAndTheCameraKeysTakePhotographs) {
 
 TEST_F(WindowTest, PositionsAreExactAtAnyWindowSize) {
     struct {
-        int width, height, left, top;
-        double scale;
-    } const sizes[] = {{800, 480, 0, 0, 1.0},
-                       {1600, 960, 0, 0, 2.0},
-                       {1000, 480, 100, 0, 1.0},
-                       {800, 1000, 0, 260, 1.0}};
+        int width, height, left, top, scale;
+    } const sizes[] = {
+        {800, 480, 0, 0, 1}, {1600, 960, 0, 0, 2}, {1000, 480, 100, 0, 1}, {800, 1000, 0, 260, 1}};
     for (const auto& size : sizes) {
         SCOPED_TRACE(std::to_string(size.width) + " x " + std::to_string(size.height));
         x_.Resize(window_, size.width, size.height);
-        camera_.Send("wait 500");
+        Wait(500);
         const std::vector<int> before = BoundsOf("Zoom");
-        const auto at = [&size](double position, int offset) {
-            return static_cast<int>(position * size.scale) + offset;
+        const auto click = [&](int x) {
+            Click(x * size.scale + size.left, 20 * size.scale + size.top);
+            Wait(500);
         };
-        Click(at(505 - 2, size.left), at(20, size.top));
-        camera_.Send("wait 500");
+        click(505 - 2);
         EXPECT_EQ(BoundsOf("Zoom"), before) << "two pixels beside it";
-        Click(at(505 + 1, size.left), at(20, size.top));
-        camera_.Send("wait 500");
+        click(505 + 1);
         EXPECT_NE(BoundsOf("Zoom"), before) << "on its edge: it comes out, or goes back";
     }
     EndWell();
@@ -125,15 +121,14 @@ TEST_F(WindowTest, PositionsAreExactAtAnyWindowSize) {
 
 TEST_F(WindowTest, MinimisingStopsTheCameraAndRestoringWakesIt) {
     x_.SetMinimised(window_, true);
-    camera_.Send("wait 500");
-    Sync();
+    Wait(500);
     x_.Key(XK_space);
-    camera_.Send("wait 1000");
+    Wait(1000);
     camera_.Send("expect photos 0");
     x_.SetMinimised(window_, false);
-    camera_.Send("wait 1000");
+    Wait(1000);
     camera_.Send("await preview");
-    Sync();
+    Wait(100);
     x_.Key(XK_space);
     AwaitPhotos(1);
     EndWell();
@@ -143,7 +138,6 @@ TEST_F(WindowTest, AKeyHeldWhenTheFocusGoesIsLetGo) {
     Focus(window_);
     x_.HoldKey(XK_space, true);
     AwaitPhotos(1);
-    Sync();
     Focus(0);
     x_.HoldKey(XK_space, false);
     Focus(window_);
@@ -162,9 +156,8 @@ TEST_F(WindowTest, AButtonHeldWhenTheFocusGoesOrTheWindowIsMinimisedIsLetGo) {
         x_.SetMinimised(window_, false);
         Focus(window_);
         x_.Release();
-        camera_.Send("wait 1000");
+        Wait(1000);
         camera_.Send("expect photos 0");
-        Sync();
     }
     Click(kShutterButton.x, kShutterButton.y);
     AwaitPhotos(1);
@@ -194,21 +187,17 @@ class DesktopTest : protected SessionBus, public WindowTest {
 };
 
 TEST_F(DesktopTest, TheScreenIsKeptOnOnlyWhileTheCameraPreviews) {
-    camera_.Send("wait 1000");
-    Sync();
+    Wait(1000);
     EXPECT_EQ(screenSaver.inhibited, 1);
     camera_.Send("key camera");
     AwaitPhotos(1);
-    camera_.Send("wait 1000");
-    Sync();
+    Wait(1000);
     EXPECT_EQ(screenSaver.calls, 1) << "the pause of a photograph is not worth a call";
     x_.SetMinimised(window_, true);
-    camera_.Send("wait 1000");
-    Sync();
+    Wait(1000);
     EXPECT_EQ(screenSaver.inhibited, 0);
     x_.SetMinimised(window_, false);
-    camera_.Send("wait 1500");
-    Sync();
+    Wait(1500);
     EXPECT_EQ(screenSaver.inhibited, 1);
     EndWell();
 }
