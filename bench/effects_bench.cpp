@@ -28,8 +28,7 @@
 #include "effects/kernels/tilt_shift.h"
 #include "tests/effects/plain/plain_blur.h"
 #include "tests/effects/plain/plain_colour.h"
-#include "tests/effects/plain/plain_preview.h"
-#include "tests/effects/plain/plain_storage.h"
+#include "tests/effects/plain/plain_conversions.h"
 
 namespace {
 

@@ -8,7 +8,6 @@
 
 #include "effects/blur/gaussian_levels.h"
 #include "effects/kernels/hue2rgb.h"
-#include "effects/kernels/limit.h"
 #include "tests/effects/plain/plain_blur.h"
 #include "tests/effects/plain/plain_colour.h"
 
@@ -25,11 +24,7 @@ TEST(GaussianLevels, AreThePlainMatricesAndProducts) {
         EXPECT_EQ(std::vector(weights.begin(), weights.end()), plain.matrix[level]);
         const float* const products = levels.Products(level);
         EXPECT_EQ(std::vector(products, products + 256 * levels.Length(level)), plain.table[level]);
-        float sum = 0;
-        for (const float weight : weights) sum += weight;
-        EXPECT_NEAR(sum, 1, 1e-6);
     }
-    EXPECT_EQ(levels.Weights(0)[0], 1.0F);
 }
 
 // Worked out apart from either, by another language with floats rounded by hand.
@@ -61,7 +56,7 @@ TEST(Blur, GivesThePlainLineAtEveryLevelAndLength) {
     const GaussianLevels levels;
     const Plain::Levels plain;
     std::mt19937 random(3);
-    for (const int length : {1, 2, 8, 9, 17, 18, 19, 20, 27, 39, 40, 101, 480, 613}) {
+    for (const int length : {1, 2, 8, 9, 17, 18, 19, 20, 27, 39, 40, 101, 480, 486, 613}) {
         for (const long bytes : {1L, 3L, 4L}) {
             std::vector<std::uint8_t> line(static_cast<std::size_t>(length * bytes));
             for (auto& value : line) value = static_cast<std::uint8_t>(random());
@@ -74,40 +69,6 @@ TEST(Blur, GivesThePlainLineAtEveryLevelAndLength) {
             }
         }
     }
-}
-
-TEST(Blur, ShiftsTheMiddleOfALineAtLevelZeroAndBlursItsEnds) {
-    const GaussianLevels levels;
-    std::vector<std::uint8_t> line(60);
-    for (std::size_t i = 0; i < line.size(); ++i) line[i] = static_cast<std::uint8_t>(i % 2 * 255);
-    std::vector<std::uint8_t> out(line.size());
-    blur(line.data(), out.data(), 60, 1, 0, levels);
-    EXPECT_EQ(std::vector(out.begin() + 9, out.end() - 9),
-              std::vector(line.begin(), line.end() - 18));
-    for (const std::size_t end : {0U, 4U, 8U, 51U, 55U, 59U}) {
-        EXPECT_GT(out[end], 60) << end;
-        EXPECT_LT(out[end], 195) << end;
-    }
-}
-
-TEST(Blur, GradesByTheDistanceFromTheMiddle) {
-    EXPECT_EQ(GradedLevel(1600, 800), 0);
-    EXPECT_EQ(GradedLevel(1600, 800 - 479), 0);
-    EXPECT_EQ(GradedLevel(1600, 800 + 480 + 31), 0);
-    EXPECT_EQ(GradedLevel(1600, 800 + 480 + 32), 1);
-    EXPECT_EQ(GradedLevel(1600, 9), 9);
-    EXPECT_EQ(GradedLevel(480, 470), 9);
-    EXPECT_EQ(GradedLevel(486, 9), 9);  // would be a tenth level
-    EXPECT_EQ(GradedLevel(19, 0), 6);   // less than one sample a level: one
-}
-
-TEST(Limit, ClampsWithoutChangingTheType) {
-    EXPECT_EQ(limit(-1), 0);
-    EXPECT_EQ(limit(256), 255);
-    EXPECT_EQ(limit(17), 17);
-    EXPECT_EQ(limit(254.75F), 254.75F);
-    EXPECT_EQ(limit(255.25), 255.0);
-    EXPECT_EQ(limit(-0.25), 0.0);
 }
 
 TEST(Hue, RunsThroughItsSixSectors) {

@@ -14,13 +14,25 @@ using namespace Kivo::Effects;
 using Kivo::CameraType;
 using Kivo::PhotoEffect;
 
-std::vector<Picture> FramesFor(int type, int width, int height) {
-    return RandomPictures(FramesPerPhotograph(CameraType(type)), width, height, 20);
-}
+/// Takes photographs of a type as the camera does: frame by frame into an accumulation.
+class PhotographTest : public testing::TestWithParam<int> {
+  protected:
+    static std::vector<Picture> Frames(int width, int height) {
+        return RandomPictures(FramesPerPhotograph(CameraType(GetParam())), width, height, 20);
+    }
 
-/// Takes a photograph as the camera does: frame by frame into an accumulation.
-class Photographer {
-  public:
+    /// Calls `check` with all effects, with and without HDR, on both cameras.
+    template <class Check>
+    static void EveryPhotograph(Check check) {
+        for (int i = 0; i < 40; ++i) {
+            const PlainPhotograph photograph{GetParam(), i / 4, i / 2 % 2 == 1, i % 2 == 1};
+            SCOPED_TRACE("effect " + std::to_string(photograph.effect) +
+                         (photograph.secondary ? " secondary" : " primary") +
+                         (photograph.hdr ? " HDR" : ""));
+            check(photograph);
+        }
+    }
+
     Picture Take(const PlainPhotograph& photograph, const std::vector<Picture>& frames) {
         Picture accumulation(frames[0].width, frames[0].height);
         const EffectJob job = CacheFrames(photograph, frames, accumulation);
@@ -41,12 +53,10 @@ class Photographer {
         Picture result(last.width, last.height, 0xEE);
         Composition composition(job, photograph.hdr, arriving.View(), accumulation.View(),
                                 result.View());
-        const auto rowBytes = static_cast<std::size_t>(3 * last.width);
         int done = 0;
         int doneBeforeLast = 0;
         for (const int rows : {0, 1, 17, 18, 90, last.height - 1, last.height}) {
-            std::copy_n(last.bytes.begin(), rowBytes * static_cast<std::size_t>(rows),
-                        arriving.bytes.begin());
+            std::copy_n(last.bytes.begin(), 3 * last.width * rows, arriving.bytes.begin());
             doneBeforeLast = done;
             done = composition.Advance(rows);
             EXPECT_GE(done, doneBeforeLast);
@@ -63,17 +73,16 @@ class Photographer {
     /// All but the last.
     EffectJob CacheFrames(const PlainPhotograph& photograph, const std::vector<Picture>& frames,
                           Picture& accumulation) {
-        const auto type = CameraType(photograph.type);
-        EffectJob job;
-        job.type = type;
-        job.effect = PhotoEffect(photograph.effect);
-        job.isFront = photograph.secondary;
-        job.tables = &tables_;
-        job.scratch = &scratch_;
-        for (; !IsLastFrame(type, job.shotCounter); ++job.shotCounter) {
-            EXPECT_TRUE(CacheFrame(type, job.isFront, job.shotCounter,
-                                   frames[static_cast<std::size_t>(job.shotCounter)].View(),
-                                   accumulation.View(), scratch_));
+        EffectJob job{.type = CameraType(photograph.type),
+                      .effect = PhotoEffect(photograph.effect),
+                      .isFront = photograph.secondary,
+                      .firstFrame = {},
+                      .tables = &tables_,
+                      .scratch = &scratch_};
+        for (; !IsLastFrame(job.type, job.shotCounter); ++job.shotCounter) {
+            EXPECT_TRUE(CacheFrame(job.type, job.isFront, job.shotCounter,
+                                   frames.at(job.shotCounter).View(), accumulation.View(),
+                                   scratch_));
         }
         EXPECT_EQ(job.shotCounter + 1, static_cast<int>(frames.size()));
         return job;
@@ -83,66 +92,34 @@ class Photographer {
     Scratch scratch_;
 };
 
-std::string Name(const PlainPhotograph& photograph) {
-    return "type " + std::to_string(photograph.type) + " effect " +
-           std::to_string(photograph.effect) + (photograph.secondary ? " secondary" : " primary") +
-           (photograph.hdr ? " HDR" : "");
-}
-
-/// Calls `check` with all effects, with and without HDR, on both cameras.
-template <class Check>
-void EveryPhotographOf(int type, Check check) {
-    for (int effect = 0; effect < 10; ++effect) {
-        for (const bool secondary : {false, true}) {
-            for (const bool hdr : {false, true})
-                check(PlainPhotograph{type, effect, secondary, hdr});
-        }
-    }
-}
-
-class PhotographTest : public testing::TestWithParam<int> {
-  protected:
-    void Compare(int width, int height) {
-        const std::vector<Picture> frames = FramesFor(GetParam(), width, height);
-        EveryPhotographOf(GetParam(), [&](const PlainPhotograph& photograph) {
-            const Picture expected = ComposePlain(photograph, frames, levels_);
-            ExpectSame(photographer_.Take(photograph, frames), expected, Name(photograph));
-        });
-    }
-
-    Plain::Levels levels_;
-    Photographer photographer_;
-};
-
 INSTANTIATE_TEST_SUITE_P(Types, PhotographTest, testing::Range(0, 6), [](const auto& info) {
     return std::string(Kivo::NameOf(CameraType(info.param)));
 });
 
 TEST_P(PhotographTest, IsThePlainOneForEveryEffectHdrAndCamera) {
-    Compare(52, 44);
-    AtEveryVectorLevel([&](int) { Compare(124, 92); });
-}
-
-TEST_P(PhotographTest, IsThePlainOneAtACaptureSize) {
-    Compare(640, 480);
-}
-
-TEST_P(PhotographTest, IsThePlainOneAtSizesThatFourDoesNotDivide) {
-    Compare(23, 29);
-    Compare(58, 35);
+    const Plain::Levels levels;
+    // Of a camera, and such that four does not divide.
+    for (const Size& size : {Size{124, 92}, Size{640, 480}, Size{23, 29}, Size{58, 35}}) {
+        const std::vector<Picture> frames = Frames(size.width, size.height);
+        EveryPhotograph([&](const PlainPhotograph& photograph) {
+            const Picture expected = ComposePlain(photograph, frames, levels);
+            AtEveryVectorLevel(
+                [&](int) { ExpectSame(Take(photograph, frames), expected, "photograph"); });
+        });
+    }
 }
 
 TEST_P(PhotographTest, GrowsWithItsLastFrame) {
     const int height = 150;
-    const std::vector<Picture> frames = FramesFor(GetParam(), 61, height);
-    EveryPhotographOf(GetParam(), [&](const PlainPhotograph& photograph) {
-        const Picture expected = photographer_.Take(photograph, frames);
-        const int early = photographer_.TakeInRows(photograph, frames, expected);
+    const std::vector<Picture> frames = Frames(61, height);
+    EveryPhotograph([&](const PlainPhotograph& photograph) {
+        const Picture expected = Take(photograph, frames);
+        const int early = TakeInRows(photograph, frames, expected);
         const bool needsAll = frames.size() == 4 || photograph.effect == 1 ||
                               photograph.effect == 2 || photograph.effect == 9;
         // Two blurs and the contours look ahead, by nine rows and by one.
         const int least = height - 1 - 9 - 9 - 1;
-        EXPECT_TRUE(needsAll ? early == 0 : early >= least) << Name(photograph) << ": " << early;
+        EXPECT_TRUE(needsAll ? early == 0 : early >= least) << early;
     });
 }
 
@@ -152,10 +129,10 @@ TEST_P(PhotographTest, IsTheSameOnEveryMachine) {
     constexpr std::uint64_t kSums[6] = {0x41ee894b3082a754U, 0x8c39ce954e06b04bU,
                                         0x1882208d2751e1c6U, 0x2d4972d35da9c66fU,
                                         0xa050fd71c6b35bd5U, 0x6bc545eff2092489U};
-    const std::vector<Picture> frames = FramesFor(GetParam(), 800, 480);
+    const std::vector<Picture> frames = Frames(800, 480);
     std::uint64_t sum = 14695981039346656037U;
-    EveryPhotographOf(GetParam(), [&](const PlainPhotograph& photograph) {
-        for (const std::uint8_t value : photographer_.Take(photograph, frames).bytes) {
+    EveryPhotograph([&](const PlainPhotograph& photograph) {
+        for (const std::uint8_t value : Take(photograph, frames).bytes) {
             sum = (sum ^ value) * 1099511628211U;
         }
     });
@@ -197,25 +174,17 @@ TEST(Frames, BeyondTheFourthAreNotStored) {
     }
 }
 
-TEST(DividingLines, AreOnlyDrawnForFourFrames) {
-    for (int type = 0; type < 6; ++type) {
-        Picture picture(16, 16, 5);
-        DrawDividingLines(CameraType(type), false, 2, picture.View());
-        EXPECT_EQ(picture.bytes, Picture(16, 16, 5).bytes);
-        DrawDividingLines(CameraType(type), false, 3, picture.View());
-        EXPECT_EQ(picture.bytes != Picture(16, 16, 5).bytes, type == 2 || type == 3);
-    }
-}
-
-TEST(DividingLines, StayInsideThePicture) {
-    // Sizes so small that lines coincide with the border; the sanitizers watch.
-    for (const Size& size : {Size{1, 1}, Size{3, 2}, Size{2, 3}, Size{4, 4}}) {
-        for (const auto type : {CameraType::kAction, CameraType::kQuad}) {
-            for (const bool isFront : {false, true}) {
-                Picture picture(size.width, size.height, 5);
-                DrawDividingLines(type, isFront, 3, picture.View());
-                EXPECT_NE(picture.bytes, Picture(size.width, size.height, 5).bytes);
-            }
+// In sizes so small that lines coincide with the border the sanitizers watch.
+TEST(DividingLines, AreOnlyDrawnForFourFramesAndInsideThePicture) {
+    for (const Size& size : {Size{16, 16}, Size{1, 1}, Size{3, 2}, Size{2, 3}, Size{4, 4}}) {
+        const Picture before(size.width, size.height, 5);
+        for (int i = 0; i < 12; ++i) {
+            const int type = i / 2;
+            Picture picture = before;
+            DrawDividingLines(CameraType(type), i % 2 == 1, 2, picture.View());
+            EXPECT_EQ(picture.bytes, before.bytes);
+            DrawDividingLines(CameraType(type), i % 2 == 1, 3, picture.View());
+            EXPECT_EQ(picture.bytes != before.bytes, type == 2 || type == 3);
         }
     }
 }

@@ -1,5 +1,4 @@
 // Tables and work memory that outlive one photograph.
-#include <cmath>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <thread>
@@ -33,33 +32,6 @@ TEST(EffectTables, BuildOneMapForThreadsThatWantTheSame) {
     }
     for (std::thread& thread : threads) thread.join();
     for (const auto& map : maps) EXPECT_EQ(map, maps[0]);
-}
-
-// The 16-bit factors stand for doubles: check every byte value at every pixel of a capture size.
-TEST(VignetMap, DarkensEveryValueAsTheDivisionDoes) {
-    for (const bool wide : {true, false}) {
-        const int width = 640;
-        const int height = 480;
-        const VignetMap map(width, height, wide);
-        const int radius = wide ? 480 : 384;
-        const int span = radius - radius / 3;
-        for (int y = 0; y <= height / 2; ++y) {
-            const auto row = map.Row(y);
-            for (int x = 0; x < width; ++x) {
-                const double d = std::hypot(x - 320, 240 - y);
-                const bool bright = x >= row.first && x < row.last;
-                ASSERT_EQ(bright, d <= radius / 3) << x << ", " << y;
-                if (bright) continue;
-                const double f = std::max(
-                    radius - std::sqrt(double((x - 320) * (x - 320) + (240 - y) * (240 - y))),
-                    30.0);
-                for (int value = 0; value < 256; ++value) {
-                    ASSERT_EQ((value * row.factors[x]) >> 16, static_cast<int>(value * f / span))
-                        << value << " at " << x << ", " << y;
-                }
-            }
-        }
-    }
 }
 
 TEST(Scratch, GivesBackWhatAScopeTook) {

@@ -1,12 +1,9 @@
 // Plain reference kernels: colour, tone and geometry, one obvious loop each.
 #pragma once
 
-#include "effects/pixels/pixels.h"
+#include "tests/effects/plain/each_pixel.h"
 
 namespace Plain {
-
-using Kivo::Effects::ConstPixels;
-using Kivo::Effects::Pixels;
 
 float Hue2Rgb(float m1, float m2, float h);
 

@@ -1,14 +1,18 @@
-// Conversion of preview frames, against the table-driven plain version.
-#include "effects/kernels/preview_conversion.h"
-
+// What becomes of pictures between cameras, files and effects.
 #include <gtest/gtest.h>
 #include <random>
+#include <string>
 #include <vector>
 
-#include "tests/effects/plain/plain_preview.h"
+#include "effects/kernels/bmp_rows.h"
+#include "effects/kernels/preview_conversion.h"
+#include "effects/kernels/rgba.h"
+#include "tests/effects/plain/plain_conversions.h"
 #include "tests/support/pictures.h"
 
 namespace {
+
+using namespace Kivo::Effects;
 
 constexpr Size kPreviewSizes[] = {{2, 2}, {6, 4}, {62, 34}, {642, 10}, {800, 480}, {640, 480}};
 
@@ -33,28 +37,14 @@ TEST(PreviewConversion, GivesThePlainPixelsForEveryLumaAndChroma) {
     Picture out(512, 512);
     std::vector<std::uint8_t> frame(Kivo::PreviewFrameBytes(512, 512));
     for (int cb = 0; cb < 256; cb += 5) {
-        for (int y = 0; y < 512; ++y) {
-            for (int x = 0; x < 512; ++x) {
-                frame[static_cast<std::size_t>(512 * y + x)] = static_cast<std::uint8_t>(x / 2);
-            }
-        }
-        for (int i = 0; i < 256 * 256; ++i) {
-            frame[static_cast<std::size_t>(512 * 512 + i)] = static_cast<std::uint8_t>(i / 256);
-            frame[static_cast<std::size_t>(512 * 512 * 5 / 4 + i)] = static_cast<std::uint8_t>(cb);
+        for (unsigned i = 0; i < 512 * 512; ++i) frame[i] = static_cast<std::uint8_t>(i / 2);
+        for (unsigned i = 0; i < 256 * 256; ++i) {
+            frame[512 * 512 + i] = static_cast<std::uint8_t>(i / 256);
+            frame[512 * 512 * 5 / 4 + i] = static_cast<std::uint8_t>(cb);
         }
         Plain::ConvertPreview(frame.data(), expected.View());
         Kivo::ConvertPreview(frame.data(), out.View());
         ExpectSame(out, expected, "converted preview");
-    }
-}
-
-TEST(PreviewConversion, MapsVideoRangeToFullRange) {
-    std::vector<std::uint8_t> frame(6, 128);
-    Picture out(2, 2);
-    for (const auto& [luma, value] : {std::pair{16, 0}, {235, 255}}) {
-        std::fill(frame.begin(), frame.begin() + 4, static_cast<std::uint8_t>(luma));
-        Kivo::ConvertPreview(frame.data(), out.View());
-        EXPECT_EQ(out.bytes, std::vector<std::uint8_t>(12, static_cast<std::uint8_t>(value)));
     }
 }
 
@@ -74,6 +64,44 @@ TEST(PreviewEncoding, GivesThePlainFrameWithAndWithoutBlend) {
                 EXPECT_EQ(out, expected)
                     << size.width << " x " << size.height << " with a first frame of "
                     << first.width << " at level " << level;
+            });
+        }
+    }
+}
+
+std::vector<Size> StoredSizes() {
+    std::vector<Size> sizes(std::begin(kAwkwardSizes), std::end(kAwkwardSizes));
+    // Around the numbers of pixels that are moved at once, and a capture size.
+    for (int width = 3; width < 24; ++width) sizes.push_back({width, 2});
+    sizes.push_back({640, 480});
+    return sizes;
+}
+
+TEST(BmpRows, BecomeAPictureTopDownInRgb) {
+    for (const Size& size : StoredSizes()) {
+        const Picture in = RandomPicture(size.width, size.height, Look::kNoise, 30);
+        Picture expected(size.width, size.height);
+        Plain::FromBmpRows(in.bytes.data(), expected.View());
+        AtEveryVectorLevel([&](int level) {
+            Picture out(size.width, size.height, 0xA5);
+            FromBmpRows(in.bytes.data(), out.View());
+            ExpectSame(out, expected, "at level " + std::to_string(level));
+        });
+    }
+}
+
+TEST(Rgba, CopiesOrTurnsAQuarterClockwise) {
+    for (const Size& size : StoredSizes()) {
+        const Picture in = RandomPicture(size.width, size.height, Look::kNoise, 31);
+        for (const bool turned : {false, true}) {
+            std::vector<std::uint8_t> expected(in.bytes.size() / 3 * 4);
+            Plain::ConvertToRgba(in.View(), turned, expected.data());
+            AtEveryVectorLevel([&](int level) {
+                std::vector<std::uint8_t> out(expected.size());
+                ConvertToRgba(in.View(), turned, out.data(), {0, 7});
+                ConvertToRgba(in.View(), turned, out.data(), {7, size.height});
+                EXPECT_EQ(out, expected)
+                    << size.width << " x " << size.height << " at level " << level;
             });
         }
     }
