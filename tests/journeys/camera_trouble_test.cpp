@@ -6,7 +6,9 @@
 #include "tests/support/camera_screen.h"
 #include "tests/support/faulty_camera.h"
 #include "tests/support/jpeg.h"
+#include "tests/support/main_form_access.h"
 #include "tests/support/phone.h"
+#include "tests/support/subjects.h"
 
 namespace Kivo {
 namespace {
@@ -15,19 +17,21 @@ using namespace Testing;
 using Osp::Media::CameraSelection;
 using Osp::Media::CameraService;
 
+/// Puts cameras that can be told to fail, on the loop thread, in the place of the good ones.
+void BreakCameras(Phone& phone, const Fault& fault) {
+    phone.Do({"await preview", "background"});
+    phone.On([&fault] {
+        for (const auto selection : {CameraSelection::kPrimary, CameraSelection::kSecondary}) {
+            auto& device = CameraService::Current().Slot(selection).device;
+            device = std::make_unique<FaultyCamera>(std::move(device), fault);
+        }
+    });
+    phone.Do({"foreground", "await preview", "wait 200"});
+}
+
 class CameraTrouble : public testing::Test {
   protected:
-    /// Puts a camera that can be told to fail in the place of the good one.
-    CameraTrouble() {
-        phone_.Do({"await preview", "background"});
-        phone_.On([this] {
-            for (const auto selection : {CameraSelection::kPrimary, CameraSelection::kSecondary}) {
-                auto& device = CameraService::Current().Slot(selection).device;
-                device = std::make_unique<FaultyCamera>(std::move(device), fault_);
-            }
-        });
-        phone_.Do({"foreground", "await preview", "wait 200"});
-    }
+    CameraTrouble() { BreakCameras(phone_, fault_); }
     void UseFrontCamera() { phone_.Do({Tap(kSwapButton), "await preview", "wait 200"}); }
     int ZoomStep() {
         return phone_.On([] {
@@ -52,22 +56,16 @@ class CameraTrouble : public testing::Test {
     Phone phone_;
 };
 
-TEST_F(CameraTrouble, BadPicturesAreNoPhotographs) {
-    for (const Fault fault : {Fault::kSilent, Fault::kRubbish, Fault::kTruncated, Fault::kLate}) {
+TEST_F(CameraTrouble, BadPicturesAreNoPhotographsAndOneThatIsDeliveredTwiceIsOne) {
+    for (const Fault fault :
+         {Fault::kSilent, Fault::kRubbish, Fault::kTruncated, Fault::kLate, Fault::kTwice}) {
         SCOPED_TRACE(static_cast<int>(fault));
         SetFault(fault);
         const std::size_t before = phone_.Photos().size();
         phone_.Do({"key camera", "wait 6000"});
-        EXPECT_EQ(phone_.Photos().size(), before);
+        EXPECT_EQ(phone_.Photos().size(), before + (fault == Fault::kTwice ? 1 : 0));
         ExpectPressTakesPhotograph();
     }
-}
-
-TEST_F(CameraTrouble, OneThatIsDeliveredTwiceIsStoredOnce) {
-    SetFault(Fault::kTwice);
-    phone_.Do({"key camera", "wait 6000"});
-    EXPECT_EQ(phone_.Photos().size(), 1u);
-    ExpectPressTakesPhotograph();
 }
 
 TEST_F(CameraTrouble, WithoutFocusThePictureIsTakenAtOnce) {
@@ -151,17 +149,91 @@ TEST_F(CameraTrouble, OneThatAnotherProgramHasEndsTheApplicationWithAMessage) {
     EXPECT_EQ(phone_.End(), 0);
 }
 
-TEST_F(CameraTrouble, OneThatIsPulledWhileItTakesAPhotographFailsThatOneOnly) {
-    phone_.Do({"key camera", "unplug primary", "wait 6000"});
-    EXPECT_TRUE(phone_.Photos().empty());
-    phone_.Do({"plug primary", "wait 500"});
-    ExpectPressTakesPhotograph();
+TEST_F(CameraTrouble, APhotographThatIsInterruptedIsNone) {
+    for (const auto& [end, begin] :
+         {std::pair{"unplug primary", "plug primary"}, std::pair{"background", "foreground"}}) {
+        const std::size_t before = phone_.Photos().size();
+        phone_.Do({"key camera", end, "wait 6000"});
+        EXPECT_EQ(phone_.Photos().size(), before) << end;
+        phone_.Do({begin, "await preview", "wait 500"});
+        ExpectPressTakesPhotograph();
+    }
 }
 
 TEST_F(CameraTrouble, ManyPressesAtOnceAreOnePhotograph) {
     phone_.Do({"key camera", "key camera", Tap(kShutterButton), "key camera", "wait 3000"});
     EXPECT_EQ(phone_.Photos().size(), 1u);
     ExpectPressTakesPhotograph();
+}
+
+// Photographs of several frames that are not finished, and what is left of them.
+
+/// Still pictures before both cameras: what is stored depends on nothing but the frames.
+class SeriesTest : public testing::TestWithParam<CameraType> {
+  protected:
+    PhoneSetup Setup() const {
+        const auto type = static_cast<int>(GetParam());
+        return {.primary = back_.Source(),
+                .secondary = front_.Source(),
+                .registry = {{"CAM_TYPE", std::to_string(type)}}};
+    }
+    /// Takes one with the front camera, two presses for MIX; the picture that was stored.
+    static Picture TakeWithFrontCamera(Phone& phone) {
+        phone.Do({Tap(kSwapButton), "await preview", "wait 200", "key camera", "wait 6000"});
+        if (phone.Photos().empty()) phone.Do({"key camera", "wait 6000"});
+        EXPECT_EQ(phone.Photos().size(), 1u);
+        return ReadJpeg(phone.Photos().at(0));
+    }
+    Picture Undisturbed() const {
+        Phone phone(Setup());
+        phone.Do({"await preview", "wait 200"});
+        return TakeWithFrontCamera(phone);
+    }
+
+    static void TakeFirstFrame(Phone& phone) {
+        phone.Do("key camera");
+        for (int i = 0; i < 100 && phone.Sounds().empty(); ++i) phone.Wait(10);
+    }
+
+    Subjects back_{1};
+    Subjects front_{1, 640, 480};
+    // One phone at a time.
+    const Picture undisturbed_ = Undisturbed();
+};
+INSTANTIATE_TEST_SUITE_P(Types, SeriesTest,
+                         testing::Values(CameraType::kAction, CameraType::kQuad, CameraType::kMix),
+                         [](const auto& info) { return std::string(NameOf(info.param)); });
+
+TEST_P(SeriesTest, OneThatASwapLeavesIsNoPartOfTheNextPhotograph) {
+    Phone phone(Setup());
+    phone.Do({"await preview", "wait 200"});
+    TakeFirstFrame(phone);
+    phone.Do({"unplug primary", "wait 1000", "key camera", "wait 4000"});
+    EXPECT_TRUE(phone.Photos().empty());
+    ASSERT_TRUE(phone.IsEnabled(kActionCameraSelection));
+    phone.Do({"plug primary", "wait 200"});
+    const Picture picture = TakeWithFrontCamera(phone);
+    ExpectSame(picture, undisturbed_, "photograph");
+    EXPECT_FALSE(phone.On([] { return CurrentSettings().IsPreviewEnabled(); }));
+}
+
+TEST_P(SeriesTest, OneThatTheCameraSpoilsEndsAfterFiveBadFrames) {
+    Fault fault = Fault::kNone;  // the loop thread's
+    Phone phone(Setup());
+    BreakCameras(phone, fault);
+    TakeFirstFrame(phone);
+    phone.On([&fault] { fault = Fault::kRubbish; });
+    phone.Wait(10000);
+    // Only MIX waits for a press for each of its frames.
+    for (int i = 0; i < 5 && !phone.IsEnabled(kActionCameraSelection); ++i)
+        phone.Do({"key camera", "wait 1000"});
+    EXPECT_EQ(phone.Sounds().size(), 5u);
+    EXPECT_TRUE(phone.IsEnabled(kActionCameraSelection));
+    phone.On([&fault] { fault = Fault::kNone; });
+    phone.Wait(2000);
+    EXPECT_TRUE(phone.Sounds().empty()) << "nothing is asked for any more";
+    EXPECT_TRUE(phone.Photos().empty());
+    ExpectSame(TakeWithFrontCamera(phone), undisturbed_, "photograph");
 }
 
 }  // namespace

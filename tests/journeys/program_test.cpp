@@ -1,17 +1,13 @@
 // The program from its command line.
 #include "tests/support/program.h"
 
-#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <gtest/gtest.h>
 #include <initializer_list>
-#include <iterator>
-#include <memory>
 #include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -35,67 +31,44 @@ using Osp::Testing::TemporaryFolder;
 using Osp::Testing::WriteText;
 using namespace Testing;
 
-TEST(Program, SaysWhatIsWrongWithItsArguments) {
-    const TemporaryFolder folder;
-    const TemporaryFolder pictures;
-    WriteText(pictures / "damaged.jpg", "\xFF\xD8\xFF and no more");
-    const struct {
-        std::vector<std::string> arguments;
-        int exitCode;
-        const char* said;
-    } cases[] = {
-        {{"--headless", "--script", "-", "--primary", "nonsense"}, 2, "nonsense"},
-        {{"--headless", "--script", "-", "--secondary", "photos"}, 2, "photos"},
-        {{"--headless", "--script", "-", "--primary", "photos:" + (folder / "missing")},
-         2,
-         "missing"},
-        {{"--headless", "--script", "-", "--primary", "photos:" + pictures.Path()},
-         2,
-         "none of the pictures in the folder"},
-        {{"--headless", "--script", folder / "no-script"}, 1, "no-script"},
-        {{"--headless", "--script", "-", "--primary", "none", "--secondary", "none"},
-         1,
-         "no camera"},
-        {{"--headless", "--script", "-", "--primary", "none"}, 1, "--primary none"},
-        {{"--headless", "--script", folder.Path()}, 2, "is a folder"},
-        {{"--headless", "--clock", "sundial"}, 2, "--clock"},
-        {{"--unknown"}, 2, "unknown"},
-        {{"stray"}, 2, "stray"},
-        {{"--headless"}, 2, "virtual clock"},
-        {{"--headless=no", "--script", "-"}, 2, "--headless=no"},
-        {{"--diagnose=", "--clock", "real"}, 2, "--diagnose="},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.said);
-        std::vector<std::string> arguments = c.arguments;
-        arguments.insert(arguments.end(), {"--data", folder.Path()});
-        const ProgramResult result = CameraProgram(arguments).Finish();
-        EXPECT_EQ(result.exitCode, c.exitCode);
-        EXPECT_NE(result.errors.find(c.said), std::string::npos) << result.errors;
-    }
-}
-
-TEST(Program, EndsAtTheFirstFailingStepOfAScript) {
-    const TemporaryFolder folder;
-    WriteText(folder / "script",
-              "await preview\n"
-              "# nothing was taken\n"
-              "expect photos 1\n"
-              "key camera\n");
-    const ProgramResult result =
-        CameraProgram({"--headless", "--data", folder.Path(), "--primary", "scene", "--secondary",
-                       "none", "--script", folder / "script"})
-            .Finish();
-    EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.errors.find("line 3: expect photos 1"), std::string::npos) << result.errors;
-}
-
 /// Runs the program by way of a shell, as "$KIVO" in `command`, in `folder`; the exit code.
 int RunInShell(const TemporaryFolder& folder, const std::string& command) {
     const std::string line = "cd " + folder.Path() + "; KIVO='" + ProgramFolder() +
                              "/kivo-camera --secondary none'; " + command;
     const int status = std::system(line.c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(Program, SaysWhatIsWrongWithItsArguments) {
+    const TemporaryFolder folder;
+    fs::create_directory(folder / "pictures");
+    WriteText(folder / "pictures/damaged.jpg", "\xFF\xD8\xFF and no more");
+    const struct {
+        const char* arguments;
+        int exitCode;
+        const char* said;
+    } cases[] = {
+        {"--headless --script - --primary nonsense", 2, "nonsense"},
+        {"--headless --script - --secondary photos", 2, "photos"},
+        {"--headless --script - --primary photos:missing", 2, "missing"},
+        {"--headless --script - --primary photos:pictures", 2, "none of the pictures in the fold"},
+        {"--headless --script no-script", 1, "no-script"},
+        {"--headless --script - --primary none", 1, "no camera"},
+        {"--headless --script - --primary none --secondary scene", 1, "--primary none"},
+        {"--headless --script pictures", 2, "is a folder"},
+        {"--headless --clock sundial", 2, "--clock"},
+        {"--unknown", 2, "unknown"},
+        {"stray", 2, "stray"},
+        {"--headless", 2, "virtual clock"},
+        {"--headless=no --script -", 2, "--headless=no"},
+        {"--diagnose= --clock real", 2, "--diagnose="},
+    };
+    for (const auto& c : cases) {
+        const std::string command = std::string("$KIVO --data data ") + c.arguments;
+        EXPECT_EQ(RunInShell(folder, command + " 2>errors </dev/null"), c.exitCode) << command;
+        const std::string errors = ReadText(folder / "errors");
+        EXPECT_NE(errors.find(c.said), std::string::npos) << command << ": " << errors;
+    }
 }
 
 constexpr const char* kTwoPhotographs =
@@ -160,6 +133,16 @@ TEST(Program, ManagesWithoutStandardDescriptorsAndWithSmallFilesOnly) {
     EXPECT_NE(ReadText(folder / "errors").find("full"), std::string::npos);
 }
 
+/// A program that takes its script from what is sent to it, and has a back camera only.
+std::vector<std::string> Listening(const std::string& data, const std::string& primary = "scene") {
+    return {"--headless", "--script", "-",           "--data", data,
+            "--primary",  primary,    "--secondary", "none"};
+}
+
+void Send(CameraProgram& program, std::initializer_list<std::string> lines) {
+    for (const std::string& line : lines) program.Send(line);
+}
+
 /// Lets a process have no more address space than `most` bytes.
 void LimitMemory(int process, rlim_t most) {
     const rlimit limit{most, RLIM_INFINITY};
@@ -167,9 +150,8 @@ void LimitMemory(int process, rlim_t most) {
 }
 
 rlim_t AddressSpaceOf(int process) {
-    std::ifstream statm("/proc/" + std::to_string(process) + "/statm");
     rlim_t pages = 0;
-    statm >> pages;
+    std::ifstream("/proc/" + std::to_string(process) + "/statm") >> pages;
     return pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
 }
 
@@ -181,25 +163,23 @@ TEST(Program, WithoutMemoryAPhotographFailsAndTheCameraGoesOn) {
     if (kIsSanitized) GTEST_SKIP() << "a sanitizer's own memory cannot be limited";
     const TemporaryFolder folder;
     const Subjects subjects(1);
-    CameraProgram program({"--headless", "--script", "-", "--data", folder.Path(), "--primary",
-                           subjects.Source(), "--secondary", "none"});
+    CameraProgram program(Listening(folder.Path(), subjects.Source()));
     const auto run = [&program](std::initializer_list<std::string> lines) {
-        for (const std::string& line : lines) program.Send(line);
+        Send(program, lines);
         program.Send("print sounds");
         return !program.ReadLine().empty();
     };
     ASSERT_TRUE(run({"await preview"}));
     const rlim_t before = AddressSpaceOf(program.Id());
     ASSERT_GT(before, 0u);
-    int presses = 0;
-    for (int megabytes = 8; megabytes <= 64; megabytes += 8) {
-        LimitMemory(program.Id(), before + (static_cast<rlim_t>(megabytes) << 20));
-        ++presses;
+    constexpr int kPresses = 8;
+    for (rlim_t i = 1; i <= kPresses; ++i) {
+        LimitMemory(program.Id(), before + (8 * i << 20));
         ASSERT_TRUE(run({"key camera", "wait 3000", Tap(kMessageButton), "wait 1000"}))
-            << megabytes << " MB: " << program.Finish().errors;
+            << 8 * i << " MB: " << program.Finish().errors;
     }
     const std::size_t stored = ReadTree(folder / "Media/Images").size();
-    EXPECT_LT(stored, static_cast<std::size_t>(presses)) << "the limit was never felt";
+    EXPECT_LT(stored, std::size_t{kPresses}) << "the limit was never felt";
 
     LimitMemory(program.Id(), RLIM_INFINITY);
     ASSERT_TRUE(run({"key camera", "wait 3000"}));
@@ -213,25 +193,17 @@ TEST(Program, WithoutMemoryAPhotographFailsAndTheCameraGoesOn) {
     EXPECT_NE(result.errors.find("not stored"), std::string::npos) << result.errors;
 }
 
-/// Waits until `isSo`; the test fails when that takes too long even for a slow machine.
-void Await(const std::function<bool()>& isSo) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    while (!isSo()) {
-        ASSERT_LT(std::chrono::steady_clock::now(), deadline);
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-}
-
 TEST(Program, FinishesThePairOfAnHdrPhotographWhenItIsEnded) {
     std::signal(SIGHUP, SIG_DFL);  // ignored, it would not be the program's to follow
     for (const int signal : {SIGHUP, SIGTERM, SIGINT}) {
         const TemporaryFolder folder;
-        CameraProgram program({"--headless", "--clock", "real", "--script", "-", "--data",
-                               folder.Path(), "--secondary", "none"});
-        for (const char* line : {"await preview", "wait 200"}) program.Send(line);
-        program.Send(Tap(kHdrButton));
-        for (const char* line : {"key camera", "wait 60000"}) program.Send(line);
-        Await([&] { return fs::exists(folder / "Media/Images/KIVO0000.jpg"); });
+        std::vector<std::string> arguments = Listening(folder.Path());
+        arguments.insert(arguments.end(), {"--clock", "real"});
+        CameraProgram program(arguments);
+        Send(program, {"await preview", "wait 200", Tap(kHdrButton), "key camera", "wait 60000"});
+        for (int i = 0; i < 60'000 && !fs::exists(folder / "Media/Images/KIVO0000.jpg"); ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
         kill(program.Id(), signal);
         EXPECT_EQ(program.Finish().exitCode, 0) << signal;
         EXPECT_EQ(ReadTree(folder / "Media/Images").size(), 2u) << signal;
@@ -240,70 +212,29 @@ TEST(Program, FinishesThePairOfAnHdrPhotographWhenItIsEnded) {
 
 TEST(Program, OneInstanceAtATimeUsesADataFolder) {
     const TemporaryFolder folder;
-    std::size_t stored = 0;
-    for (const std::ptrdiff_t count : {2, 4}) {
-        std::vector<std::unique_ptr<CameraProgram>> programs;
-        for (std::ptrdiff_t i = 0; i < count; ++i) {
-            programs.push_back(std::make_unique<CameraProgram>(std::vector<std::string>{
-                "--headless", "--script", "-", "--data", folder.Path(), "--secondary", "none"}));
-        }
-        // The one that is not refused waits for its script.
-        Await([&] {
-            return count - 1 == std::ranges::count_if(programs, [](const auto& program) {
-                       return program->HasEnded();
-                   });
-        });
-        if (HasFatalFailure()) return;
-        for (const auto& program : programs) {
-            const bool isRefused = program->HasEnded();
-            if (!isRefused) {
-                for (const char* line : {"await preview", "key camera", "wait 1500"}) {
-                    program->Send(line);
-                }
-            }
-            const ProgramResult result = program->Finish();
-            EXPECT_EQ(result.exitCode, isRefused ? 3 : 0) << result.errors;
-            EXPECT_EQ(result.errors.find("another KIVO camera") != std::string::npos, isRefused);
-        }
-        EXPECT_EQ(ReadTree(folder / "Media/Images").size(), ++stored);
+    for (const std::size_t stored : {1U, 2U}) {
+        CameraProgram first(Listening(folder.Path()));
+        Send(first, {"await preview", "print sounds"});
+        EXPECT_NE(first.ReadLine(), "");
+        const ProgramResult second = CameraProgram(Listening(folder.Path())).Finish();
+        EXPECT_EQ(second.exitCode, 3);
+        EXPECT_NE(second.errors.find("another KIVO camera"), std::string::npos) << second.errors;
+        Send(first, {"key camera", "wait 1500"});
+        EXPECT_EQ(first.Finish().exitCode, 0);
+        EXPECT_EQ(ReadTree(folder / "Media/Images").size(), stored);
     }
 }
 
-// Two data folders that share their photographs: what one lock does not cover.
-TEST(Program, TwoThatStoreInOneFolderAtOnceLoseNoPhotograph) {
+TEST(Program, RecordsWhatItShows) {
     const TemporaryFolder folder;
-    fs::create_directories(folder / "a/Media/Images");
-    fs::create_directories(folder / "b");
-    fs::create_directory_symlink("../a/Media", folder / "b/Media");
-    constexpr int kEach = 15;
-    std::vector<std::unique_ptr<CameraProgram>> programs;
-    for (const char* data : {"a", "b"}) {
-        programs.push_back(std::make_unique<CameraProgram>(std::vector<std::string>{
-            "--headless", "--script", "-", "--data", folder / data, "--secondary", "none"}));
-        programs.back()->Send("await preview");
+    WriteText(folder / "script",
+              "await preview\nscreenshot screen.png\nrecord-shows shows\nkey camera\n"
+              "await photos 1\n");
+    EXPECT_EQ(RunInShell(folder, "$KIVO --headless --data data --primary scene --script script"),
+              0);
+    for (const char* name : {"screen.png", "shows/show-0000.png"}) {
+        EXPECT_TRUE(ReadText(folder / name).starts_with("\x89PNG")) << name;
     }
-    for (int i = 0; i < kEach; ++i) {
-        for (const auto& program : programs) {
-            program->Send("key camera");
-            program->Send("wait 1500");
-        }
-    }
-    for (const auto& program : programs) EXPECT_EQ(program->Finish().exitCode, 0);
-    const auto files = ReadTree(folder / "a/Media/Images");
-    EXPECT_EQ(files.size(), 2u * kEach);
-    for (const auto& [name, content] : files) {
-        EXPECT_TRUE(IsWholeJpeg(folder / "a/Media/Images" + "/" + name)) << name;
-    }
-}
-
-TEST(Program, RecordsEveryPresentedShow) {
-    const TemporaryFolder folder;
-    const ProgramResult result =
-        RunScript({"--data", folder.Path(), "--primary", "scene", "--secondary", "none"},
-                  {"await preview", ("record-shows " + (folder / "shows")).c_str(), "key camera",
-                   "await photos 1"});
-    EXPECT_EQ(result.exitCode, 0) << result.errors;
-    EXPECT_TRUE(ReadText(folder / "shows/show-0000.png").starts_with("\x89PNG"));
 }
 
 }  // namespace

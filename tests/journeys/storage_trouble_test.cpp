@@ -1,5 +1,6 @@
-// Photographs that cannot be stored, and what is left then. Every test has a process of its own: it
-// breaks things there, and a forked process must not miss threads of its parent's.
+// Photographs that cannot be stored, and what is left then. What breaks more than a folder does so
+// in a process of its own, and before the others: a forked process must not miss threads of its
+// parent's, and the tests of a "death test" run first.
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
@@ -36,7 +37,7 @@ void ExpectWarning(Phone& phone) {
     EXPECT_TRUE(phone.IsEnabled(kActionCapture)) << "the camera goes on";
 }
 
-TEST(StorageTrouble, AFullDiskKeepsOlderPhotographsAndSaysSo) {
+TEST(StorageDeathTest, AFullDiskKeepsOlderPhotographsAndSaysSo) {
     InOwnProcess([] {
         TemporaryFolder folder;
         fs::create_directories(folder / "Media/Images");
@@ -58,7 +59,7 @@ TEST(StorageTrouble, AFullDiskKeepsOlderPhotographsAndSaysSo) {
     });
 }
 
-TEST(StorageTrouble, AReadOnlyFolderIsToldAndLeftAlone) {
+TEST(StorageDeathTest, AReadOnlyFolderIsToldAndLeftAlone) {
     InOwnProcess([] {
         TemporaryFolder folder;
         fs::permissions(folder.Path(), fs::perms::all);
@@ -77,27 +78,13 @@ TEST(StorageTrouble, AReadOnlyFolderIsToldAndLeftAlone) {
     });
 }
 
-TEST(StorageTrouble, AVanishedFolderIsTold) {
-    InOwnProcess([] {
-        Phone phone;
-        phone.Do("await preview");
-        fs::remove_all(phone.DataFolder() + "/Media");
-        phone.Do("key camera");
-        ExpectWarning(phone);
-        fs::create_directories(phone.DataFolder() + "/Media/Images");
-        phone.Do({"key camera", "await photos 1"});
-    });
-}
-
 TEST(StorageTrouble, DamagedSettingsAreSetAsideAndTold) {
-    InOwnProcess([] {
-        TemporaryFolder folder;
-        fs::create_directories(folder / "kivo-camera");
-        WriteText(folder / "kivo-camera/registry.ini", "\x01\x02 no settings at all \xff");
-        Phone phone({.dataFolder = folder.Path()});
-        phone.Do({"await text damaged", Tap(kMessageButton), "await preview", "key camera",
-                  "await photos 1"});
-    });
+    TemporaryFolder folder;
+    fs::create_directories(folder / "kivo-camera");
+    WriteText(folder / "kivo-camera/registry.ini", "\x01\x02 no settings at all \xff");
+    Phone phone({.dataFolder = folder.Path()});
+    phone.Do({"await text damaged", Tap(kMessageButton), "await preview", "key camera",
+              "await photos 1"});
 }
 
 /// Paths and descriptions in the database itself, past everything that the program might add.
@@ -117,50 +104,35 @@ std::map<std::string, std::string> PhotoListOnDisk(const std::string& dataFolder
 }
 
 TEST(StorageTrouble, ADamagedPhotoListIsBuiltAnewFromThePhotographs) {
-    InOwnProcess([] {
-        TemporaryFolder folder;
-        fs::create_directory(folder / "Storagecard");
-        {
-            Phone phone({.dataFolder = folder.Path()});
-            phone.Do(
-                {"await preview", "key camera", "await photos 1", "key camera", "await photos 2"});
-        }
-        fs::rename(folder / "Media/Images/KIVO0001.jpg",
-                   folder / "Storagecard/Media/Images/KIVO0001.jpg");
-        WriteText(folder / "kivo-camera/contents.db", std::string(9000, 'x'));
+    TemporaryFolder folder;
+    fs::create_directory(folder / "Storagecard");
+    {
         Phone phone({.dataFolder = folder.Path()});
-        phone.Do("await preview");
-        const std::map<std::string, std::string> all = {
-            {"/Media/Images/KIVO0000.jpg", "KIVO (Normal),1X"},
-            {"/Storagecard/Media/Images/KIVO0001.jpg", "KIVO (Normal),1X"}};
-        EXPECT_EQ(PhotoListOnDisk(folder.Path()), all);
-        fs::copy(folder / "Media/Images/KIVO0000.jpg", folder / "Media/Images/KIVO0007.jpg");
-        EXPECT_EQ(phone.PhotoList().size(), 3u);
-        EXPECT_EQ(PhotoListOnDisk(folder.Path()), all) << "a report only reads";
-    });
+        phone.Do({"await preview", "key camera", "await photos 1", "key camera", "await photos 2"});
+    }
+    fs::rename(folder / "Media/Images/KIVO0001.jpg",
+               folder / "Storagecard/Media/Images/KIVO0001.jpg");
+    WriteText(folder / "kivo-camera/contents.db", std::string(9000, 'x'));
+    Phone phone({.dataFolder = folder.Path()});
+    phone.Do("await preview");
+    const std::map<std::string, std::string> all = {
+        {"/Media/Images/KIVO0000.jpg", "KIVO (Normal),1X"},
+        {"/Storagecard/Media/Images/KIVO0001.jpg", "KIVO (Normal),1X"}};
+    EXPECT_EQ(PhotoListOnDisk(folder.Path()), all);
+    fs::copy(folder / "Media/Images/KIVO0000.jpg", folder / "Media/Images/KIVO0007.jpg");
+    EXPECT_EQ(phone.PhotoList().size(), 3u);
+    EXPECT_EQ(PhotoListOnDisk(folder.Path()), all) << "a report only reads";
 }
 
-TEST(StorageTrouble, WhatIsOfANewerVersionIsLeftAloneAndPhotographsAreStored) {
-    InOwnProcess([] {
-        TemporaryFolder folder;
-        const std::string settings = folder / "kivo-camera/registry.ini";
-        const std::string list = folder / "kivo-camera/contents.db";
-        { Phone phone({.dataFolder = folder.Path()}); }
-        std::string newer = ReadText(list);
-        newer[63] = 2;  // the last byte of the version
-        WriteText(list, newer);
-        WriteText(settings, "[Registry]\nVersion=2\n");
-        {
-            Phone phone({.dataFolder = folder.Path()});
-            phone.Do({"await preview", "key camera", "await photos 1", Tap(kSwapButton)});
-            EXPECT_EQ(phone.PhotoList().size(), 1u);
-            EXPECT_EQ(phone.End(), 0);
-        }
-        const auto files = ReadTree(folder / "kivo-camera");
-        EXPECT_EQ(files.size(), 2u);
-        EXPECT_TRUE(files.at("contents.db") == newer);
-        EXPECT_EQ(files.at("registry.ini"), "[Registry]\nVersion=2\n");
-    });
+TEST(StorageTrouble, SettingsOfANewerVersionAreLeftAloneAndPhotographsAreStored) {
+    TemporaryFolder folder;
+    const std::string newer = "[Registry]\nVersion=2\n";
+    fs::create_directories(folder / "kivo-camera");
+    WriteText(folder / "kivo-camera/registry.ini", newer);
+    Phone phone({.dataFolder = folder.Path()});
+    phone.Do({"await preview", "key camera", "await photos 1", Tap(kSwapButton)});
+    EXPECT_EQ(phone.End(), 0);
+    EXPECT_EQ(ReadText(folder / "kivo-camera/registry.ini"), newer);
 }
 
 /// Does something of its own when the loop's thread comes to a mark.
@@ -179,66 +151,58 @@ class AtMark : public Osp::Base::Trace {
 };
 
 TEST(StorageTrouble, ANumberThatSomebodyElseWasQuickerToTakeIsLeftToHim) {
-    InOwnProcess([] {
-        Phone phone;
-        const std::string images = phone.DataFolder() + "/Media/Images/";
-        phone.Do({"await preview", "key camera", "await photos 1"});
-        std::unique_ptr<AtMark> rival;
-        const auto store = [&] { WriteText(images + "KIVO0001.jpg", "a rival's"); };
-        phone.On([&] { rival = std::make_unique<AtMark>("encode-done", store); });
-        phone.Do({"wait 500", "key camera", "await photos 3"});
-        phone.On([&] { rival = nullptr; });
-        EXPECT_EQ(ReadText(images + "KIVO0001.jpg"), "a rival's");
-        EXPECT_TRUE(IsWholeJpeg(images + "KIVO0002.jpg"));
-        EXPECT_EQ(phone.Photos().size(), 3u) << "and nothing beside them";
-        EXPECT_EQ(PhotoListOnDisk(phone.DataFolder()),
-                  (std::map<std::string, std::string>{
-                      {"/Media/Images/KIVO0000.jpg", "KIVO (Normal),1X"},
-                      {"/Media/Images/KIVO0002.jpg", "KIVO (Normal),1X"}}));
-        const auto exif = Osp::Media::ReadExif(images + "KIVO0002.jpg");
-        ASSERT_TRUE(exif);
-        EXPECT_EQ(exif->description, "KIVO (Normal),1X");
-    });
+    Phone phone;
+    const std::string images = phone.DataFolder() + "/Media/Images/";
+    phone.Do({"await preview", "key camera", "await photos 1"});
+    std::unique_ptr<AtMark> rival;
+    const auto store = [&] { WriteText(images + "KIVO0001.jpg", "a rival's"); };
+    phone.On([&] { rival = std::make_unique<AtMark>("encode-done", store); });
+    phone.Do({"wait 500", "key camera", "await photos 3"});
+    phone.On([&] { rival = nullptr; });
+    EXPECT_EQ(ReadText(images + "KIVO0001.jpg"), "a rival's");
+    EXPECT_TRUE(IsWholeJpeg(images + "KIVO0002.jpg"));
+    EXPECT_EQ(phone.Photos().size(), 3u) << "and nothing beside them";
+    EXPECT_EQ(
+        PhotoListOnDisk(phone.DataFolder()),
+        (std::map<std::string, std::string>{{"/Media/Images/KIVO0000.jpg", "KIVO (Normal),1X"},
+                                            {"/Media/Images/KIVO0002.jpg", "KIVO (Normal),1X"}}));
+    const auto exif = Osp::Media::ReadExif(images + "KIVO0002.jpg");
+    ASSERT_TRUE(exif);
+    EXPECT_EQ(exif->description, "KIVO (Normal),1X");
 }
 
 TEST(StorageTrouble, PastTheLastNumberTheOlderPhotographIsKeptBesideTheNewOne) {
-    InOwnProcess([] {
-        TemporaryFolder folder;
-        const std::string images = folder / "Media/Images/";
-        fs::create_directories(images);
-        WriteText(images + "KIVO9999.jpg", "last");
-        WriteText(images + "KIVO10000.jpg", "older");
-        Phone phone({.dataFolder = folder.Path()});
-        phone.Do({"await preview", "key camera", "wait 1500"});
-        EXPECT_EQ(ReadText(images + "old-1-KIVO10000.jpg"), "older");
-        EXPECT_TRUE(IsWholeJpeg(images + "KIVO10000.jpg"));
-        EXPECT_EQ(ReadTree(images).size(), 3u);
-    });
+    TemporaryFolder folder;
+    const std::string images = folder / "Media/Images/";
+    fs::create_directories(images);
+    WriteText(images + "KIVO9999.jpg", "last");
+    WriteText(images + "KIVO10000.jpg", "older");
+    Phone phone({.dataFolder = folder.Path()});
+    phone.Do({"await preview", "key camera", "wait 1500"});
+    EXPECT_EQ(ReadText(images + "old-1-KIVO10000.jpg"), "older");
+    EXPECT_TRUE(IsWholeJpeg(images + "KIVO10000.jpg"));
+    EXPECT_EQ(ReadTree(images).size(), 3u);
 }
 
 TEST(MemoryCard, TakesThePhotographsUntilItIsPulled) {
-    InOwnProcess([] {
-        TemporaryFolder folder;
-        fs::create_directories(folder / "Storagecard");
-        Phone phone({.registry = {{"EXT_MEMORY", 1}}, .dataFolder = folder.Path()});
-        phone.Do({"await preview", "key camera", "await photos 1"});
-        EXPECT_TRUE(IsWholeJpeg(folder / "Storagecard/Media/Images/KIVO0000.jpg"));
-        EXPECT_EQ(phone.PhotoList()[0]["path"], "/Storagecard/Media/Images/KIVO0000.jpg");
-        fs::rename(folder / "Storagecard", folder / "pulled");
-        phone.Do({"wait 300", "key camera"});
-        ExpectWarning(phone);
-        fs::rename(folder / "pulled", folder / "Storagecard");
-        phone.Do({"key camera", "await photos 2"});
-        EXPECT_TRUE(phone.Photos().empty()) << "none in the phone's own memory";
-    });
+    TemporaryFolder folder;
+    fs::create_directories(folder / "Storagecard");
+    Phone phone({.registry = {{"EXT_MEMORY", 1}}, .dataFolder = folder.Path()});
+    phone.Do({"await preview", "key camera", "await photos 1"});
+    EXPECT_TRUE(IsWholeJpeg(folder / "Storagecard/Media/Images/KIVO0000.jpg"));
+    EXPECT_EQ(phone.PhotoList()[0]["path"], "/Storagecard/Media/Images/KIVO0000.jpg");
+    fs::rename(folder / "Storagecard", folder / "pulled");
+    phone.Do({"wait 300", "key camera"});
+    ExpectWarning(phone);
+    fs::rename(folder / "pulled", folder / "Storagecard");
+    phone.Do({"key camera", "await photos 2"});
+    EXPECT_TRUE(phone.Photos().empty()) << "none in the phone's own memory";
 }
 
 TEST(MemoryCard, ThatIsMissingAtTheStartIsForgotten) {
-    InOwnProcess([] {
-        Phone phone({.registry = {{"EXT_MEMORY", 1}}});
-        phone.Do({"await preview", "key camera", "await photos 1"});
-        EXPECT_EQ(phone.Photos().size(), 1u);
-    });
+    Phone phone({.registry = {{"EXT_MEMORY", 1}}});
+    phone.Do({"await preview", "key camera", "await photos 1"});
+    EXPECT_EQ(phone.Photos().size(), 1u);
 }
 
 }  // namespace
