@@ -29,21 +29,15 @@ std::vector<int> ColourAt(const Picture& picture, int x, int y) {
 
 /// Whether all channels differ by at most 2, which scaling may make of a flat neighbourhood.
 bool IsClose(const std::vector<int>& a, const std::vector<int>& b) {
-    for (std::size_t c = 0; c < 3; ++c) {
-        if (std::abs(a[c] - b[c]) > 2) return false;
-    }
-    return true;
+    return std::ranges::equal(a, b, [](int x, int y) { return std::abs(x - y) <= 2; });
 }
 
 /// Two flat halves, left and right, so that most of what the developments do to colours shows.
 Picture Halves(int width, int height) {
+    constexpr std::uint8_t kColours[2][3] = {{200, 90, 60}, {40, 130, 180}};
     Picture picture(width, height);
     for (int i = 0; i < width * height; ++i) {
-        const bool left = i % width < width / 2;
-        std::uint8_t* const pixel = picture.bytes.data() + 3 * i;
-        pixel[0] = left ? 200 : 40;
-        pixel[1] = left ? 90 : 130;
-        pixel[2] = left ? 60 : 180;
+        std::ranges::copy(kColours[i % width * 2 / width], picture.bytes.begin() + 3 * i);
     }
     return picture;
 }
@@ -52,8 +46,7 @@ TEST_F(ContactSheetTest, ShowsEveryCombinationInItsPlace) {
     const Plain::Levels levels;
     const Picture in = Halves(480, 288);
     for (const bool hdr : {false, true}) {
-        const Picture sheet =
-            Sheet(in, hdr ? std::vector<std::string>{"--hdr"} : std::vector<std::string>{});
+        const Picture sheet = Sheet(in, std::vector<std::string>(hdr ? 1 : 0, "--hdr"));
         const SheetLayout layout({in.width, in.height});
         ASSERT_EQ(sheet.width, layout.Sheet().width);
         ASSERT_EQ(sheet.height, layout.Sheet().height);

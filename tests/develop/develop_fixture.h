@@ -1,16 +1,29 @@
-// A folder with pictures, and the program over it.
+// kivo-develop as a process of its own, files to feed it with, and a folder for them.
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <span>
 #include <string>
 #include <vector>
 
-#include "tests/develop/develop_program.h"
 #include "tests/support/jpeg.h"
+#include "tests/support/program.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Kivo::Testing {
+
+/// Runs it to its end.
+ProgramResult RunDevelop(const std::vector<std::string>& arguments);
+
+/// The text of a binary pixmap, and back; the test fails when it is not a whole one.
+std::string ToPpm(const Picture& picture);
+Picture FromPpm(const std::string& text);
+
+inline std::span<const std::uint8_t> BytesOf(const std::string& text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
 
 class DevelopTest : public testing::Test {
   protected:

@@ -12,13 +12,14 @@ namespace Kivo::Testing {
 namespace {
 
 using Osp::Media::ExifInfo;
+using namespace std::string_literals;
 
 class MetadataTest : public DevelopTest {
   protected:
     /// A JPEG with a segment after its start marker.
-    std::string WriteJpeg(const std::string& name, const Picture& picture,
-                          const std::string& segment) {
-        return Write(name, EncodeJpeg(picture).insert(2, segment));
+    std::string WriteJpeg(const std::string& segment,
+                          const Picture& picture = RandomPicture(50, 30, Look::kGradient, 1)) {
+        return Write("in.jpg", EncodeJpeg(picture).insert(2, segment));
     }
     ExifInfo ExifOf(const std::string& name) {
         const auto exif = Osp::Media::ReadExif(At(name));
@@ -28,14 +29,12 @@ class MetadataTest : public DevelopTest {
 };
 
 ExifInfo SomeInfo() {
-    ExifInfo info;
-    info.description = "Our dog";
-    info.dateTimeOriginal = "2019:07:14 18:30:05";
-    info.offsetTimeOriginal = "+02:00";
-    info.software = "Another camera";
-    info.orientation = 1;
-    info.size = {50, 30};
-    return info;
+    return {.description = "Our dog",
+            .dateTimeOriginal = "2019:07:14 18:30:05",
+            .offsetTimeOriginal = "+02:00",
+            .software = "Another camera",
+            .orientation = 1,
+            .size = {50, 30}};
 }
 
 std::string SegmentOf(const ExifInfo& info) {
@@ -44,8 +43,7 @@ std::string SegmentOf(const ExifInfo& info) {
 }
 
 TEST_F(MetadataTest, KeepsTheDateAndTellsTheDevelopment) {
-    const std::string in =
-        WriteJpeg("in.jpg", RandomPicture(50, 30, Look::kGradient, 1), SegmentOf(SomeInfo()));
+    const std::string in = WriteJpeg(SegmentOf(SomeInfo()));
     Develop({"-t", "TILT", "-e", "Fall", "--hdr", in, "-o", At("out.jpg")});
     const ExifInfo exif = ExifOf("out.jpg");
     EXPECT_EQ(exif.dateTimeOriginal, "2019:07:14 18:30:05");
@@ -58,17 +56,12 @@ TEST_F(MetadataTest, KeepsTheDateAndTellsTheDevelopment) {
     EXPECT_EQ(ExifOf("turned.jpg").size, (Osp::Graphics::Dimension{30, 50}));
 }
 
-std::string Segment(char marker, const std::string& content) {
-    const std::size_t length = content.size() + 2;
-    return std::string{'\xFF', marker, static_cast<char>(length >> 8), static_cast<char>(length)} +
-           content;
-}
-
 TEST_F(MetadataTest, FindsTheDateBehindOtherSegments) {
-    const std::string before = Segment('\xFE', "a comment") + Segment('\xE1', "http://ns/");
-    const std::string in = WriteJpeg("in.jpg", RandomPicture(50, 30, Look::kGradient, 1),
-                                     before + SegmentOf(SomeInfo()));
-    Develop({in, "-o", At("out.jpg")});
+    const std::string before =
+        "\xFF\xFE\0\x0B"
+        "a comment\xFF\xE1\0\x0C"
+        "http://ns/"s;
+    Develop({WriteJpeg(before + SegmentOf(SomeInfo())), "-o", At("out.jpg")});
     EXPECT_EQ(ExifOf("out.jpg").dateTimeOriginal, "2019:07:14 18:30:05");
 }
 
@@ -76,8 +69,7 @@ TEST_F(MetadataTest, KeepsTheDateOfWhatIsTooLong) {
     // As long as a segment can be, so that a longer description does not fit.
     ExifInfo info = SomeInfo();
     info.offsetTimeOriginal.resize(0xFFFF - SegmentOf(info).size(), ' ');
-    const std::string in =
-        WriteJpeg("in.jpg", RandomPicture(50, 30, Look::kGradient, 1), SegmentOf(info));
+    const std::string in = WriteJpeg(SegmentOf(info));
     EXPECT_GT(Read("in.jpg").size(), 65'000U);
     Develop({"-t", "TILT", "-e", "Negative", "--hdr", in, "-o", At("out.jpg")});
     EXPECT_EQ(ExifOf("out.jpg").dateTimeOriginal, "2019:07:14 18:30:05");
@@ -91,7 +83,7 @@ TEST_F(MetadataTest, KeepsTheColourProfileOfAColouredPicture) {
         const auto profile = MakeProfile(kind, length);
         std::vector<std::uint8_t> segments;
         Osp::Media::AppendColourProfile(profile, segments);
-        WriteJpeg("in.jpg", picture, {segments.begin(), segments.end()});
+        WriteJpeg({segments.begin(), segments.end()}, picture);
         Osp::Media::EncodedPicture png;
         EXPECT_EQ(Osp::Media::EncodePng(
                       PackedView(picture.bytes.data(), {50, 30}, Osp::Media::PixelLayout::kRgb),
@@ -102,8 +94,7 @@ TEST_F(MetadataTest, KeepsTheColourProfileOfAColouredPicture) {
     };
     const auto profileOf = [&](const char* name) {
         const std::string file = Read(name);
-        return Tools::ReadColourProfile(
-            {reinterpret_cast<const std::uint8_t*>(file.data()), file.size()});
+        return Tools::ReadColourProfile(BytesOf(file));
     };
     const auto profile = write("RGB ", 80'000);
     for (const char* in : {"in.jpg", "in.png"}) {
@@ -127,77 +118,53 @@ TEST_F(MetadataTest, InventsNoDate) {
 }
 
 /// An EXIF segment written by hand, in the other byte order.
-std::string HandWrittenSegment() {
-    std::string tiff;
-    const auto add = [&tiff](std::uint32_t value, int bytes) {
-        for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8) {
-            tiff += static_cast<char>(value >> shift);
-        }
-    };
-    const auto entry = [&add](std::uint32_t tag, std::uint32_t type, std::uint32_t count,
-                              std::uint32_t value) {
-        add(tag, 2);
-        add(type, 2);
-        add(count, 4);
-        add(value, 4);
-    };
-    constexpr std::uint32_t kAscii = 2;
-    constexpr std::uint32_t kLong = 4;
-    add(0x4D4D002A, 4);
-    add(8, 4);
-    add(4, 2);                      // entries of the first directory, from 8
-    entry(0x010F, kAscii, 5, 62);   // maker, at 62
-    entry(0x0132, kAscii, 20, 68);  // date of change, at 68
-    entry(0x0201, kLong, 1, 62);    // a thumbnail without a length
-    entry(0x8825, kLong, 1, 88);    // places, at 88
-    add(0, 4);
-    tiff += std::string("ACME\0\0", 6) + std::string("2001:02:03 04:05:06\0", 20);
-    add(1, 2);
-    entry(0x0001, kAscii, 2, 0x4E000000);  // "N"
-    add(0, 4);
-    const auto length = static_cast<char>(tiff.size() + 8);
-    return std::string("\xFF\xE1\0", 3) + length + std::string("Exif\0\0", 6) + tiff;
-}
+const std::string kHandWritten =
+    "\xFF\xE1\0\x72"
+    "Exif\0\0"
+    "MM\0\x2A\0\0\0\x08"
+    "\0\x04"                              // entries of the first directory
+    "\x01\x0F\0\x02\0\0\0\x05\0\0\0\x3E"  // maker, at 62
+    "\x01\x32\0\x02\0\0\0\x14\0\0\0\x44"  // date of change, at 68
+    "\x02\x01\0\x04\0\0\0\x01\0\0\0\x3E"  // a thumbnail without a length
+    "\x88\x25\0\x04\0\0\0\x01\0\0\0\x58"  // places, at 88
+    "\0\0\0\0"
+    "ACME\0\0"
+    "2001:02:03 04:05:06\0"
+    "\0\x01"                         // entries of the places
+    "\0\x01\0\x02\0\0\0\x02N\0\0\0"  // "N"
+    "\0\0\0\0"s;
 
 TEST_F(MetadataTest, KeepsWhatElseTheFileTells) {
-    const std::string in =
-        WriteJpeg("in.jpg", RandomPicture(50, 30, Look::kGradient, 3), HandWrittenSegment());
-    Develop({in, "-o", At("out.jpg")});
+    Develop({WriteJpeg(kHandWritten), "-o", At("out.jpg")});
     const std::string out = Read("out.jpg");
-    EXPECT_NE(out.find(std::string("ACME\0", 5)), std::string::npos);
-    EXPECT_NE(out.find("2001:02:03 04:05:06"), std::string::npos);
     // The entry of the place in the other byte order: tag 1, type 2, count 2, "N".
-    EXPECT_NE(out.find(std::string("\1\0\2\0\2\0\0\0N\0\0\0", 12)), std::string::npos);
+    for (const std::string& part :
+         {"ACME\0"s, "2001:02:03 04:05:06"s, "\1\0\2\0\2\0\0\0N\0\0\0"s}) {
+        EXPECT_NE(out.find(part), std::string::npos) << part;
+    }
     EXPECT_EQ(ExifOf("out.jpg").description, "KIVO (Normal),1X");
 }
 
 TEST_F(MetadataTest, ThatIsRubbishDoesNoHarm) {
-    std::string segment = HandWrittenSegment();
+    std::string segment = kHandWritten;
     for (std::size_t i = 18; i < segment.size(); i += 3) segment[i] = '\xFF';
-    const std::string in = WriteJpeg("in.jpg", RandomPicture(50, 30, Look::kGradient, 4), segment);
-    Develop({in, "-o", At("out.jpg")});
+    Develop({WriteJpeg(segment), "-o", At("out.jpg")});
     EXPECT_EQ(ExifOf("out.jpg").description, "KIVO (Normal),1X");
 }
 
-void Turn(const Picture& picture, int orientation, Picture& turned) {
-    Osp::Media::TurnUpright(PackedView(picture.bytes.data(), {picture.width, picture.height},
-                                       Osp::Media::PixelLayout::kRgb),
-                            orientation, turned.bytes.data());
-}
-
 TEST_F(MetadataTest, TurnsThePictureUpright) {
-    const Picture upright = RandomPicture(48, 32, Look::kGradient, 5);
     for (int orientation = 1; orientation <= 8; ++orientation) {
-        // Turning back what was turned: 6 and 8 undo each other, all others themselves.
-        const int back = orientation == 6 ? 8 : orientation == 8 ? 6 : orientation;
-        const bool isTransposed = Osp::Media::IsTransposed(orientation);
-        Picture stored(isTransposed ? 32 : 48, isTransposed ? 48 : 32);
-        Turn(upright, back, stored);
+        const bool isTransposed = orientation > 4;
+        const Picture stored =
+            RandomPicture(isTransposed ? 32 : 48, isTransposed ? 48 : 32, Look::kGradient, 5);
         ExifInfo info = SomeInfo();
         info.orientation = orientation;
-        const std::string in = WriteJpeg("in.jpg", stored, SegmentOf(info));
+        const std::string in = WriteJpeg(SegmentOf(info), stored);
         Picture expected(48, 32);
-        Turn(ReadJpeg(in), orientation, expected);
+        const Picture decoded = ReadJpeg(in);
+        Osp::Media::TurnUpright(PackedView(decoded.bytes.data(), {decoded.width, decoded.height},
+                                           Osp::Media::PixelLayout::kRgb),
+                                orientation, expected.bytes.data());
         Develop({"-t", "MIX", in, in, "-o", At("out.ppm")});
         ExpectSame(FromPpm(Read("out.ppm")), expected,
                    "orientation " + std::to_string(orientation));

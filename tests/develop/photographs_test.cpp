@@ -1,6 +1,6 @@
 // What kivo-develop makes of pictures.
+#include <cstdlib>
 #include <filesystem>
-#include <glib.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -18,14 +18,20 @@ class PhotographsTest : public DevelopTest, public testing::WithParamInterface<i
     std::vector<Picture> MakeFrames(int width, int height) const {
         return RandomPictures(kFrames[GetParam()], width, height, 70);
     }
-
-    std::vector<std::string> Arguments(const PlainPhotograph& photograph) const {
+    /// The picture that the program has to make of `frames`, which are in `inputs`.
+    Picture DevelopAs(const PlainPhotograph& photograph, const std::vector<Picture>& frames,
+                      const std::vector<std::string>& inputs, const std::string& output) {
         std::vector<std::string> arguments{"--type", std::to_string(photograph.type), "--effect",
                                            std::to_string(photograph.effect)};
         if (photograph.hdr) arguments.push_back("--hdr");
         if (photograph.secondary) arguments.push_back("--secondary");
-        return arguments;
+        arguments.insert(arguments.end(), inputs.begin(), inputs.end());
+        arguments.insert(arguments.end(), {"-o", At(output)});
+        Develop(arguments);
+        return PlainStored(ComposePlain(photograph, frames, levels_), photograph.secondary);
     }
+
+    const Plain::Levels levels_;
 };
 
 INSTANTIATE_TEST_SUITE_P(Types, PhotographsTest, testing::Range(0, 6), [](const auto& info) {
@@ -33,7 +39,6 @@ INSTANTIATE_TEST_SUITE_P(Types, PhotographsTest, testing::Range(0, 6), [](const 
 });
 
 TEST_P(PhotographsTest, AreThePlainOnesWithEveryEffectHdrAndCamera) {
-    const Plain::Levels levels;
     const std::vector<Picture> frames = MakeFrames(76, 52);
     std::vector<std::string> inputs;
     for (const Picture& frame : frames) {
@@ -41,19 +46,13 @@ TEST_P(PhotographsTest, AreThePlainOnesWithEveryEffectHdrAndCamera) {
     }
     for (int i = 0; i < 40; ++i) {
         const PlainPhotograph photograph{GetParam(), i / 4, i % 2 == 1, i / 2 % 2 == 1};
-        std::vector<std::string> arguments = Arguments(photograph);
-        arguments.insert(arguments.end(), inputs.begin(), inputs.end());
-        arguments.insert(arguments.end(), {"-o", At("out.ppm")});
-        Develop(arguments);
-        const Picture expected =
-            PlainStored(ComposePlain(photograph, frames, levels), photograph.secondary);
+        const Picture expected = DevelopAs(photograph, frames, inputs, "out.ppm");
         ExpectSame(FromPpm(Read("out.ppm")), expected,
                    "effect " + std::to_string(photograph.effect));
     }
 }
 
 TEST_P(PhotographsTest, ComeFromJpegsAndGoToJpegsAsTheLibraryMakesThem) {
-    const Plain::Levels levels;
     std::vector<Picture> frames;
     std::vector<std::string> inputs;
     for (const Picture& frame : MakeFrames(328, 210)) {
@@ -62,12 +61,8 @@ TEST_P(PhotographsTest, ComeFromJpegsAndGoToJpegsAsTheLibraryMakesThem) {
         frames.push_back(DecodeJpeg(jpeg));
     }
     for (const bool secondary : {false, true}) {
-        const PlainPhotograph photograph{GetParam(), 6, secondary, true};
-        std::vector<std::string> arguments = Arguments(photograph);
-        arguments.insert(arguments.end(), inputs.begin(), inputs.end());
-        arguments.insert(arguments.end(), {"-o", At("out.jpeg")});
-        Develop(arguments);
-        const Picture expected = PlainStored(ComposePlain(photograph, frames, levels), secondary);
+        const Picture expected =
+            DevelopAs({GetParam(), 6, secondary, true}, frames, inputs, "out.jpeg");
         ExpectSame(ReadJpeg(At("out.jpeg")), DecodeJpeg(EncodeJpeg(expected)), "JPEG");
     }
 }
@@ -83,13 +78,6 @@ TEST_F(FormatsTest, LeaveThePixelsAlone) {
         input = At(name);
     }
     ExpectSame(FromPpm(Read("4.Ppm")), picture, "PPM to PNG to PPM");
-}
-
-TEST_F(FormatsTest, OfInputsAreToldByTheirContent) {
-    const Picture picture = RandomPicture(20, 20, Look::kNoise, 91);
-    const std::string input = Write("picture.png", ToPpm(picture));
-    Develop({"-t", "MIX", input, input, "-o", At("out.ppm")});
-    ExpectSame(FromPpm(Read("out.ppm")), picture, "PPM under a PNG's name");
 }
 
 using OptionsTest = DevelopTest;
@@ -145,20 +133,15 @@ TEST_F(OptionsTest, FollowALinkToTheOutput) {
         Write("folder/target.ppm", "old");
     }
     std::filesystem::create_symlink("loop.ppm", At("loop.ppm"));
-    const ProgramResult result = RunDevelop({in, "-o", At("loop.ppm")});
-    EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.errors.find("too many symbolic links"), std::string::npos) << result.errors;
+    EXPECT_NE(RunDevelop({in, "-o", At("loop.ppm")}).errors.find("too many symbolic links"),
+              std::string::npos);
 }
 
-/// Runs a shell's command with the program as $0 and the folder as $1.
+/// Runs a shell's command in `folder`, with the program as $DEVELOP.
 int Shell(const std::string& command, const std::string& folder) {
-    const std::string line = "set -e; cd '" + folder + "'; " + command;
-    const std::string program = ProgramFolder() + "/kivo-develop";
-    const char* const arguments[] = {"/bin/sh", "-c", line.c_str(), program.c_str(), nullptr};
-    int status = -1;
-    EXPECT_TRUE(g_spawn_sync(nullptr, const_cast<char**>(arguments), nullptr, G_SPAWN_DEFAULT,
-                             nullptr, nullptr, nullptr, nullptr, &status, nullptr));
-    return WEXITSTATUS(status);
+    const std::string line =
+        "set -e; cd '" + folder + "'; DEVELOP='" + ProgramFolder() + "/kivo-develop'; " + command;
+    return WEXITSTATUS(std::system(line.c_str()));
 }
 
 TEST_F(OptionsTest, TakeStandardInputAndOutput) {
@@ -167,12 +150,12 @@ TEST_F(OptionsTest, TakeStandardInputAndOutput) {
     Write("in.ppm", ToPpm(picture));
     for (const std::string kind : {"jpg", "ppm"}) {
         Develop({"-t", "DSLR", At("in." + kind), "-o", At("file." + kind)});
-        ASSERT_EQ(Shell("\"$0\" -t DSLR - -o - < in." + kind + " > stream." + kind, folder_.Path()),
-                  0);
+        ASSERT_EQ(
+            Shell("$DEVELOP -t DSLR - -o - < in." + kind + " > stream." + kind, folder_.Path()), 0);
         EXPECT_TRUE(Read("stream." + kind) == Read("file." + kind)) << kind;
     }
-    EXPECT_EQ(Shell("\"$0\" - -o out.png < /dev/null", folder_.Path()), 1);
-    EXPECT_EQ(Shell("\"$0\" in.jpg -o - > /dev/full", folder_.Path()), 1);
+    EXPECT_EQ(Shell("$DEVELOP - -o out.png < /dev/null", folder_.Path()), 1);
+    EXPECT_EQ(Shell("$DEVELOP in.jpg -o - > /dev/full", folder_.Path()), 1);
     ExpectRefusal({"-t", "MIX", "-", "-", "-o", At("out.ppm")}, 2, "standard input");
     ExpectRefusal({"--batch", folder_.Path(), "-o", "-"}, 2, "standard input and output");
     ExpectRefusal({"--batch", "-", "-o", At("d")}, 2, "standard input and output");
@@ -201,13 +184,12 @@ TEST_F(OptionsTest, ThatMakeNoSenseAreRefused) {
     ExpectRefusal({"-t", "MIX", in, "-o", out}, kUsage, "MIX takes 2 pictures, 1 is given");
     ExpectRefusal({"-t", "ACTION", in, in, in, "-o", out}, kUsage, "ACTION takes 4");
     ExpectRefusal({"-t", "QUAD", in, in, in, in, in, "-o", out}, kUsage, "QUAD takes 4");
-    for (const char* type : {"6", "-1", "TILTED", "", "1x", "99999999999999999999"}) {
-        ExpectRefusal({std::string("--type=") + type, in, "-o", out}, kUsage, "there is no type");
+    for (const char* nobody : {"10", "-1", "TILTED", "Sepia ", "", "1x", "99999999999999999999"}) {
+        const std::string name = nobody;
+        ExpectRefusal({"--type=" + name, in, "-o", out}, kUsage, "there is no type");
+        ExpectRefusal({"--effect=" + name, in, "-o", out}, kUsage, "there is no effect");
     }
-    for (const char* effect : {"10", "Sepia ", "0x3"}) {
-        ExpectRefusal({std::string("--effect=") + effect, in, "-o", out}, kUsage,
-                      "there is no effect");
-    }
+    ExpectRefusal({"--type=6", in, "-o", out}, kUsage, "there is no type");
     ExpectRefusal({"--speed", in, "-o", out}, kUsage, "--speed");
     ExpectRefusal({in, "-o"}, kUsage, "-o");
     ExpectRefusal({"--hdr=no", in, "-o", out}, kUsage, "--hdr takes no value");
