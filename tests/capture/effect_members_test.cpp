@@ -78,63 +78,45 @@ class Members {
         Fill(source_, picture_);
     }
 
-    using Member = std::function<void(const ByteBuffer*, ByteBuffer*)>;
-    using Function = std::function<void(Effects::ConstPixels, Effects::Pixels)>;
-
-    void Expect(const char* name, const Member& member, const Function& function,
-                int divisor = 1) const {
+    /// That `method` with `more` arguments makes the pixels of `function`, in a picture whose sides
+    /// are so many times shorter.
+    template <int kDivisor = 1, class Method, class Function, class... More>
+    void Expect(const char* name, Method method, Function function, More... more) {
         ByteBuffer made;
-        Picture expected(kWidth / divisor, kHeight / divisor);
+        Picture expected(kWidth / kDivisor, kHeight / kDivisor);
         ASSERT_EQ(made.Construct(static_cast<int>(expected.bytes.size())), result::kSuccess);
-        member(&source_, &made);
+        (form_.*method)(&source_, &made, more...);
         function(picture_.View(), expected.View());
         ExpectSame(Copy(made, expected.width, expected.height), expected, name);
     }
 
     void ExpectKernels() {
-        using In = const ByteBuffer*;
-        using Out = ByteBuffer*;
-        MainForm& f = form_;
+        using namespace Effects;
+        const GaussianLevels& levels = tables_.Levels();
+        Expect("BW", &MainForm::BW, [](auto s, auto d) { BW(s, d); });
+        Expect("Sepia", &MainForm::Sepia, [](auto s, auto d) { Sepia(s, d); });
+        Expect("Negative", &MainForm::Negative, [](auto s, auto d) { Negative(s, d); });
         Expect(
-            "BW", [&](In s, Out d) { f.BW(s, d); }, [](auto s, auto d) { Effects::BW(s, d); });
-        Expect(
-            "Sepia", [&](In s, Out d) { f.Sepia(s, d); },
-            [](auto s, auto d) { Effects::Sepia(s, d); });
-        Expect(
-            "Negative", [&](In s, Out d) { f.Negative(s, d); },
-            [](auto s, auto d) { Effects::Negative(s, d); });
-        Expect(
-            "Colorize", [&](In s, Out d) { f.Colorize(s, d, 121, 62, 0.25F); },
-            [](auto s, auto d) { Effects::Colorize(s, d, 121, 62, 0.25F); });
-        Expect(
-            "Edge", [&](In s, Out d) { f.Edge(s, d); },
-            [&](auto s, auto d) { Effects::Edge(s, d, scratch_); });
-        Expect(
-            "HDR", [&](In s, Out d) { f.HDR(s, d); },
-            [&](auto s, auto d) { Effects::HDR(s, d, tables_.Levels(), scratch_); });
-        Expect(
-            "TiltShift", [&](In s, Out d) { f.TiltShift(s, d); },
-            [&](auto s, auto d) { Effects::TiltShift(s, d, tables_.Levels(), scratch_); });
-        Expect(
-            "OutFocus", [&](In s, Out d) { f.OutFocus(s, d); },
-            [&](auto s, auto d) { Effects::OutFocus(s, d, tables_.Levels(), scratch_); });
-        Expect(
-            "QShrink", [&](In s, Out d) { f.QShrink(s, d); },
-            [](auto s, auto d) { Effects::QShrink(s, d); }, 2);
+            "Colorize", &MainForm::Colorize, [](auto s, auto d) { Colorize(s, d, 121, 62, 0.25F); },
+            121, 62, 0.25F);
+        Expect("Edge", &MainForm::Edge, [&](auto s, auto d) { Edge(s, d, scratch_); });
+        Expect("HDR", &MainForm::HDR, [&](auto s, auto d) { HDR(s, d, levels, scratch_); });
+        Expect("TiltShift", &MainForm::TiltShift,
+               [&](auto s, auto d) { TiltShift(s, d, levels, scratch_); });
+        Expect("OutFocus", &MainForm::OutFocus,
+               [&](auto s, auto d) { OutFocus(s, d, levels, scratch_); });
+        Expect<2>("QShrink", &MainForm::QShrink, [](auto s, auto d) { QShrink(s, d); });
         for (const bool flag : {false, true}) {
+            const auto circular = tables_.Circular(kWidth, kHeight, flag);
+            const auto vignet = tables_.Vignet(kWidth, kHeight, flag);
             Expect(
-                "Circular", [&](In s, Out d) { f.Circular(s, d, flag); },
-                [&](auto s, auto d) {
-                    Effects::Circular(s, d, *tables_.Circular(kWidth, kHeight, flag));
-                });
+                "Circular", &MainForm::Circular, [&](auto s, auto d) { Circular(s, d, *circular); },
+                flag);
             Expect(
-                "Vignet", [&](In s, Out d) { f.Vignet(s, d, flag); },
-                [&](auto s, auto d) {
-                    Effects::Vignet(s, d, *tables_.Vignet(kWidth, kHeight, flag), scratch_);
-                });
+                "Vignet", &MainForm::Vignet,
+                [&](auto s, auto d) { Vignet(s, d, *vignet, scratch_); }, flag);
             Expect(
-                "Mirror", [&](In s, Out d) { f.Mirror(s, d, flag); },
-                [&](auto s, auto d) { Effects::Mirror(s, d, flag); });
+                "Mirror", &MainForm::Mirror, [&](auto s, auto d) { Mirror(s, d, flag); }, flag);
         }
     }
 
@@ -161,9 +143,7 @@ class Members {
         Fill(frame, first);
         form_.GetSetting()->SetCameraType(CameraType::kMix);
         ASSERT_EQ(form_.SaveToCache(frame), result::kSuccess);
-        Expect(
-            "Mix", [&](const ByteBuffer* s, ByteBuffer* d) { form_.Mix(s, d); },
-            [&](auto s, auto d) { Effects::Mix(first.View(), s, d); });
+        Expect("Mix", &MainForm::Mix, [&](auto s, auto d) { Effects::Mix(first.View(), s, d); });
         ExpectEveryEffect(CameraType::kMix, {.shotCounter = 1, .firstFrame = first.View()});
     }
 

@@ -28,26 +28,13 @@ TEST(PhotoNumber, NeedsFourDigits) {
     EXPECT_EQ(HighestPhotoNumber(std::vector<std::string>{"KIVO-123.jpg"}), -1);
 }
 
-TEST(PhotoNumber, IsPaddedToFourDigits) {
-    EXPECT_EQ(PhotoFileName(0), "KIVO0000.jpg");
-    EXPECT_EQ(PhotoFileName(42), "KIVO0042.jpg");
-    EXPECT_EQ(PhotoFileName(1000), "KIVO1000.jpg");
-    EXPECT_EQ(PhotoFileName(10000), "KIVO10000.jpg");
-}
-
-TEST(PhotoDescription, NamesTypeEffectZoomAndHdr) {
-    EXPECT_EQ(
-        ComposePhotoDescription(CameraType::kDslr, PhotoEffect::kSepia, ZoomLevel::k1_5X, false),
-        "DSLR (Sepia),1.5X");
-    EXPECT_EQ(
-        ComposePhotoDescription(CameraType::kKivo, PhotoEffect::kNormal, ZoomLevel::k1X, true),
-        "KIVO (Normal),1X,HDR");
-    EXPECT_EQ(ComposePhotoDescription(CameraType::kTiltShift, PhotoEffect::kBlackWhite,
-                                      ZoomLevel::k4X, false),
-              "TILT (B&W),4X");
-    EXPECT_EQ(ComposePhotoDescription(CameraType::kMix, PhotoEffect{200}, ZoomLevel::k3_5X, false),
-              "MIX (Normal),3.5X")
-        << "an effect that is none";
+TEST(PhotoDescription, NamesTheZoomAndTakesAnEffectThatIsNoneForNormal) {
+    const auto describe = [](PhotoEffect effect, ZoomLevel zoom) {
+        return ComposePhotoDescription(CameraType::kTiltShift, effect, zoom, false);
+    };
+    EXPECT_EQ(describe(PhotoEffect::kSepia, ZoomLevel::k1_5X), "TILT (Sepia),1.5X");
+    EXPECT_EQ(describe(PhotoEffect::kBlackWhite, ZoomLevel::k4X), "TILT (B&W),4X");
+    EXPECT_EQ(describe(PhotoEffect{200}, ZoomLevel::k3_5X), "TILT (Normal),3.5X");
 }
 
 }  // namespace

@@ -71,11 +71,8 @@ class ControlsTest : public testing::Test {
     }
     Pixels WholeScreen() { return Shown({0, 0, 800, 480}); }
     void Drag(int x, int y, int dx, int dy) {
-        const auto text = [](int a, int b) { return std::to_string(a) + " " + std::to_string(b); };
-        phone_.Do("press " + text(x, y));
-        phone_.Do("move " + text(x + dx, y + dy));
-        phone_.Do("release " + text(x + dx, y + dy));
-        phone_.Wait(100);
+        const Spot end{x + dx, y + dy};
+        phone_.Do({Press({x, y}), Line("move", end), Release(end), "wait 100"});
     }
     void Extend() {
         phone_.Do({Tap(kZoomBar), "wait 100", Tap(kEffectRoll), "wait 100"});

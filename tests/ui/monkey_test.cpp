@@ -14,10 +14,6 @@ using namespace Testing;
 
 constexpr int kScripts = 6;  // about ten seconds
 
-Outcome Perform(int cameraType, const std::vector<std::string>& script) {
-    return Performance(cameraType, script).GetOutcome();
-}
-
 /// The outcome of a run, with a complaint also when a second run has another.
 Outcome Judge(int cameraType, const std::vector<std::string>& script) {
     Outcome outcome = Perform(cameraType, script);

@@ -1,5 +1,8 @@
 #include "tests/ui/performance.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "app/model/action_ids.h"
 #include "app/model/camera_types.h"
 #include "effects/composition.h"
@@ -10,6 +13,8 @@
 #include "tests/support/camera_screen.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/main_form_access.h"
+#include "tests/support/phone.h"
+#include "tests/ui/monkey.h"
 
 namespace Kivo::Testing {
 
@@ -18,6 +23,9 @@ using Osp::Media::CameraSelection;
 namespace {
 
 constexpr int kLongestSeriesS = 15;  // with a lost picture in it
+
+/// What each control that is shown looks like, by its name.
+using Looks = std::map<std::string, std::size_t>;
 
 std::size_t Hash(std::string_view bytes) {
     return std::hash<std::string_view>()(bytes);
@@ -63,141 +71,150 @@ Looks LookAtControls() {
 }
 
 std::string FirstDifference(const Looks& a, const Looks& b) {
-    for (const auto& [name, look] : a) {
-        const auto other = b.find(name);
-        if (other == b.end() || other->second != look) return name;
-    }
-    for (const auto& [name, look] : b) {
-        if (!a.contains(name)) return name;
-    }
-    return "";
+    std::vector<Looks::value_type> differences;
+    std::ranges::set_symmetric_difference(a, b, std::back_inserter(differences));
+    return differences.empty() ? "" : differences.front().first;
 }
+
+class Performance {
+  public:
+    Performance(int cameraType, const std::vector<std::string>& script)
+        : cameraType_(cameraType),
+          phone_({.registry = {{"CAM_TYPE", std::to_string(cameraType)},
+                               {"CAPTURE_WIDTH", 640},
+                               {"CAPTURE_HEIGHT", 480}}}) {
+        Do("await preview");
+        help_ = LookAtHelp();
+        for (const std::string& command : script) Do(command);
+        PutInOrder();
+        ExpectTrueControls();
+        TakeAPhotograph();
+        CollectFiles();
+        // Of the faults the least: no photograph is lost by it.
+        Complain(looksComplaint_);
+    }
+
+    const Outcome& GetOutcome() const { return outcome_; }
+
+  private:
+    void Complain(const std::string& reason) {
+        if (outcome_.complaint.empty()) outcome_.complaint = reason;
+    }
+
+    void Do(const std::string& command) {
+        if (!outcome_.complaint.empty()) return;
+        outcome_.lines.push_back(command);
+        const std::size_t before = phone_.Photos().size();
+        const bool wasForeground = known_.isForeground;
+        const bool wasDisconnected = phone_.On(IsDisconnected);
+        (void)Follow(command, known_);
+        if (!known_.isForeground && wasForeground) (void)phone_.Sounds();
+        if (const auto error = phone_.Try(command)) return Complain(command + ": " + *error);
+        if (phone_.HasEnded()) return Complain("the application has ended");
+        outcome_.screens.push_back(phone_.On(HashScreen));
+        const bool hasStored = phone_.Photos().size() != before;
+        if (!known_.isForeground) WatchBackground(hasStored);
+        if (hasStored && wasDisconnected && phone_.On(IsDisconnected)) {
+            Complain("a photograph of a camera that is not there");
+        }
+    }
+
+    void Do(std::initializer_list<std::string> commands) {
+        for (const std::string& command : commands) Do(command);
+    }
+
+    void WatchBackground(bool hasStored) {
+        if (hasStored) Complain("a photograph in the background");
+        if (phone_.On(IsAnyCameraOn)) Complain("a camera is on in the background");
+        if (!phone_.Sounds().empty()) Complain("a sound in the background");
+    }
+
+    bool IsCapturing() { return outcome_.complaint.empty() && !phone_.IsEnabled(kActionCapture); }
+
+    void PutInOrder() {
+        if (!known_.isForeground) Do("foreground");
+        for (int i = 0; i < 2; ++i) {
+            if (!known_.isPlugged[i]) Do(std::string("plug ") + kCameras[i]);
+        }
+        Do({"release 400 100", "wait 1000"});
+        for (int i = 0; i < kLongestSeriesS && IsCapturing(); ++i) Do("wait 1000");
+        const bool isHelpOpen =
+            outcome_.complaint.empty() && !phone_.Button(kActionCloseHelp).is_null();
+        if (isHelpOpen) Do(Tap(kCloseHelpButton));
+        Do({"wait 500", "expect preview"});
+    }
+
+    /// A press that is taken back, and the help: both show what holds.
+    void ExpectTrueControls() {
+        const Looks now = Look();
+        Do({Press(kHdrButton), "release 400 240", "wait 500"});
+        Compare(Look(), now, "does not show what holds");
+        Compare(LookAtHelp(), help_, "is another in the help");
+    }
+
+    void Compare(const Looks& a, const Looks& b, const std::string& reason) {
+        const std::string name = FirstDifference(a, b);
+        if (!name.empty() && looksComplaint_.empty()) looksComplaint_ = "'" + name + "' " + reason;
+    }
+
+    Looks Look() { return outcome_.complaint.empty() ? phone_.On(LookAtControls) : Looks(); }
+
+    Looks LookAtHelp() {
+        Do({Tap(kHelpButton), "wait 100"});
+        Looks looks;
+        for (const auto& [name, look] : Look()) {
+            if (name == "a cover" || name == "Focus") looks[name] = look;
+        }
+        Do({Tap(kCloseHelpButton), "wait 500"});
+        return looks;
+    }
+
+    /// With one press, by finger or key; of a double exposure that may be the first of two.
+    void TakeAPhotograph() {
+        if (!outcome_.complaint.empty()) return;
+        const std::size_t before = phone_.Photos().size();
+        const bool isMix = cameraType_ == static_cast<int>(CameraType::kMix);
+        const std::string press =
+            outcome_.lines.size() % 2 == 0 ? Tap(kShutterButton) : "key camera";
+        (void)phone_.Sounds();
+        for (int i = 0; i < (isMix ? 2 : 1) && phone_.Photos().size() == before; ++i) {
+            Do(press);
+            for (int j = 0; j < 7 && phone_.Photos().size() == before; ++j) Do("wait 1000");
+        }
+        if (phone_.Photos().size() == before) Complain("it takes no photograph any more");
+        if (!isMix) ExpectShutterSounds();
+        Do({"wait 1000", "expect preview"});
+    }
+
+    /// A series that was cut off does not go on in the next photograph.
+    void ExpectShutterSounds() {
+        const int frames = Effects::FramesPerPhotograph(static_cast<CameraType>(cameraType_));
+        const auto sounds = static_cast<int>(phone_.Sounds().size());
+        if (sounds != frames) Complain(std::to_string(sounds) + " shutter sounds for a photograph");
+    }
+
+    void CollectFiles() {
+        if (!outcome_.complaint.empty()) return;
+        outcome_.files["photo list"] = Hash(phone_.PhotoList().dump());
+        for (const std::string& path : phone_.Photos()) {
+            if (!IsWholeJpeg(path)) Complain("not a whole photograph: " + path);
+            outcome_.files[path.substr(phone_.DataFolder().size())] =
+                Hash(Osp::Testing::ReadText(path));
+        }
+    }
+
+    int cameraType_;
+    Outcome outcome_;
+    Phone phone_;
+    Known known_;
+    Looks help_;  // when nothing has happened yet
+    std::string looksComplaint_;
+};
 
 }  // namespace
 
-Performance::Performance(int cameraType, const std::vector<std::string>& script)
-    : cameraType_(cameraType),
-      phone_({.registry = {{"CAM_TYPE", std::to_string(cameraType)},
-                           {"CAPTURE_WIDTH", 640},
-                           {"CAPTURE_HEIGHT", 480}}}) {
-    Do("await preview");
-    help_ = LookAtHelp();
-    for (const std::string& command : script) Do(command);
-    PutInOrder();
-    ExpectTrueControls();
-    TakeAPhotograph();
-    CollectFiles();
-    // Of the faults the least: no photograph is lost by it.
-    Complain(looksComplaint_);
-}
-
-void Performance::Complain(const std::string& reason) {
-    if (outcome_.complaint.empty()) outcome_.complaint = reason;
-}
-
-void Performance::Do(const std::string& command) {
-    if (!outcome_.complaint.empty()) return;
-    outcome_.lines.push_back(command);
-    const std::size_t before = phone_.Photos().size();
-    const bool wasForeground = known_.isForeground;
-    const bool wasDisconnected = phone_.On(IsDisconnected);
-    (void)Follow(command, known_);
-    if (!known_.isForeground && wasForeground) (void)phone_.Sounds();
-    if (const auto error = phone_.Try(command)) return Complain(command + ": " + *error);
-    if (phone_.HasEnded()) return Complain("the application has ended");
-    outcome_.screens.push_back(phone_.On(HashScreen));
-    const bool hasStored = phone_.Photos().size() != before;
-    if (!known_.isForeground) WatchBackground(hasStored);
-    if (hasStored && wasDisconnected && phone_.On(IsDisconnected)) {
-        Complain("a photograph of a camera that is not there");
-    }
-}
-
-void Performance::Do(std::initializer_list<std::string> commands) {
-    for (const std::string& command : commands) Do(command);
-}
-
-void Performance::WatchBackground(bool hasStored) {
-    if (hasStored) Complain("a photograph in the background");
-    if (phone_.On(IsAnyCameraOn)) Complain("a camera is on in the background");
-    if (!phone_.Sounds().empty()) Complain("a sound in the background");
-}
-
-bool Performance::IsCapturing() {
-    return outcome_.complaint.empty() && !phone_.IsEnabled(kActionCapture);
-}
-
-void Performance::PutInOrder() {
-    if (!known_.isForeground) Do("foreground");
-    for (int i = 0; i < 2; ++i) {
-        if (!known_.isPlugged[i]) Do(std::string("plug ") + kCameras[i]);
-    }
-    Do({"release 400 100", "wait 1000"});
-    for (int i = 0; i < kLongestSeriesS && IsCapturing(); ++i) Do("wait 1000");
-    const bool isHelpOpen =
-        outcome_.complaint.empty() && !phone_.Button(kActionCloseHelp).is_null();
-    if (isHelpOpen) Do(Tap(kCloseHelpButton));
-    Do({"wait 500", "expect preview"});
-}
-
-/// A press that is taken back, and the help: both show what holds.
-void Performance::ExpectTrueControls() {
-    const Looks now = Look();
-    Do({Press(kHdrButton), "release 400 240", "wait 500"});
-    Compare(Look(), now, "does not show what holds");
-    Compare(LookAtHelp(), help_, "is another in the help");
-}
-
-void Performance::Compare(const Looks& a, const Looks& b, const std::string& reason) {
-    const std::string name = FirstDifference(a, b);
-    if (!name.empty() && looksComplaint_.empty()) looksComplaint_ = "'" + name + "' " + reason;
-}
-
-Looks Performance::Look() {
-    return outcome_.complaint.empty() ? phone_.On(LookAtControls) : Looks();
-}
-
-Looks Performance::LookAtHelp() {
-    Do({Tap(kHelpButton), "wait 100"});
-    Looks looks;
-    for (const auto& [name, look] : Look()) {
-        if (name == "a cover" || name == "Focus") looks[name] = look;
-    }
-    Do({Tap(kCloseHelpButton), "wait 500"});
-    return looks;
-}
-
-/// With one press, by finger or key; of a double exposure that may be the first of two.
-void Performance::TakeAPhotograph() {
-    if (!outcome_.complaint.empty()) return;
-    const std::size_t before = phone_.Photos().size();
-    const bool isMix = cameraType_ == static_cast<int>(CameraType::kMix);
-    const std::string press = outcome_.lines.size() % 2 == 0 ? Tap(kShutterButton) : "key camera";
-    (void)phone_.Sounds();
-    for (int i = 0; i < (isMix ? 2 : 1) && phone_.Photos().size() == before; ++i) {
-        Do(press);
-        for (int j = 0; j < 7 && phone_.Photos().size() == before; ++j) Do("wait 1000");
-    }
-    if (phone_.Photos().size() == before) Complain("it takes no photograph any more");
-    if (!isMix) ExpectShutterSounds();
-    Do({"wait 1000", "expect preview"});
-}
-
-/// A series that was cut off does not go on in the next photograph.
-void Performance::ExpectShutterSounds() {
-    const int frames = Effects::FramesPerPhotograph(static_cast<CameraType>(cameraType_));
-    const auto sounds = static_cast<int>(phone_.Sounds().size());
-    if (sounds != frames) Complain(std::to_string(sounds) + " shutter sounds for a photograph");
-}
-
-void Performance::CollectFiles() {
-    if (!outcome_.complaint.empty()) return;
-    outcome_.files["photo list"] = Hash(phone_.PhotoList().dump());
-    for (const std::string& path : phone_.Photos()) {
-        if (!IsWholeJpeg(path)) Complain("not a whole photograph: " + path);
-        outcome_.files[path.substr(phone_.DataFolder().size())] =
-            Hash(Osp::Testing::ReadText(path));
-    }
+Outcome Perform(int cameraType, const std::vector<std::string>& script) {
+    return Performance(cameraType, script).GetOutcome();
 }
 
 }  // namespace Kivo::Testing
