@@ -1,6 +1,4 @@
 // A folder of pictures.
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
 #include <pty.h>
 #include <sys/resource.h>

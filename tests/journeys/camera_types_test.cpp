@@ -2,7 +2,6 @@
 // what photograph they make.
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <tuple>
 
 #include "app/model/action_ids.h"
 #include "osp/ui/screen.h"
