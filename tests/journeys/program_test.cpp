@@ -1,6 +1,7 @@
 // The program from its command line.
 #include "tests/support/program.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -8,11 +9,11 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 #include <vector>
 
 #include "tests/support/camera_screen.h"
@@ -212,16 +213,27 @@ TEST(Program, FinishesThePairOfAnHdrPhotographWhenItIsEnded) {
 
 TEST(Program, OneInstanceAtATimeUsesADataFolder) {
     const TemporaryFolder folder;
-    for (const std::size_t stored : {1U, 2U}) {
-        CameraProgram first(Listening(folder.Path()));
-        Send(first, {"await preview", "print sounds"});
-        EXPECT_NE(first.ReadLine(), "");
-        const ProgramResult second = CameraProgram(Listening(folder.Path())).Finish();
-        EXPECT_EQ(second.exitCode, 3);
-        EXPECT_NE(second.errors.find("another KIVO camera"), std::string::npos) << second.errors;
-        Send(first, {"key camera", "wait 1500"});
-        EXPECT_EQ(first.Finish().exitCode, 0);
-        EXPECT_EQ(ReadTree(folder / "Media/Images").size(), stored);
+    std::size_t stored = 0;
+    for (const std::size_t count : {2U, 4U}) {
+        std::vector<std::unique_ptr<CameraProgram>> programs(count);
+        for (auto& program : programs) {
+            program = std::make_unique<CameraProgram>(Listening(folder.Path()));
+        }
+        // The one that is not refused waits for its script.
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+        while (std::ranges::count_if(programs, &CameraProgram::HasEnded) + 1 !=
+               static_cast<std::ptrdiff_t>(count)) {
+            ASSERT_LT(std::chrono::steady_clock::now(), deadline);
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        for (const auto& program : programs) {
+            const bool isRefused = program->HasEnded();
+            if (!isRefused) Send(*program, {"await preview", "key camera", "wait 1500"});
+            const ProgramResult result = program->Finish();
+            EXPECT_EQ(result.exitCode, isRefused ? 3 : 0) << result.errors;
+            EXPECT_EQ(result.errors.find("another KIVO camera") != std::string::npos, isRefused);
+        }
+        EXPECT_EQ(ReadTree(folder / "Media/Images").size(), ++stored);
     }
 }
 
