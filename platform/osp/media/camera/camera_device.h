@@ -1,6 +1,7 @@
 // What stands behind a camera: one interface for every source of pictures.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 
@@ -42,7 +43,7 @@ class CameraDeviceClient {
 
 /// A camera's hardware, or what plays its part. It outlives the objects that the application sees,
 /// so that what it has prepared survives power cycles. All methods on the loop thread, and none of
-/// them blocks. Threads are the device's own matter: it delivers on the loop, it delivers nothing
+/// them blocks, but that Start may wait for the answer of a device, half a second at most. Threads are the device's own matter: it delivers on the loop, it delivers nothing
 /// of a stream once Stop has returned, and its destructor waits for nothing that needs the loop.
 /// The caller keeps to the order Open, Start, Stop, Close; the four are not nested.
 class CameraDevice {
@@ -76,6 +77,19 @@ class CameraDevice {
     virtual bool HasWhiteBalance() const = 0;
     virtual result SwitchFlashOn() = 0;
     virtual void SwitchFlashOff() = 0;
+
+    /// Whether there is hardware that delivers, as far as is known. What has none is always there.
+    virtual bool IsPresent() const { return true; }
+    /// `changed` is told, from the loop, when that changes. A device that goes while it runs is to
+    /// be stopped and closed as any other.
+    virtual void WatchPresence(std::function<void(bool isPresent)> /*changed*/) {}
+    /// Somebody waits for a device that is not there: it tries to deliver with `settings`, until
+    /// it is present or nobody waits any more.
+    virtual void Seek(const StreamSettings& /*settings*/) {}
+    virtual void StopSeeking() {}
+    /// Whether hardware may stay configured for a while after Stop, so that the next Start is
+    /// quick. It may until this says otherwise; false also ends what lingers now.
+    virtual void SetLingers(bool /*lingers*/) {}
 };
 
 }  // namespace Osp::Media

@@ -1,9 +1,9 @@
 #include "osp/media/camera/camera_pictures.h"
 
-#include <algorithm>
 #include <libyuv/rotate_argb.h>
 #include <libyuv/scale_argb.h>
 
+#include "osp/media/camera/framing.h"
 #include "osp/media/camera/i420.h"
 #include "osp/media/picture/jpeg_codec.h"
 
@@ -14,20 +14,12 @@ namespace {
 using Graphics::Dimension;
 using Graphics::Surface;
 
-/// The largest middle of `size` with the shape of `target`, magnified by 1 + zoomStep / 2.
 PixelView CropToShape(const PixelView& picture, const Dimension& target, int zoomStep) {
-    const auto [width, height] = picture.size;
-    const long long byHeight = static_cast<long long>(height) * target.width / target.height;
-    const long long byWidth = static_cast<long long>(width) * target.height / target.width;
-    const auto shrink = [zoomStep](long long side) {
-        return static_cast<int>(std::max(1LL, side * 2 / (2 + zoomStep)));
-    };
+    const Graphics::Rectangle middle = MiddleOfShape(picture.size, target, zoomStep);
     PixelView cropped = picture;
-    cropped.size = {shrink(std::min<long long>(width, byHeight)),
-                    shrink(std::min<long long>(height, byWidth))};
-    const std::ptrdiff_t left = (width - cropped.size.width) / 2;
-    const std::ptrdiff_t top = (height - cropped.size.height) / 2;
-    cropped.pixels += top * picture.strideBytes + left * BytesPerPixel(picture.layout);
+    cropped.size = middle.Size();
+    cropped.pixels += static_cast<std::ptrdiff_t>(middle.y) * picture.strideBytes +
+                      static_cast<std::ptrdiff_t>(middle.x) * BytesPerPixel(picture.layout);
     return cropped;
 }
 

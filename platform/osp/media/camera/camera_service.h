@@ -27,7 +27,8 @@ struct CameraSlot {
 
     std::unique_ptr<CameraDevice> device;   // null where the phone has no such camera
     std::unique_ptr<CameraDevice> standIn;  // previews while the device is unplugged
-    bool isConnected = true;
+    bool isConnected = true;                // and present
+    bool isUnplugged = false;               // by order, whatever the hardware says
     User* user = nullptr;  // not owned; the camera that is powered on
 };
 
@@ -43,17 +44,23 @@ class CameraService : public Service<CameraService> {
     std::string Id(CameraSelection selection) const;
 
     /// kObjectNotFound where there is no such camera, kInvalidState when it is so already.
-    result Unplug(CameraSelection selection) { return SetConnected(selection, false); }
-    result Plug(CameraSelection selection) { return SetConnected(selection, true); }
+    result Unplug(CameraSelection selection) { return SetUnplugged(selection, true); }
+    result Plug(CameraSelection selection) { return SetUnplugged(selection, false); }
+
+    /// What is powered on alone may keep its hardware, and nothing in the background.
+    void SetForeground(bool isForeground);
+    void OnPoweredOn(const CameraSlot& slot);
 
     CameraSlot& Slot(CameraSelection selection) {
         return slots_[static_cast<std::size_t>(selection)];
     }
 
   private:
-    result SetConnected(CameraSelection selection, bool isConnected);
+    result SetUnplugged(CameraSelection selection, bool isUnplugged);
+    void Update(CameraSlot& slot);
 
     std::array<CameraSlot, 2> slots_;
+    bool isForeground_ = true;
 };
 
 }  // namespace Osp::Media

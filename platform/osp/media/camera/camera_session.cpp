@@ -62,6 +62,8 @@ result CameraSession::PowerOn() {
     const result r = Device().Open(*this);
     if (Failed(r)) return r;
     slot_.user = this;
+    if (CameraService::IsInstalled()) CameraService::Current().OnPoweredOn(slot_);
+    if (!slot_.isConnected) slot_.device->Seek(settings_);
     keepsZoom_ = false;
     Take(SessionEvent::kPowerOn);
     return result::kSuccess;
@@ -72,6 +74,7 @@ result CameraSession::PowerOff() {
     if (IsPreviewing(state_)) (void)StopPreview();
     DropEvents();
     Device().Close();
+    slot_.device->StopSeeking();
     slot_.user = nullptr;
     if (!keepsZoom_) settings_.zoomStep = 0;
     Take(SessionEvent::kPowerOff);
@@ -242,6 +245,11 @@ void CameraSession::SwapDevice() {
     CameraDevice& previous = slot_.isConnected ? *slot_.standIn : *slot_.device;
     if (IsPreviewing(state_)) previous.Stop();
     previous.Close();
+    if (slot_.isConnected) {
+        slot_.device->StopSeeking();
+    } else {
+        slot_.device->Seek(settings_);
+    }
     result r = Device().Open(*this);
     if (Succeeded(r) && IsPreviewing(state_)) r = Device().Start(settings_);
     if (Failed(r)) OnFailed(r);
