@@ -20,11 +20,6 @@ namespace {
 
 constexpr int kNoticeMs = 5000;
 
-std::unique_ptr<Osp::Base::Clock> MakeClock(ClockKind kind) {
-    if (kind == ClockKind::kVirtual) return std::make_unique<Osp::Base::VirtualClock>();
-    return std::make_unique<Osp::Base::RealClock>();
-}
-
 /// Null where nobody listens, and under the virtual clock, which sound cannot follow.
 std::unique_ptr<Osp::Media::SoundOutput> MakeSoundOutput(const Options& options) {
     if (options.isHeadless || options.clock == ClockKind::kVirtual) return nullptr;
@@ -51,36 +46,42 @@ void ShowNotice(const char* text) {
 
 Outcome<std::unique_ptr<Machine>> Machine::Make(const Options& options,
                                                 const std::string& resourceFolder) {
-    auto cameras = MakeCameras(options.primary, options.secondary);
+    Parts parts;
+    parts.time = std::make_unique<Time>(options.clock);
+    parts.modules = std::make_unique<CameraModules>();
+    auto cameras = MakeCameras(options.primary, options.secondary,
+                               options.clock == ClockKind::kReal, *parts.modules);
     if (!cameras) return Failure{cameras.Why().message, kExitUsage};
-    auto storage = std::make_unique<Osp::Io::StorageMap>(
+    parts.cameras = std::move(*cameras);
+    parts.storage = std::make_unique<Osp::Io::StorageMap>(
         Osp::Io::StorageMap::Options{kProduct, options.dataFolder, resourceFolder});
-    const result prepared = storage->Prepare();
-    if (storage->Lock() == result::kDeviceBusy) {
-        return Failure{"another KIVO camera is running on " + storage->GetPrivateFolder(),
+    parts.prepared = parts.storage->Prepare();
+    if (parts.storage->Lock() == result::kDeviceBusy) {
+        return Failure{"another KIVO camera is running on " + parts.storage->GetPrivateFolder(),
                        kExitInUse};
     }
-    return std::unique_ptr<Machine>(
-        new Machine(options, std::move(storage), prepared, std::move(*cameras)));
+    return std::unique_ptr<Machine>(new Machine(options, std::move(parts)));
 }
 
-Machine::Machine(const Options& options, std::unique_ptr<Osp::Io::StorageMap> storage,
-                 result prepared, std::unique_ptr<Osp::Media::CameraService> cameras)
-    : clock_(MakeClock(options.clock)),
-      loop_(*clock_),
-      storage_(std::move(storage)),
-      prepared_(prepared),
+Machine::Machine(const Options& options, Parts parts)
+    : time_(std::move(parts.time)),
+      modules_(std::move(parts.modules)),
+      storage_(std::move(parts.storage)),
+      prepared_(parts.prepared),
       settings_(storage_->GetPrivateFolder() + "/registry.ini"),
       contents_(*storage_, ReadEmbedded),
-      cameras_(std::move(cameras)),
+      cameras_(std::move(parts.cameras)),
       sounds_(MakeSoundOutput(options)),
       device_([this] { return cameras_->Count(); }),
-      lifecycle_(settings_) {}
+      lifecycle_(settings_) {
+    lifecycle_.WatchForeground(
+        [this](bool isForeground) { cameras_->SetForeground(isForeground); });
+}
 
 Machine::~Machine() = default;
 
 Osp::Base::VirtualClock* Machine::GetVirtualClock() {
-    return dynamic_cast<Osp::Base::VirtualClock*>(clock_.get());
+    return dynamic_cast<Osp::Base::VirtualClock*>(time_->clock.get());
 }
 
 int Machine::Run(EntryFunction entry) {
@@ -119,8 +120,8 @@ void Machine::TellAboutStorage() {
     }
     if (!settings_.WasDamaged()) return;
     Tell("the settings were damaged and have been reset");
-    loop_.Post(Osp::Base::EventClass::kApplication,
-               [] { ShowNotice("The settings were damaged\nand have been reset."); });
+    GetLoop().Post(Osp::Base::EventClass::kApplication,
+                   [] { ShowNotice("The settings were damaged\nand have been reset."); });
 }
 
 void Machine::TellWhyItCouldNotStart() const {

@@ -5,12 +5,12 @@
 #include <memory>
 #include <string>
 
+#include "host/camera_modules.h"
 #include "host/options.h"
 #include "host/outcome.h"
+#include "host/time.h"
 #include "osp/app/lifecycle.h"
 #include "osp/app/registry_file.h"
-#include "osp/base/clock.h"
-#include "osp/base/event_loop.h"
 #include "osp/content/content_store.h"
 #include "osp/io/storage_map.h"
 #include "osp/media/camera/camera_service.h"
@@ -37,21 +37,27 @@ class Machine {
     /// Runs the application from start to end. Returns 0, or 1 when it could not start.
     int Run(EntryFunction entry);
 
-    Osp::Base::EventLoop& GetLoop() { return loop_; }
+    Osp::Base::EventLoop& GetLoop() { return time_->loop; }
     /// Null under the real clock.
     Osp::Base::VirtualClock* GetVirtualClock();
 
   private:
-    Machine(const Options& options, std::unique_ptr<Osp::Io::StorageMap> storage, result prepared,
-            std::unique_ptr<Osp::Media::CameraService> cameras);
+    struct Parts {
+        std::unique_ptr<Time> time;
+        std::unique_ptr<CameraModules> modules;
+        std::unique_ptr<Osp::Media::CameraService> cameras;
+        std::unique_ptr<Osp::Io::StorageMap> storage;
+        result prepared{};
+    };
+
+    Machine(const Options& options, Parts parts);
 
     void RebuildPhotoList();
     void TellAboutStorage();
     void TellWhyItCouldNotStart() const;
 
-    std::unique_ptr<Osp::Base::Clock> clock_;
-    Osp::Base::EventLoop loop_;
-    Osp::Base::EventLoop::Installed installedLoop_{loop_};
+    std::unique_ptr<Time> time_;
+    std::unique_ptr<CameraModules> modules_;
     std::unique_ptr<Osp::Io::StorageMap> storage_;
     Osp::Io::StorageMap::Installed installedStorage_{*storage_};
     result prepared_;

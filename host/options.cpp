@@ -30,6 +30,7 @@ struct Raw {
     gboolean fullscreen = FALSE;
     gboolean listCameras = FALSE;
     gboolean diagnose = FALSE;
+    gboolean json = FALSE;
     gboolean help = FALSE;
     gboolean version = FALSE;
     gchar* clock = nullptr;
@@ -70,31 +71,32 @@ Outcome<Options> Interpret(const Raw& raw) {
     options.isFullscreen = raw.fullscreen;
     options.listCameras = raw.listCameras;
     options.diagnose = raw.diagnose;
+    options.isJson = raw.json;
     options.dataFolder = Text(raw.data).value_or("");
     options.primary = Text(raw.primary).value_or("auto");
     options.secondary = Text(raw.secondary).value_or("auto");
     options.script = Text(raw.script);
-    for (const std::string& source : {options.primary, options.secondary}) {
-        const Outcome<> check = CheckSource(source);
-        if (!check) return check.Why();
-    }
     if (options.script && IsFolder(*options.script)) {
         return Failure{"the script " + *options.script + " is a folder"};
     }
     const std::string clock = Text(raw.clock).value_or(raw.headless ? "virtual" : "real");
     if (clock != "real" && clock != "virtual") return Failure{"--clock is 'real' or 'virtual'"};
     options.clock = clock == "real" ? ClockKind::kReal : ClockKind::kVirtual;
-    if (options.clock == ClockKind::kVirtual && !options.script) {
-        const bool runs = !options.listCameras && !options.diagnose;
-        if (runs) {
-            return Failure{
-                "nothing would move the virtual clock: give a --script, or --clock real"};
-        }
+    if (options.isJson && !options.listCameras && !options.diagnose) {
+        return Failure{"--json goes with --list-cameras or --diagnose"};
+    }
+    const bool looksOnly = options.listCameras || options.diagnose;
+    for (const std::string& source : {options.primary, options.secondary}) {
+        const Outcome<> check = CheckSource(source, looksOnly || options.clock == ClockKind::kReal);
+        if (!check) return check.Why();
+    }
+    if (options.clock == ClockKind::kVirtual && !options.script && !looksOnly) {
+        return Failure{"nothing would move the virtual clock: give a --script, or --clock real"};
     }
     return options;
 }
 
-using Entries = std::array<GOptionEntry, 12>;
+using Entries = std::array<GOptionEntry, 13>;
 
 Entries MakeEntries(Raw& raw, const std::string& primaryHelp) {
     return {{
@@ -114,6 +116,8 @@ Entries MakeEntries(Raw& raw, const std::string& primaryHelp) {
          nullptr},
         {"diagnose", 0, 0, G_OPTION_ARG_NONE, &raw.diagnose,
          "Print what the program found on this machine and end", nullptr},
+        {"json", 0, 0, G_OPTION_ARG_NONE, &raw.json,
+         "Let --list-cameras and --diagnose print JSON", nullptr},
         {"help", 'h', 0, G_OPTION_ARG_NONE, &raw.help, "Print this and end", nullptr},
         {"version", 0, 0, G_OPTION_ARG_NONE, &raw.version, "Print the version and end", nullptr},
         {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr},

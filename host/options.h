@@ -13,6 +13,7 @@ struct Options {
     bool isFullscreen = false;
     bool listCameras = false;
     bool diagnose = false;
+    bool isJson = false;  // of what those two print
     ClockKind clock = ClockKind::kReal;
     std::string dataFolder;        // empty: the user's own folders
     std::string primary = "auto";  // camera sources

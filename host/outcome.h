@@ -29,8 +29,12 @@ class [[nodiscard]] Outcome {
     Outcome(Failure failure) : content_(std::in_place_index<1>, std::move(failure)) {}
 
     explicit operator bool() const { return content_.index() == 0; }
-    /// Of a success.
+    /// Both of a success.
     T& operator*() {
+        assert(*this);
+        return *std::get_if<0>(&content_);
+    }
+    const T& operator*() const {
         assert(*this);
         return *std::get_if<0>(&content_);
     }

@@ -40,23 +40,26 @@ void Lifecycle::Finish() {
     if (isTerminating_) application_->OnAppTerminating(registry_, isUrgent_);
     frame_.reset();
     application_.reset();
-    Ui::Screen::Current().SetForeground(false);
+    SetForeground(false);
     Ui::Input::Current().LetGo();
-    isForeground_ = false;
     (void)settings_.SaveUnsaved();
+}
+
+void Lifecycle::SetForeground(bool isForeground) {
+    isForeground_ = isForeground;
+    Ui::Screen::Current().SetForeground(isForeground);
+    if (foregroundChanged_) foregroundChanged_(isForeground);
 }
 
 void Lifecycle::EnterForeground() {
     if (isForeground_ || !application_) return;
-    isForeground_ = true;
-    Ui::Screen::Current().SetForeground(true);
+    SetForeground(true);
     Later(&Application::OnForeground);
 }
 
 void Lifecycle::EnterBackground() {
     if (!isForeground_ || !application_) return;
-    isForeground_ = false;
-    Ui::Screen::Current().SetForeground(false);
+    SetForeground(false);
     Ui::Input::Current().LetGo();
     Ui::Screen::Current().AnswerModals();
     Later(&Application::OnBackground);

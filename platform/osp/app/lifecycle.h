@@ -1,7 +1,9 @@
 // The life of the application as the host steers it.
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include <osp/app/app_frame.h>
 #include <osp/app/app_registry.h>
@@ -23,6 +25,11 @@ class Lifecycle : public Service<Lifecycle> {
     /// Runs an application from its creation to its end; see Application::Execute.
     result Run(ApplicationFactory factory);
 
+    /// `changed` is told at once when the application comes to the foreground or leaves it.
+    void WatchForeground(std::function<void(bool isForeground)> changed) {
+        foregroundChanged_ = std::move(changed);
+    }
+
     /// The window is shown, or hidden (minimised, locked, suspended). Going to the background
     /// answers every message box and takes the finger off the screen: nothing is released or acted
     /// on. Repeating a state does nothing.
@@ -41,11 +48,13 @@ class Lifecycle : public Service<Lifecycle> {
 
   private:
     void Finish();
+    void SetForeground(bool isForeground);
 
     RegistryFile& settings_;
     AppRegistry registry_;
     std::unique_ptr<Application> application_;
     std::unique_ptr<AppFrame> frame_;
+    std::function<void(bool)> foregroundChanged_;  // may be empty
     bool hasStarted_ = false;
     bool isForeground_ = false;
     bool isTerminating_ = false;

@@ -43,9 +43,10 @@ class CameraDeviceClient {
 
 /// A camera's hardware, or what plays its part. It outlives the objects that the application sees,
 /// so that what it has prepared survives power cycles. All methods on the loop thread, and none of
-/// them blocks, but that Start may wait for the answer of a device, half a second at most. Threads are the device's own matter: it delivers on the loop, it delivers nothing
-/// of a stream once Stop has returned, and its destructor waits for nothing that needs the loop.
-/// The caller keeps to the order Open, Start, Stop, Close; the four are not nested.
+/// them blocks, but that Start may wait for the answer of a device, half a second at most. Threads
+/// are the device's own matter: it delivers on the loop, it delivers nothing of a stream once Stop
+/// has returned, and its destructor waits for nothing that needs the loop. The caller keeps to the
+/// order Open, Start, Stop, Close; the four are not nested.
 class CameraDevice {
   public:
     virtual ~CameraDevice() = default;

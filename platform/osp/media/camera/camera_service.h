@@ -29,7 +29,7 @@ struct CameraSlot {
     std::unique_ptr<CameraDevice> standIn;  // previews while the device is unplugged
     bool isConnected = true;                // and present
     bool isUnplugged = false;               // by order, whatever the hardware says
-    User* user = nullptr;  // not owned; the camera that is powered on
+    User* user = nullptr;                   // not owned; the camera that is powered on
 };
 
 /// Holds the devices for the life of the process. Loop thread only.

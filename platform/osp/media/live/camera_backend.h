@@ -21,8 +21,8 @@ struct CameraInfo {
 
 /// What a person needs in order to get cameras out of a back end.
 struct BackendReport {
-    std::vector<CameraInfo> cameras;  // in the order of their ids
-    std::vector<std::string> notes;   // what was found: versions, ways that were taken
+    std::vector<CameraInfo> cameras;    // in the order of their ids
+    std::vector<std::string> notes;     // what was found: versions, ways that were taken
     std::vector<std::string> problems;  // why there are no cameras, or fewer, and what helps
 };
 
@@ -38,7 +38,9 @@ class CameraBackend {
     virtual std::unique_ptr<VideoSource> Open(const std::string& id) = 0;
 };
 
-/// What a module exports by the name below. Null when the back end cannot work at all.
-using MakeCameraBackendFunction = CameraBackend* (*)();
+/// What a module exports by the name below: the back end that the user calls `name`. The caller
+/// owns it. Null when it cannot work at all.
+using MakeCameraBackendFunction = CameraBackend* (*)(const char* name);
+inline constexpr const char* kMakeCameraBackendSymbol = "OspMakeCameraBackend";
 
 }  // namespace Osp::Media

@@ -15,7 +15,8 @@
 // - not present means that nothing reaches the client; a source that streams then is on trial, and
 //   its first whole picture makes the camera present again;
 // - the watch runs while anybody waits for pictures: the application or a trial;
-// - presenceChanged_ makes the session call Stop, Close, Open and Start, so it is called from a task
+// - presenceChanged_ makes the session call Stop, Close, Open and Start, so it is called from a
+// task
 //   of its own, with everything here settled before.
 // What ends each: linger timer by Start, StopSource; watch by Stop, StopSource; try timer by Seek
 // and StopSource's caller Lose; isSought by Seek. The background ends lingering.
@@ -36,9 +37,8 @@ constexpr auto kBetweenTries = 1s;
 
 /// Large enough for the still of the back camera; the front camera's photograph is its preview.
 Dimension UprightNeed(const StreamSettings& settings, CameraSelection selection) {
-    return selection == CameraSelection::kPrimary
-               ? settings.stillSize
-               : UprightSize(settings.previewSize, selection);
+    return selection == CameraSelection::kPrimary ? settings.stillSize
+                                                  : UprightSize(settings.previewSize, selection);
 }
 
 }  // namespace
@@ -115,11 +115,10 @@ void LiveCamera::Stop() {
         return;
     }
     Cancel(lingerTimer_);
-    lingerTimer_ =
-        EventLoop::Current().StartTimer(Base::EventClass::kSystem, kLinger, [this] {
-            lingerTimer_ = 0;
-            StopSource();
-        });
+    lingerTimer_ = EventLoop::Current().StartTimer(Base::EventClass::kSystem, kLinger, [this] {
+        lingerTimer_ = 0;
+        StopSource();
+    });
 }
 
 result LiveCamera::StartAutoFocus() {
@@ -163,8 +162,7 @@ result LiveCamera::StartSource() {
     if (!mode) return result::kObjectNotFound;
     if (intake_ && mode_ == *mode) return result::kSuccess;
     StopSource();
-    auto intake =
-        std::make_shared<PictureIntake>(selection_, MakeHandlers(), stream_.Poster());
+    auto intake = std::make_shared<PictureIntake>(selection_, MakeHandlers(), stream_.Poster());
     const result r = source_->Start(*mode, intake);
     if (Failed(r)) return r;
     mode_ = *mode;
@@ -259,11 +257,10 @@ void LiveCamera::Try() {
 
 void LiveCamera::TryLater() {
     Cancel(tryTimer_);
-    tryTimer_ =
-        EventLoop::Current().StartTimer(Base::EventClass::kSystem, kBetweenTries, [this] {
-            tryTimer_ = 0;
-            if (isSought_ && !isPresent_) Try();
-        });
+    tryTimer_ = EventLoop::Current().StartTimer(Base::EventClass::kSystem, kBetweenTries, [this] {
+        tryTimer_ = 0;
+        if (isSought_ && !isPresent_) Try();
+    });
 }
 
 void LiveCamera::Cancel(EventLoop::TimerId& timer) {

@@ -7,8 +7,8 @@
 
 #include "osp/media/picture/pixel_view.h"
 
-// Webcams send 4:2:2 mostly, some 4:2:0, and leave out the Huffman tables, which the library puts in
-// by itself. A picture with a damaged byte decodes to something all the same, so the library's
+// Webcams send 4:2:2 mostly, some 4:2:0, and leave out the Huffman tables, which the library puts
+// in by itself. A picture with a damaged byte decodes to something all the same, so the library's
 // warnings count as damage here: the next picture is a thirtieth of a second away. Stray bytes
 // between segments do not: some devices pad every picture so.
 
@@ -120,8 +120,8 @@ void MjpegDecoder::Join(const Sizes& sizes, PlanarView& view) {
     } else {
         // Grey, and what no camera sends: its light without its colours.
         libyuv::I400ToI420(planes[0], strides[0], joined_.Plane(0), joined_.Stride(0),
-                           joined_.Plane(1), joined_.Stride(1), joined_.Plane(2),
-                           joined_.Stride(2), even.width, even.height);
+                           joined_.Plane(1), joined_.Stride(1), joined_.Plane(2), joined_.Stride(2),
+                           even.width, even.height);
     }
     view = joined_.View(true);
 }

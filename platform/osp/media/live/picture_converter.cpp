@@ -38,7 +38,8 @@ void Scale(const PlanarView& source, PlanarPicture& target) {
     libyuv::I420Scale(y.data, y.strideBytes, cb.data, cb.strideBytes, cr.data, cr.strideBytes,
                       source.size.width, source.size.height, target.Plane(0), target.Stride(0),
                       target.Plane(1), target.Stride(1), target.Plane(2), target.Stride(2),
-                      size.width, size.height, isFar ? libyuv::kFilterBox : libyuv::kFilterBilinear);
+                      size.width, size.height,
+                      isFar ? libyuv::kFilterBox : libyuv::kFilterBilinear);
 }
 
 // The front sensor is mounted a quarter turn: what it delivers stands on its side.
@@ -56,8 +57,8 @@ void ToColours(const PlanarView& view, Base::Block& colours) {
     const auto [width, height] = view.size;
     colours.Fit(PackedSize(view.size, PixelLayout::kBgrx));
     const auto convert = view.isFullRange ? libyuv::J420ToARGB : libyuv::I420ToARGB;
-    convert(y.data, y.strideBytes, cb.data, cb.strideBytes, cr.data, cr.strideBytes,
-            colours.data(), 4 * width, width, height);
+    convert(y.data, y.strideBytes, cb.data, cb.strideBytes, cr.data, cr.strideBytes, colours.data(),
+            4 * width, width, height);
 }
 
 /// 16 + value * 219 / 255 for luma, 128 + (value - 128) * 224 / 255 for chroma, rounded.
@@ -114,12 +115,11 @@ bool PictureConverter::Unpack(const VideoPicture& picture, const Dimension& upri
     const auto& planes = picture.planes;
     unpacked_.Fit(seen.Size());
     if (picture.format == VideoFormat::kNv12) {
-        libyuv::NV12ToI420(planes[0].data + top * planes[0].strideBytes + left,
-                           planes[0].strideBytes,
-                           planes[1].data + top / 2 * planes[1].strideBytes + left,
-                           planes[1].strideBytes, unpacked_.Plane(0), unpacked_.Stride(0),
-                           unpacked_.Plane(1), unpacked_.Stride(1), unpacked_.Plane(2),
-                           unpacked_.Stride(2), width, height);
+        libyuv::NV12ToI420(
+            planes[0].data + top * planes[0].strideBytes + left, planes[0].strideBytes,
+            planes[1].data + top / 2 * planes[1].strideBytes + left, planes[1].strideBytes,
+            unpacked_.Plane(0), unpacked_.Stride(0), unpacked_.Plane(1), unpacked_.Stride(1),
+            unpacked_.Plane(2), unpacked_.Stride(2), width, height);
     } else {
         libyuv::YUY2ToI420(planes[0].data + top * planes[0].strideBytes + 2 * left,
                            planes[0].strideBytes, unpacked_.Plane(0), unpacked_.Stride(0),

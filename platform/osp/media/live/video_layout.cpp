@@ -1,5 +1,4 @@
 #include "osp/media/live/video_source.h"
-
 #include "osp/media/picture/pixel_view.h"
 
 namespace Osp::Media {

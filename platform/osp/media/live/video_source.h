@@ -35,7 +35,7 @@ struct VideoPlane {
 struct VideoPicture {
     VideoFormat format{};
     Graphics::Dimension size;
-    std::array<VideoPlane, 3> planes;      // kI420: Y, Cb, Cr; kNv12: Y, CbCr; kYuy2: the first
+    std::array<VideoPlane, 3> planes;       // kI420: Y, Cb, Cr; kNv12: Y, CbCr; kYuy2: the first
     std::span<const std::uint8_t> mjpeg{};  // of kMjpeg alone
 };
 

@@ -1,0 +1,26 @@
+// The clock and the loop on which everything else stands.
+#pragma once
+
+#include <memory>
+
+#include "host/options.h"
+#include "osp/base/clock.h"
+#include "osp/base/event_loop.h"
+
+namespace Host {
+
+/// The thread that makes it is the loop thread. One at a time in a process.
+struct Time {
+    explicit Time(ClockKind kind)
+        : clock(kind == ClockKind::kVirtual
+                    ? std::unique_ptr<Osp::Base::Clock>(new Osp::Base::VirtualClock)
+                    : std::make_unique<Osp::Base::RealClock>()),
+          loop(*clock),
+          installed(loop) {}
+
+    std::unique_ptr<Osp::Base::Clock> clock;
+    Osp::Base::EventLoop loop;
+    Osp::Base::EventLoop::Installed installed;
+};
+
+}  // namespace Host
