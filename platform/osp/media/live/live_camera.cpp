@@ -31,8 +31,9 @@ using Graphics::Dimension;
 
 constexpr std::array kPrimaryPreviewSizes = {Dimension{640, 480}, Dimension{800, 480}};
 constexpr std::array kSecondaryPreviewSizes = {Dimension{640, 480}};
-constexpr auto kLinger = 5s;          // long enough for any photograph to be stored
-constexpr auto kLongestSilence = 2s;  // a device that starts slowly needs one of them
+constexpr auto kLinger = 5s;  // long enough for any photograph to be stored
+constexpr auto kBetweenLooks = 250ms;
+constexpr int kMostSilentLooks = 8;  // two seconds, which a device that starts slowly needs
 constexpr auto kBetweenTries = 1s;
 
 /// Large enough for the still of the back camera; the front camera's photograph is its preview.
@@ -204,17 +205,23 @@ StreamSettings LiveCamera::LeftToPictures() const {
 }
 
 void LiveCamera::WatchPictures() {
-    Cancel(watchTimer_);
     seenPictures_ = intake_->PictureCount();
-    watchTimer_ =
-        EventLoop::Current().StartTimer(Base::EventClass::kSystem, kLongestSilence, [this] {
-            watchTimer_ = 0;
-            if (intake_->PictureCount() == seenPictures_) {
-                Lose();
-            } else {
-                WatchPictures();
-            }
-        });
+    silentLooks_ = 0;
+    LookAgain();
+}
+
+void LiveCamera::LookAgain() {
+    Cancel(watchTimer_);
+    watchTimer_ = EventLoop::Current().StartTimer(Base::EventClass::kSystem, kBetweenLooks, [this] {
+        watchTimer_ = 0;
+        if (intake_->PictureCount() != seenPictures_) {
+            WatchPictures();
+        } else if (++silentLooks_ == kMostSilentLooks) {
+            Lose();
+        } else {
+            LookAgain();
+        }
+    });
 }
 
 void LiveCamera::OnSourceChanged() {

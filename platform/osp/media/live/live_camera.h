@@ -50,7 +50,7 @@ class LiveCamera : public CameraDevice {
     StreamSettings LeftToPictures() const;
     void SetControls();
     void WatchPictures();
-    void OnNoPicture();
+    void LookAgain();
     void OnSourceChanged();
     void OnFirstPicture();
     void Lose();
@@ -72,6 +72,7 @@ class LiveCamera : public CameraDevice {
     bool isSought_ = false;
     bool lingers_ = true;
     unsigned seenPictures_ = 0;
+    int silentLooks_ = 0;  // at the same number of pictures
     Base::EventLoop::TimerId lingerTimer_ = 0;
     Base::EventLoop::TimerId watchTimer_ = 0;
     Base::EventLoop::TimerId tryTimer_ = 0;
