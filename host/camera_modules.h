@@ -21,6 +21,9 @@ class CameraModules {
   public:
     /// Fails, again at every call, when the module is missing or cannot work here.
     Outcome<Osp::Media::CameraBackend*> Get(CameraWay way);
+    bool IsLoaded(CameraWay way) const {
+        return backends_[static_cast<std::size_t>(way)] != nullptr;
+    }
 
   private:
     std::array<std::unique_ptr<Osp::Media::CameraBackend>, kCameraWays.size()> backends_;

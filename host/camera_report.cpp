@@ -39,8 +39,8 @@ std::string SourceOf(const WayReport& way, const CameraInfo& camera) {
 }
 
 std::string CameraText(const WayReport& way, const CameraInfo& camera) {
-    std::string text = SourceOf(way, camera) + "\n    " + camera.name + ", looks: " +
-                       NameIn(kFacingNames, camera.facing) + "\n";
+    std::string text = SourceOf(way, camera) + "\n    " + camera.name +
+                       ", looks: " + NameIn(kFacingNames, camera.facing) + "\n";
     std::map<std::string, std::vector<std::string>> sizes;  // by format
     for (const VideoMode& mode : camera.modes) {
         sizes[NameIn(kFormatNames, mode.format)].push_back(SizeText(mode));
@@ -71,9 +71,10 @@ json CameraJson(const WayReport& way, const CameraInfo& camera) {
 
 }  // namespace
 
-std::vector<WayReport> LookForCameras(CameraModules& modules) {
+std::vector<WayReport> LookForCameras(CameraModules& modules, Ways ways) {
     std::vector<WayReport> reports;
     for (const CameraWay way : kCameraWays) {
+        if (ways == Ways::kInUse && !modules.IsLoaded(way)) continue;
         WayReport& entry = reports.emplace_back();
         entry.way = NameOf(way);
         const auto backend = modules.Get(way);

@@ -16,10 +16,14 @@ struct WayReport {
     Osp::Media::BackendReport report;
 };
 
-/// Asks each way in turn, and each for who uses its cameras; takes a second for one that hangs.
-std::vector<WayReport> LookForCameras(CameraModules& modules);
+enum class Ways { kAll, kInUse };
 
-/// One paragraph a camera: what to write to have it, name, where it looks, sizes and formats, users.
+/// Asks each way in turn, or each that a camera has been made in, and each for who uses its
+/// cameras; takes a second for one that hangs.
+std::vector<WayReport> LookForCameras(CameraModules& modules, Ways ways);
+
+/// One paragraph a camera: what to write to have it, name, where it looks, sizes and formats,
+/// users.
 std::string CamerasAsText(const std::vector<WayReport>& reports);
 /// One paragraph a way: what was found, why no more, and what helps.
 std::string WaysAsText(const std::vector<WayReport>& reports);

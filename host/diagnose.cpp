@@ -51,7 +51,7 @@ std::string Diagnosis::IdOf(CameraSelection selection) const {
 }
 
 int Diagnosis::ListCameras() {
-    const auto reports = LookForCameras(modules_);
+    const auto reports = LookForCameras(modules_, Ways::kAll);
     if (isJson_) {
         PrintJson(CamerasAsJson(reports));
         return 0;
@@ -71,7 +71,7 @@ int Diagnosis::Print(const std::string& packageFolder) {
     for (const auto& [name, selection] : kCameras) PrintRow(name, IdOf(selection));
     for (const char* path : kFolders) PrintRow(path, RealPath(path));
     PrintRow("settings", storage_.GetPrivateFolder());
-    const auto reports = LookForCameras(modules_);
+    const auto reports = LookForCameras(modules_, Ways::kAll);
     std::printf("\n%s\n%s", WaysAsText(reports).c_str(), CamerasAsText(reports).c_str());
     return 0;
 }
@@ -82,7 +82,7 @@ void Diagnosis::PrintAsJson(const std::string& packageFolder) {
                    {"settings", storage_.GetPrivateFolder()}};
     for (const auto& [name, selection] : kCameras) report[name] = IdOf(selection);
     for (const char* path : kFolders) report["folders"][path] = RealPath(path);
-    const auto reports = LookForCameras(modules_);
+    const auto reports = LookForCameras(modules_, Ways::kAll);
     report["backends"] = WaysAsJson(reports);
     report["cameras"] = CamerasAsJson(reports);
     PrintJson(report);

@@ -37,6 +37,7 @@ class Machine {
     /// Runs the application from start to end. Returns 0, or 1 when it could not start.
     int Run(EntryFunction entry);
 
+    CameraModules& GetCameraModules() { return *modules_; }
     Osp::Base::EventLoop& GetLoop() { return time_->loop; }
     /// Null under the real clock.
     Osp::Base::VirtualClock* GetVirtualClock();

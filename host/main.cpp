@@ -76,7 +76,8 @@ int RunApplication(const Options& options, Machine& machine, EntryFunction entry
         if (!opened) return Fail(opened.Why());
         script = std::move(*opened);
         driver.emplace(machine.GetLoop(), machine.GetVirtualClock(), queue,
-                       CommandContext{recorder}, [&](const Outcome<>& outcome) {
+                       CommandContext{recorder, machine.GetCameraModules()},
+                       [&](const Outcome<>& outcome) {
                            if (!outcome) hasFailed = Fail(outcome.Why()) != 0;
                            Osp::App::Lifecycle::Current().Terminate(false);
                        });

@@ -64,13 +64,19 @@ PipewireSource::PipewireSource(PipewireConnection& connection, std::string id)
     : connection_(connection), id_(std::move(id)) {
     const PipewireConnection::Lock lock(connection_);
     connection_.Add(*this);
-    wasThere_ = connection_.Graph() != nullptr && connection_.Graph()->Find(id_) != nullptr;
+    wasThere_ = Camera() != nullptr;
 }
 
 PipewireSource::~PipewireSource() {
     Stop();
     const PipewireConnection::Lock lock(connection_);
     connection_.Remove(*this);
+}
+
+// Null while there is none, or no daemon.
+const PipewireCamera* PipewireSource::Camera() const {
+    const PipewireGraph* const graph = connection_.Graph();
+    return graph == nullptr ? nullptr : graph->Find(id_);
 }
 
 bool PipewireSource::IsThere() const {
@@ -85,16 +91,14 @@ void PipewireSource::Watch(std::function<void()> changed) {
 
 std::vector<VideoMode> PipewireSource::Modes() const {
     const PipewireConnection::Lock lock(connection_);
-    const PipewireCamera* const camera =
-        connection_.Graph() == nullptr ? nullptr : connection_.Graph()->Find(id_);
+    const PipewireCamera* const camera = Camera();
     return camera == nullptr ? std::vector<VideoMode>() : camera->info.modes;
 }
 
 result PipewireSource::Start(const VideoMode& mode, std::shared_ptr<VideoSink> sink) {
     Stop();
     const PipewireConnection::Lock lock(connection_);
-    const PipewireCamera* const camera =
-        connection_.Graph() == nullptr ? nullptr : connection_.Graph()->Find(id_);
+    const PipewireCamera* const camera = Camera();
     if (camera == nullptr) return result::kObjectNotFound;
     sink_ = std::move(sink);
     if (!Connect(*camera, mode)) {
@@ -146,7 +150,12 @@ result PipewireSource::AwaitAnswer() {
         if (!stream_) return result::kObjectNotFound;  // the daemon has gone meanwhile
         if (!error_.empty()) return SaysBusy(error_) ? result::kDeviceBusy : result::kIo;
         if (state_ == PW_STREAM_STATE_STREAMING) return result::kSuccess;
-        if (!connection_.Wait(limit)) return result::kSuccess;  // slow; the pictures will tell
+        if (connection_.Wait(limit)) continue;
+        // One that has failed before says nothing new. A slow one may still begin; the pictures
+        // will tell.
+        const PipewireCamera* const camera = Camera();
+        if (camera == nullptr || camera->error.empty()) return result::kSuccess;
+        error_ = camera->error;
     }
 }
 
@@ -199,8 +208,7 @@ void PipewireSource::HandOver(const spa_buffer& buffer) {
 }
 
 void PipewireSource::OnCamerasChanged() {
-    PipewireGraph* const graph = connection_.Graph();
-    const PipewireCamera* const camera = graph == nullptr ? nullptr : graph->Find(id_);
+    const PipewireCamera* const camera = Camera();
     if (camera != nullptr && camera->nodeId == nodeId_ && !camera->error.empty()) {
         error_ = camera->error;
         if (state_ == PW_STREAM_STATE_STREAMING && sink_) sink_->OnEnded();

@@ -33,6 +33,7 @@ class PipewireSource : public VideoSource, private PipewireConnection::Observer 
 
     void OnCamerasChanged() override;
     void OnDisconnected() override;
+    const PipewireCamera* Camera() const;
     bool Connect(const PipewireCamera& camera, const VideoMode& mode);
     result AwaitAnswer();
     void OnStateChanged(pw_stream_state state, const char* error);

@@ -15,10 +15,12 @@
 #include <osp/ui/controls/overlay_panel.h>
 #include <osp/ui/controls/panel.h>
 
+#include "host/camera_report.h"
 #include "osp/app/lifecycle.h"
 #include "osp/app/registry_file.h"
 #include "osp/base/owner.h"
 #include "osp/content/content_store.h"
+#include "osp/media/camera/camera_service.h"
 #include "osp/media/sound/sound_service.h"
 #include "osp/ui/access.h"
 #include "osp/ui/modal_layer.h"
@@ -155,6 +157,26 @@ std::string SoundsReport() {
     Json json;
     json["sounds"] = Osp::Media::SoundService::Current().TakeStarted();
     return json.dump();
+}
+
+std::string CamerasReport(CameraModules& modules) {
+    using Osp::Media::CameraSelection;
+    auto& service = Osp::Media::CameraService::Current();
+    Json places;
+    for (const auto& [place, selection] : {std::pair{"primary", CameraSelection::kPrimary},
+                                           std::pair{"secondary", CameraSelection::kSecondary}}) {
+        const Osp::Media::CameraSlot& slot = service.Slot(selection);
+        if (!slot.Exists()) {
+            places[place] = nullptr;
+            continue;
+        }
+        places[place] = {{"source", slot.device->Id()},
+                         {"connected", slot.isConnected},
+                         {"inUse", slot.user != nullptr}};
+    }
+    const Json report = {{"cameras", places},
+                         {"found", CamerasAsJson(LookForCameras(modules, Ways::kInUse))}};
+    return report.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 }  // namespace Host

@@ -1,10 +1,13 @@
-// What scripts print and look for: the screen, the photographs, the settings, the sounds.
+// What scripts print and look for: the screen, the photographs, the settings, the sounds, the
+// cameras.
 #pragma once
 
 #include <string>
 #include <vector>
 
 namespace Host {
+
+class CameraModules;
 
 /// The current form's class; empty when there is none.
 std::string CurrentFormName();
@@ -21,5 +24,7 @@ std::string ScreenReport();
 std::string PhotosReport();
 std::string RegistryReport();
 std::string SoundsReport();
+/// The two places, and the real cameras that can be had where such are in use.
+std::string CamerasReport(CameraModules& modules);
 
 }  // namespace Host

@@ -94,8 +94,8 @@ Step Release(Point p) {
     return Posted([p] { Input::Current().Release(p); });
 }
 
-Step Print(std::string (*report)()) {
-    return ActionStep{[report] {
+Step Print(std::function<std::string()> report) {
+    return ActionStep{[report = std::move(report)] {
         std::printf("%s\n", report().c_str());
         std::fflush(stdout);
         return kDone;
@@ -207,7 +207,10 @@ Outcome<Steps> Connect(const Words& words, bool connect) {
     }}};
 }
 
-Outcome<Steps> PrintCommand(const Words& words) {
+Outcome<Steps> PrintCommand(const Words& words, const CommandContext& context) {
+    if (words[1] == "cameras") {
+        return Steps{Print([&modules = context.modules] { return CamerasReport(modules); })};
+    }
     static const std::map<std::string, std::string (*)()> kReports{{"screen", ScreenReport},
                                                                    {"photos", PhotosReport},
                                                                    {"registry", RegistryReport},
@@ -265,7 +268,7 @@ const std::map<std::string_view, Command>& Commands() {
         {"unplug", {1, 1, "w", [](auto& w, auto&) { return Connect(w, false); }}},
         {"plug", {1, 1, "w", [](auto& w, auto&) { return Connect(w, true); }}},
         {"screenshot", {1, 1, "w", [](auto& w, auto&) { return Screenshot(w); }}},
-        {"print", {1, 1, "w", [](auto& w, auto&) { return PrintCommand(w); }}},
+        {"print", {1, 1, "w", PrintCommand}},
         {"quit",
          {0, 0, "", [](auto&, auto&) { return Live([](auto& l) { l.Terminate(false); }); }}},
     };

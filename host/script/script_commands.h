@@ -9,6 +9,7 @@
 
 namespace Host {
 
+class CameraModules;
 class ShowRecorder;
 
 /// A longer line is no command.
@@ -16,6 +17,7 @@ inline constexpr std::size_t kLongestLineBytes = 65536;
 
 struct CommandContext {
     ShowRecorder& recorder;
+    CameraModules& modules;
 };
 
 /// The steps of one line; none for a blank line or a comment. A line that is no command gives a

@@ -79,7 +79,8 @@ struct Phone::Running {
         const Osp::Base::Trace::Installed installedMarks(marks);
         Host::ShowRecorder recorder(nullptr);
         Host::ScriptDriver driver(
-            machine->GetLoop(), machine->GetVirtualClock(), queue, Host::CommandContext{recorder},
+            machine->GetLoop(), machine->GetVirtualClock(), queue,
+            Host::CommandContext{recorder, machine->GetCameraModules()},
             [](const auto&) { Osp::App::Lifecycle::Current().Terminate(false); });
         Set([&] {
             loop = &machine->GetLoop();
