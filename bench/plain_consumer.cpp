@@ -1,0 +1,125 @@
+// The least that a program can do with a camera: each frame is copied once. What the camera of the
+// platform costs is measured against this.
+//
+//     plain-camera-consumer NODE-NAME FORMAT:WxH@RATE SECONDS
+//
+// prints "first MS", from connecting the stream to the first frame, and at the end how many frames
+// came and the processor time from the first one on. It ends with 1 when no frame came.
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <pipewire/pipewire.h>
+#include <spa/pod/builder.h>
+#include <vector>
+
+#include "osp/base/owner.h"
+#include "tests/support/virtual_camera/mode.h"
+
+namespace {
+
+using Osp::Base::Owner;
+using Osp::Testing::BuildOffers;
+using Osp::Testing::Mode;
+using Osp::Testing::ParseMode;
+
+double NowMs(clockid_t clock) {
+    timespec now{};
+    clock_gettime(clock, &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+class Consumer {
+  public:
+    Consumer(pw_core* core, const char* target, const Mode& mode)
+        : beginMs_(NowMs(CLOCK_MONOTONIC)),
+          stream_(pw_stream_new(core, "plain-camera-consumer",
+                                pw_properties_new(PW_KEY_MEDIA_TYPE, "Video", PW_KEY_MEDIA_CATEGORY,
+                                                  "Capture", PW_KEY_MEDIA_ROLE, "Camera",
+                                                  PW_KEY_TARGET_OBJECT, target, nullptr))) {
+        pw_stream_add_listener(stream_.get(), &listener_, &kEvents, this);
+        std::uint8_t memory[1024];
+        spa_pod_builder builder;
+        spa_pod_builder_init(&builder, memory, sizeof memory);
+        std::vector<const spa_pod*> formats = BuildOffers({mode}, builder);
+        constexpr auto kFlags =
+            static_cast<pw_stream_flags>(PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS);
+        pw_stream_connect(stream_.get(), PW_DIRECTION_INPUT, PW_ID_ANY, kFlags, formats.data(), 1);
+    }
+
+    bool Report() const {
+        std::printf("frames %d cpu_ms %.1f\n", frames_,
+                    frames_ == 0 ? 0 : NowMs(CLOCK_PROCESS_CPUTIME_ID) - cpuBeginMs_);
+        return frames_ > 0;
+    }
+
+  private:
+    static const pw_stream_events kEvents;
+
+    void OnProcess() {
+        pw_buffer* const buffer = pw_stream_dequeue_buffer(stream_.get());
+        if (buffer == nullptr) return;
+        if (frames_++ == 0) {
+            std::printf("first %.1f\n", NowMs(CLOCK_MONOTONIC) - beginMs_);
+            cpuBeginMs_ = NowMs(CLOCK_PROCESS_CPUTIME_ID);
+        }
+        const spa_data& data = buffer->buffer->datas[0];
+        copy_.resize(data.maxsize);
+        std::memcpy(copy_.data(), data.data, std::min(data.chunk->size, data.maxsize));
+        pw_stream_queue_buffer(stream_.get(), buffer);
+    }
+
+    double beginMs_;
+    double cpuBeginMs_ = 0;
+    int frames_ = 0;
+    std::vector<std::uint8_t> copy_;
+    spa_hook listener_{};
+    Owner<pw_stream, pw_stream_destroy> stream_;
+};
+
+const pw_stream_events Consumer::kEvents = [] {
+    pw_stream_events events{};
+    events.version = PW_VERSION_STREAM_EVENTS;
+    events.state_changed = [](void*, pw_stream_state, pw_stream_state state, const char* error) {
+        std::fprintf(stderr, "%s%s%s\n", pw_stream_state_as_string(state), error ? ": " : "",
+                     error ? error : "");
+    };
+    events.process = [](void* consumer) { static_cast<Consumer*>(consumer)->OnProcess(); };
+    return events;
+}();
+
+int Run(const char* target, const Mode& mode, int seconds) {
+    pw_init(nullptr, nullptr);
+    const Owner<pw_main_loop, pw_main_loop_destroy> mainLoop(pw_main_loop_new(nullptr));
+    pw_loop* const loop = pw_main_loop_get_loop(mainLoop.get());
+    const Owner<pw_context, pw_context_destroy> context(pw_context_new(loop, nullptr, 0));
+    const Owner<pw_core, pw_core_disconnect> core(pw_context_connect(context.get(), nullptr, 0));
+    if (core == nullptr) {
+        std::fputs("plain-camera-consumer: there is no daemon\n", stderr);
+        return 1;
+    }
+    const Consumer consumer(core.get(), target, mode);
+    spa_source* const end = pw_loop_add_timer(
+        loop,
+        [](void* quit, std::uint64_t) { pw_main_loop_quit(static_cast<pw_main_loop*>(quit)); },
+        mainLoop.get());
+    timespec time{seconds, 0};
+    pw_loop_update_timer(loop, end, &time, nullptr, false);
+    pw_main_loop_run(mainLoop.get());
+    return consumer.Report() ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const auto mode = argc == 4 ? ParseMode(argv[2]) : std::nullopt;
+    const int seconds = mode ? std::atoi(argv[3]) : 0;
+    if (seconds < 1) {
+        std::fputs("usage: plain-camera-consumer NODE-NAME FORMAT:WxH@RATE SECONDS\n", stderr);
+        return 2;
+    }
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    return Run(argv[1], *mode, seconds);
+}
