@@ -1,10 +1,11 @@
 // The least that a program can do with a camera: each frame is copied once. What the camera of the
 // platform costs is measured against this.
 //
-//     plain-camera-consumer NODE-NAME FORMAT:WxH@RATE SECONDS
+//     plain-camera-consumer NODE-NAME SECONDS FORMAT:WxH@RATE...
 //
-// prints "first MS", from connecting the stream to the first frame, and at the end how many frames
-// came and the processor time from the first one on. It ends with 1 when no frame came.
+// takes the first of the modes that the camera has and prints "first MS", from connecting the stream
+// to the first frame, and at the end how many frames came and the processor time from the first one
+// on. States and modes go to standard error. It ends with 1 when no frame came.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -12,6 +13,7 @@
 #include <cstring>
 #include <ctime>
 #include <pipewire/pipewire.h>
+#include <spa/param/param.h>
 #include <spa/pod/builder.h>
 #include <vector>
 
@@ -22,8 +24,10 @@ namespace {
 
 using Osp::Base::Owner;
 using Osp::Testing::BuildOffers;
+using Osp::Testing::Describe;
 using Osp::Testing::Mode;
 using Osp::Testing::ParseMode;
+using Osp::Testing::ReadFormat;
 
 double NowMs(clockid_t clock) {
     timespec now{};
@@ -33,20 +37,23 @@ double NowMs(clockid_t clock) {
 
 class Consumer {
   public:
-    Consumer(pw_core* core, const char* target, const Mode& mode)
+    Consumer(pw_core* core, const char* target, const std::vector<Mode>& modes)
         : beginMs_(NowMs(CLOCK_MONOTONIC)),
-          stream_(pw_stream_new(core, "plain-camera-consumer",
-                                pw_properties_new(PW_KEY_MEDIA_TYPE, "Video", PW_KEY_MEDIA_CATEGORY,
-                                                  "Capture", PW_KEY_MEDIA_ROLE, "Camera",
-                                                  PW_KEY_TARGET_OBJECT, target, nullptr))) {
+          stream_(pw_stream_new(
+              core, "plain-camera-consumer",
+              pw_properties_new(PW_KEY_MEDIA_TYPE, "Video", PW_KEY_MEDIA_CATEGORY, "Capture",
+                                PW_KEY_MEDIA_ROLE, "Camera", PW_KEY_TARGET_OBJECT, target,
+                                // else another camera takes the place of one that is not there
+                                PW_KEY_NODE_DONT_RECONNECT, "true", nullptr))) {
         pw_stream_add_listener(stream_.get(), &listener_, &kEvents, this);
-        std::uint8_t memory[1024];
+        std::uint8_t memory[16384];
         spa_pod_builder builder;
         spa_pod_builder_init(&builder, memory, sizeof memory);
-        std::vector<const spa_pod*> formats = BuildOffers({mode}, builder);
+        std::vector<const spa_pod*> formats = BuildOffers(modes, builder);
         constexpr auto kFlags =
             static_cast<pw_stream_flags>(PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS);
-        pw_stream_connect(stream_.get(), PW_DIRECTION_INPUT, PW_ID_ANY, kFlags, formats.data(), 1);
+        pw_stream_connect(stream_.get(), PW_DIRECTION_INPUT, PW_ID_ANY, kFlags, formats.data(),
+                          static_cast<std::uint32_t>(formats.size()));
     }
 
     bool Report() const {
@@ -86,11 +93,15 @@ const pw_stream_events Consumer::kEvents = [] {
         std::fprintf(stderr, "%s%s%s\n", pw_stream_state_as_string(state), error ? ": " : "",
                      error ? error : "");
     };
+    events.param_changed = [](void*, std::uint32_t id, const spa_pod* format) {
+        const auto mode = id == SPA_PARAM_Format && format ? ReadFormat(format) : std::nullopt;
+        if (mode) std::fprintf(stderr, "%s\n", Describe(*mode).c_str());
+    };
     events.process = [](void* consumer) { static_cast<Consumer*>(consumer)->OnProcess(); };
     return events;
 }();
 
-int Run(const char* target, const Mode& mode, int seconds) {
+int Run(const char* target, const std::vector<Mode>& modes, int seconds) {
     pw_init(nullptr, nullptr);
     const Owner<pw_main_loop, pw_main_loop_destroy> mainLoop(pw_main_loop_new(nullptr));
     pw_loop* const loop = pw_main_loop_get_loop(mainLoop.get());
@@ -100,7 +111,7 @@ int Run(const char* target, const Mode& mode, int seconds) {
         std::fputs("plain-camera-consumer: there is no daemon\n", stderr);
         return 1;
     }
-    const Consumer consumer(core.get(), target, mode);
+    const Consumer consumer(core.get(), target, modes);
     spa_source* const end = pw_loop_add_timer(
         loop,
         [](void* quit, std::uint64_t) { pw_main_loop_quit(static_cast<pw_main_loop*>(quit)); },
@@ -114,12 +125,15 @@ int Run(const char* target, const Mode& mode, int seconds) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const auto mode = argc == 4 ? ParseMode(argv[2]) : std::nullopt;
-    const int seconds = mode ? std::atoi(argv[3]) : 0;
-    if (seconds < 1) {
-        std::fputs("usage: plain-camera-consumer NODE-NAME FORMAT:WxH@RATE SECONDS\n", stderr);
+    const int seconds = argc > 3 ? std::atoi(argv[2]) : 0;
+    std::vector<Mode> modes;
+    for (int i = 3; i < argc; ++i) {
+        if (const auto mode = ParseMode(argv[i])) modes.push_back(*mode);
+    }
+    if (seconds < 1 || modes.size() + 3 != static_cast<std::size_t>(argc)) {
+        std::fputs("usage: plain-camera-consumer NODE-NAME SECONDS FORMAT:WxH@RATE...\n", stderr);
         return 2;
     }
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
-    return Run(argv[1], *mode, seconds);
+    return Run(argv[1], modes, seconds);
 }

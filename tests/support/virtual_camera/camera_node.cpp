@@ -114,8 +114,7 @@ void CameraNode::Fail(int error, const std::string& text) {
 
 void CameraNode::OnStateChanged(pw_stream_state before, pw_stream_state state, const char* error) {
     if (state == PW_STREAM_STATE_STREAMING && mode_) {
-        std::printf("streaming %s\n", Describe(*mode_).c_str());
-        pacer_.Start(mode_->rate);
+        StartStreaming();
         return;
     }
     pacer_.Stop();
@@ -128,6 +127,11 @@ void CameraNode::OnStateChanged(pw_stream_state before, pw_stream_state state, c
     }
 }
 
+void CameraNode::StartStreaming() {
+    std::printf("streaming %s\n", Describe(*mode_).c_str());
+    pacer_.Start(mode_->rate);
+}
+
 void CameraNode::OnFormatChanged(const spa_pod* format) {
     mode_ = format == nullptr ? std::nullopt : ReadFormat(format);
     if (!mode_) return;
@@ -137,6 +141,8 @@ void CameraNode::OnFormatChanged(const spa_pod* format) {
     spa_pod_builder_init(&builder, memory, sizeof memory);
     const spa_pod* parameters[] = {BuildBuffers(builder, *maker_), BuildHeader(builder)};
     pw_stream_update_params(stream_.get(), parameters, 2);
+    // Another mode in mid-stream comes without a change of state.
+    if (pw_stream_get_state(stream_.get(), nullptr) == PW_STREAM_STATE_STREAMING) StartStreaming();
 }
 
 void CameraNode::OnBufferAdded(pw_buffer* buffer) {

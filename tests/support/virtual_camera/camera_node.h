@@ -41,6 +41,7 @@ class CameraNode {
     static const pw_stream_events kEvents;
 
     void OnStateChanged(pw_stream_state before, pw_stream_state state, const char* error);
+    void StartStreaming();
     void OnFormatChanged(const spa_pod* format);
     void OnBufferAdded(pw_buffer* buffer);
     void OnProcess();

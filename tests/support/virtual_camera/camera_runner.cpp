@@ -88,6 +88,7 @@ bool CameraRunner::Do(const std::string& line) {
     } else if (line == "vanish") {
         isGone_ = true;
         node_.reset();
+        std::puts("gone");
     } else if (line == "return") {
         MakeNode();
     } else if (line == "end") {

@@ -5,8 +5,8 @@
 // node of the same name), size WxH (other modes in mid-stream), rate R, late MS (frames are held
 // and come in bursts), short (buffers claim half of their bytes), damage, stride N (a wrong one in
 // the buffers), error [-ERRNO] TEXT, ok (no more of all that) and end. Standard output says what
-// happened: "ready ID", "streaming FORMAT WxH@RATE", "paused", "failed TEXT", "lost" (the daemon
-// is gone; the camera comes back with the next one), and "frame N" when asked to.
+// happened: "ready ID", "streaming FORMAT WxH@RATE", "paused", "gone", "failed TEXT", "lost" (the
+// daemon is gone; the camera comes back with the next one), and "frame N" when asked to.
 #include <cstdio>
 #include <glib.h>
 #include <pipewire/pipewire.h>
