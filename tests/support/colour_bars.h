@@ -66,7 +66,7 @@ constexpr PatternArea CodeArea(int block, int width, int height) {
 
 /// The whole mark, whose inner half in both directions is the coloured square.
 constexpr PatternArea MarkArea(bool isRight, int width, int height) {
-    const int side = height / 32 * 4;
+    const int side = (width < height ? width : height) / 64 * 8;
     return {isRight ? width - side : 0, 0, side, side};
 }
 

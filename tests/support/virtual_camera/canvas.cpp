@@ -94,6 +94,9 @@ std::size_t Canvas::SizeBytes() const {
 }
 
 void Canvas::Fill(std::uint8_t* bytes, const PatternArea& area, Bar bar) const {
+    assert((area.x | area.y | area.width | area.height) % 2 == 0);
+    assert(area.x >= 0 && area.x + area.width <= width);
+    assert(area.y >= 0 && area.y + area.height <= height);
     RawFormatOf(format).fill(*this, bytes, area, kBarColours[bar]);
 }
 
