@@ -12,9 +12,10 @@ namespace Osp::Testing {
 namespace {
 
 GSubprocessFlags FlagsOf(Process::Pipes pipes) {
-    if (pipes == Process::Pipes::kNone) return G_SUBPROCESS_FLAGS_NONE;
-    return static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDIN_PIPE |
-                                         G_SUBPROCESS_FLAGS_STDOUT_PIPE);
+    constexpr int kFlags[] = {G_SUBPROCESS_FLAGS_NONE,
+                              G_SUBPROCESS_FLAGS_STDIN_PIPE | G_SUBPROCESS_FLAGS_STDOUT_PIPE,
+                              G_SUBPROCESS_FLAGS_STDOUT_PIPE | G_SUBPROCESS_FLAGS_STDERR_SILENCE};
+    return static_cast<GSubprocessFlags>(kFlags[static_cast<int>(pipes)]);
 }
 
 GSubprocess* Spawn(const std::vector<std::string>& words, Process::Pipes pipes,
@@ -98,7 +99,7 @@ std::optional<std::string> Process::ReadLine(std::chrono::milliseconds limit) {
 }
 
 std::string OutputOf(const std::vector<std::string>& words) {
-    Process process(words, Process::Pipes::kInputAndOutput);
+    Process process(words, Process::Pipes::kOutputAlone);
     std::string output;
     while (const auto line = process.ReadLine(std::chrono::seconds(10))) output += *line + "\n";
     return output;

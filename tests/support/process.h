@@ -16,7 +16,7 @@ namespace Osp::Testing {
 /// A program that is ended with the object, at the latest.
 class Process {
   public:
-    enum class Pipes { kNone, kInputAndOutput };
+    enum class Pipes { kNone, kInputAndOutput, kOutputAlone /* no complaints */ };
 
     /// `environment` comes on top of the test's own. Ends the test program when there is no such
     /// program.
@@ -44,7 +44,7 @@ class Process {
     std::string output_;    // that is not yet read
 };
 
-/// What a program prints until its end.
+/// What a program prints until its end, without complaints on standard error.
 std::string OutputOf(const std::vector<std::string>& words);
 
 template <class Condition>

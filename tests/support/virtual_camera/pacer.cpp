@@ -13,7 +13,7 @@ constexpr std::int64_t kSecondNs = 1'000'000'000;
 constexpr std::int64_t kMillisecondNs = 1'000'000;
 // A burst is this close; buffers on top of each other would only replace one another on the way.
 constexpr std::int64_t kBurstGapNs = 2 * kMillisecondNs;
-// A camera that may not deliver overwrites the oldest of its few frames.
+// A camera that may not deliver has soon no place for another frame.
 constexpr std::size_t kMostHeld = 4;
 
 std::int64_t NowNs() {
@@ -62,8 +62,8 @@ void Pacer::Take() {
     // Frames that a busy machine has missed are not made up for.
     nextNs_ = std::max(nextNs_, now - kSecondNs / rate) + kSecondNs / rate;
     Arm(takeTimer_, nextNs_);
-    held_.push_back({++lastNumber_, now});
-    if (held_.size() > kMostHeld) held_.pop_front();
+    ++lastNumber_;
+    if (held_.size() < kMostHeld) held_.push_back({lastNumber_, now});
     if (behaviour_.isStalled) {
         held_.clear();
     } else if (now - held_.front().timeNs >= behaviour_.lateMs * kMillisecondNs) {
