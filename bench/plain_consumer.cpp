@@ -3,9 +3,9 @@
 //
 //     plain-camera-consumer NODE-NAME SECONDS FORMAT:WxH@RATE...
 //
-// takes the first of the modes that the camera has and prints "first MS", from connecting the stream
-// to the first frame, and at the end how many frames came and the processor time from the first one
-// on. States and modes go to standard error. It ends with 1 when no frame came.
+// takes the first of the modes that the camera has and prints "first MS", from connecting the
+// stream to the first frame, and at the end how many frames came and the processor time from the
+// first one on. States and modes go to standard error. It ends with 1 when no frame came.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
