@@ -1,5 +1,6 @@
 // What a consumer gets from the virtual camera, well-behaved and otherwise.
 #include <algorithm>
+#include <cstring>
 #include <gtest/gtest.h>
 
 #include "tests/support/camera_stack.h"
@@ -113,8 +114,9 @@ TEST(VirtualCameraTest, DeliversThePatternInEveryMode) {
     CameraStack stack;
     for (const char* text : {"I420:640x480@60", "NV12:642x482@60", "YUY2:640x480@60",
                              "MJPG:1280x720@30", "RGB:320x240@60"}) {
-        VirtualCamera camera("camera",
-                             {"--mode", "I420:64x64@30", "--mode", text, "--padding", "12"});
+        const std::string slower = std::string(text, std::strchr(text, '@')) + "@5";
+        VirtualCamera camera("camera", {"--mode", "I420:64x64@30", "--mode", slower, "--mode", text,
+                                        "--padding", "12"});
         const Mode mode = *ParseMode(text);
         CameraWatcher watcher("camera", {mode});
         const auto frames = watcher.Collect(8);  // each of the buffers more than once
@@ -179,13 +181,13 @@ TEST_F(MisbehaviourTest, FramesComeLateInBurstsOrNotAtAll) {
     EXPECT_GT(freshest.age, 150ms);
     EXPECT_GT(oldest.age - freshest.age, 60ms) << "they did not come together";
 
-    camera_.Send("ok");
+    const auto before = After("ok", 1);
     camera_.Send("stall");
     watcher_.Collect(100, 200ms);
     EXPECT_TRUE(watcher_.Collect(1, 300ms).empty());
     const auto afterwards = After("go", 1);
     ASSERT_FALSE(afterwards.empty());
-    EXPECT_GT(afterwards.at(0).sequence, late.back().sequence + 12) << "the gap does not show";
+    EXPECT_GT(afterwards.at(0).sequence, before.at(0).sequence + 12) << "the gap does not show";
     const auto slow = After("rate 5", 2);
     EXPECT_GT(slow.at(1).sequence, slow.at(0).sequence);
     EXPECT_LT(watcher_.Collect(100, 900ms).size(), 7u);
@@ -196,6 +198,7 @@ TEST_F(MisbehaviourTest, AnotherSizeComesInMidStream) {
     const SeenFrame small = After("size 320x240", 1).at(0);
     EXPECT_EQ(Describe(small.mode), Describe(smallMode_));
     ExpectPattern(small);
+    camera_.Await("streaming I420 320x240@30");
     EXPECT_EQ(Describe(After("ok", 1).at(0).mode), Describe(mode_));
 }
 
