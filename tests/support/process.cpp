@@ -18,18 +18,12 @@ GSubprocessFlags FlagsOf(Process::Pipes pipes) {
     return static_cast<GSubprocessFlags>(kFlags[static_cast<int>(pipes)]);
 }
 
-GSubprocess* Spawn(const std::vector<std::string>& words, Process::Pipes pipes,
-                   const std::map<std::string, std::string>& environment) {
+GSubprocess* Spawn(const std::vector<std::string>& words, Process::Pipes pipes) {
     std::vector<const char*> list;
     for (const std::string& word : words) list.push_back(word.c_str());
     list.push_back(nullptr);
-    GSubprocessLauncher* const launcher = g_subprocess_launcher_new(FlagsOf(pipes));
-    for (const auto& [name, value] : environment) {
-        g_subprocess_launcher_setenv(launcher, name.c_str(), value.c_str(), TRUE);
-    }
     GError* error = nullptr;
-    GSubprocess* const process = g_subprocess_launcher_spawnv(launcher, list.data(), &error);
-    g_object_unref(launcher);
+    GSubprocess* const process = g_subprocess_newv(list.data(), FlagsOf(pipes), &error);
     if (process == nullptr) {
         ADD_FAILURE() << error->message;
         std::abort();  // nothing that follows makes sense
@@ -44,17 +38,12 @@ bool HasInput(int file, std::chrono::milliseconds limit) {
 
 }  // namespace
 
-Process::Process(const std::vector<std::string>& words, Pipes pipes,
-                 const std::map<std::string, std::string>& environment)
-    : process_(Spawn(words, pipes, environment)) {}
+Process::Process(const std::vector<std::string>& words, Pipes pipes)
+    : process_(Spawn(words, pipes)) {}
 
 Process::~Process() {
     End();
     g_object_unref(process_);
-}
-
-int Process::Id() const {
-    return std::atoi(g_subprocess_get_identifier(process_));
 }
 
 bool Process::HasEnded() const {

@@ -3,7 +3,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <map>
 #include <optional>
 #include <string>
 #include <thread>
@@ -18,16 +17,12 @@ class Process {
   public:
     enum class Pipes { kNone, kInputAndOutput, kOutputAlone /* no complaints */ };
 
-    /// `environment` comes on top of the test's own. Ends the test program when there is no such
-    /// program.
-    explicit Process(const std::vector<std::string>& words, Pipes pipes = Pipes::kNone,
-                     const std::map<std::string, std::string>& environment = {});
+    /// Ends the test program when there is no such program.
+    explicit Process(const std::vector<std::string>& words, Pipes pipes = Pipes::kNone);
     ~Process();
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
-    /// While it runs.
-    int Id() const;
     bool HasEnded() const;
     /// Sends the signal and waits for the end.
     void End(int signal = SIGTERM);
