@@ -116,6 +116,50 @@ void PipewireGraph::Node::OnParameter(std::uint32_t id, std::uint32_t index,
     graph_.listener_.OnGraphChanged();
 }
 
+/// What goes from one node to another. A device that is taken refuses here when its format is set.
+class PipewireGraph::Link {
+  public:
+    Link(PipewireGraph& graph, pw_registry* registry, std::uint32_t id, const spa_dict* properties)
+        : output(NumberProperty(properties, PW_KEY_LINK_OUTPUT_NODE)),
+          input(NumberProperty(properties, PW_KEY_LINK_INPUT_NODE)),
+          graph_(graph),
+          proxy_(static_cast<pw_proxy*>(
+              pw_registry_bind(registry, id, PW_TYPE_INTERFACE_Link, PW_VERSION_LINK, 0))) {
+        if (proxy_ == nullptr) return;
+        pw_link_add_listener(reinterpret_cast<pw_link*>(proxy_), &hook_, &kEvents, this);
+    }
+    ~Link() {
+        if (proxy_ == nullptr) return;
+        spa_hook_remove(&hook_);
+        pw_proxy_destroy(proxy_);
+    }
+    Link(const Link&) = delete;
+    Link& operator=(const Link&) = delete;
+
+    const std::uint32_t output;
+    const std::uint32_t input;
+    std::string error;
+
+  private:
+    static const pw_link_events kEvents;
+
+    PipewireGraph& graph_;
+    pw_proxy* proxy_;  // owned
+    spa_hook hook_{};
+};
+
+const pw_link_events PipewireGraph::Link::kEvents = [] {
+    pw_link_events events{};
+    events.version = PW_VERSION_LINK_EVENTS;
+    events.info = [](void* data, const pw_link_info* info) {
+        auto& link = *static_cast<Link*>(data);
+        if (info->state != PW_LINK_STATE_ERROR) return;
+        link.error = info->error != nullptr ? info->error : "error";
+        link.graph_.listener_.OnGraphChanged();
+    };
+    return events;
+}();
+
 const pw_registry_events PipewireGraph::kEvents = [] {
     pw_registry_events events{};
     events.version = PW_VERSION_REGISTRY_EVENTS;
@@ -135,6 +179,7 @@ PipewireGraph::PipewireGraph(pw_core* core, Listener& listener) : listener_(list
 }
 
 PipewireGraph::~PipewireGraph() {
+    links_.clear();
     nodes_.clear();
     if (registry_ == nullptr) return;
     spa_hook_remove(&hook_);
@@ -144,8 +189,7 @@ PipewireGraph::~PipewireGraph() {
 void PipewireGraph::OnGlobal(std::uint32_t id, const char* type, const spa_dict* properties) {
     const std::string_view kind(type);
     if (kind == PW_TYPE_INTERFACE_Link) {
-        links_[id] = {NumberProperty(properties, PW_KEY_LINK_OUTPUT_NODE),
-                      NumberProperty(properties, PW_KEY_LINK_INPUT_NODE)};
+        links_[id] = std::make_unique<Link>(*this, registry_, id, properties);
     } else if (kind == PW_TYPE_INTERFACE_Metadata) {
         if (Property(properties, {PW_KEY_METADATA_NAME}) == "default") defaultMetadata_ = id;
     } else if (kind == PW_TYPE_INTERFACE_Node) {
@@ -194,11 +238,19 @@ const PipewireCamera* PipewireGraph::Find(const std::string& id) const {
     return found == cameras.end() ? nullptr : *found;
 }
 
+std::string PipewireGraph::ErrorOf(const PipewireCamera& camera) const {
+    if (!camera.error.empty()) return camera.error;
+    for (const auto& [id, link] : links_) {
+        if (link->output == camera.nodeId && !link->error.empty()) return link->error;
+    }
+    return {};
+}
+
 std::vector<std::string> PipewireGraph::UsersOf(const PipewireCamera& camera) const {
     std::vector<std::string> users;
     for (const auto& [id, link] : links_) {
-        const auto consumer = consumers_.find(link.input);
-        if (link.output == camera.nodeId && consumer != consumers_.end()) {
+        const auto consumer = consumers_.find(link->input);
+        if (link->output == camera.nodeId && consumer != consumers_.end()) {
             users.push_back(consumer->second);
         }
     }

@@ -41,16 +41,16 @@ class PipewireGraph {
     std::vector<const PipewireCamera*> Cameras() const;
     /// Empty: the first. Null when there is none.
     const PipewireCamera* Find(const std::string& id) const;
+    /// Why it does not deliver, as its device or what connects it says; empty when nobody
+    /// complains.
+    std::string ErrorOf(const PipewireCamera& camera) const;
     /// Names of the programs that see through it.
     std::vector<std::string> UsersOf(const PipewireCamera& camera) const;
     bool HasSessionManager() const { return defaultMetadata_ != 0; }
 
   private:
     class Node;
-    struct Link {
-        std::uint32_t output = 0;
-        std::uint32_t input = 0;
-    };
+    class Link;
 
     static const pw_registry_events kEvents;
 
@@ -63,7 +63,7 @@ class PipewireGraph {
     spa_hook hook_{};
     std::map<std::uint32_t, std::unique_ptr<Node>> nodes_;  // of cameras
     std::map<std::uint32_t, std::string> consumers_;        // names of nodes that take video
-    std::map<std::uint32_t, Link> links_;
+    std::map<std::uint32_t, std::unique_ptr<Link>> links_;
     std::uint32_t defaultMetadata_ = 0;  // which only a session manager makes
 };
 

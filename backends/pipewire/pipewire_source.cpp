@@ -146,17 +146,25 @@ bool PipewireSource::Connect(const PipewireCamera& camera, const VideoMode& mode
 
 result PipewireSource::AwaitAnswer() {
     const auto limit = std::chrono::steady_clock::now() + kLongestAnswer;
-    for (;;) {
-        if (!stream_) return result::kObjectNotFound;  // the daemon has gone meanwhile
-        if (!error_.empty()) return SaysBusy(error_) ? result::kDeviceBusy : result::kIo;
+    while (stream_ && error_.empty() && state_ != PW_STREAM_STATE_UNCONNECTED) {
         if (state_ == PW_STREAM_STATE_STREAMING) return result::kSuccess;
         if (connection_.Wait(limit)) continue;
-        // One that has failed before says nothing new. A slow one may still begin; the pictures
-        // will tell.
+        // A device that has failed before says nothing new. A slow one may still begin; the
+        // pictures will tell.
         const PipewireCamera* const camera = Camera();
-        if (camera == nullptr || camera->error.empty()) return result::kSuccess;
-        error_ = camera->error;
+        error_ = camera == nullptr ? "gone" : connection_.Graph()->ErrorOf(*camera);
+        if (error_.empty()) return result::kSuccess;
     }
+    return IsTaken() ? result::kDeviceBusy : result::kIo;
+}
+
+/// Whether the stream has failed because of somebody else: by the device's own words, or because it
+/// was not connected while another program's was, which then has the device for itself.
+bool PipewireSource::IsTaken() const {
+    if (SaysBusy(error_)) return true;
+    const PipewireCamera* const camera = Camera();
+    return camera != nullptr && state_ == PW_STREAM_STATE_UNCONNECTED &&
+           !connection_.Graph()->UsersOf(*camera).empty();
 }
 
 void PipewireSource::OnStateChanged(pw_stream_state state, const char* error) {
@@ -209,9 +217,11 @@ void PipewireSource::HandOver(const spa_buffer& buffer) {
 
 void PipewireSource::OnCamerasChanged() {
     const PipewireCamera* const camera = Camera();
-    if (camera != nullptr && camera->nodeId == nodeId_ && !camera->error.empty()) {
-        error_ = camera->error;
-        if (state_ == PW_STREAM_STATE_STREAMING && sink_) sink_->OnEnded();
+    if (camera != nullptr && camera->nodeId == nodeId_) {
+        const std::string error = connection_.Graph()->ErrorOf(*camera);
+        if (!error.empty()) error_ = error;
+        const bool hasFailed = !error.empty() && state_ == PW_STREAM_STATE_STREAMING;
+        if (hasFailed && sink_) sink_->OnEnded();
     }
     const bool isThere = camera != nullptr;
     if (std::exchange(wasThere_, isThere) != isThere && changed_) changed_();

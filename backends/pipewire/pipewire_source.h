@@ -36,6 +36,7 @@ class PipewireSource : public VideoSource, private PipewireConnection::Observer 
     const PipewireCamera* Camera() const;
     bool Connect(const PipewireCamera& camera, const VideoMode& mode);
     result AwaitAnswer();
+    bool IsTaken() const;
     void OnStateChanged(pw_stream_state state, const char* error);
     void OnFormat(const spa_pod* parameter);
     void OnProcess();
