@@ -28,12 +28,13 @@ int Fail(const std::string& error) {
     return 1;
 }
 
-int RunIn(const std::string& folder, Host::ClockKind clock, Host::ScriptQueue& queue) {
+int RunIn(const std::string& folder, Host::ClockKind clock, Host::ScriptQueue& queue,
+          const std::string& source) {
     Host::Options options;
     options.isHeadless = true;
     options.clock = clock;
     options.dataFolder = folder;
-    options.primary = "scene";
+    options.primary = source;
     options.secondary = "none";
     const std::string package = Host::PackageFolder();
     auto made = Host::Machine::Make(options, package + "/share/kivo-camera/Res");
@@ -45,7 +46,8 @@ int RunIn(const std::string& folder, Host::ClockKind clock, Host::ScriptQueue& q
     Host::ShowRecorder recorder(&presenter);
     int failure = 0;
     Host::ScriptDriver driver(machine.GetLoop(), machine.GetVirtualClock(), queue,
-                              Host::CommandContext{recorder}, [&failure](const auto& outcome) {
+                              Host::CommandContext{recorder, machine.GetCameraModules()},
+                              [&failure](const auto& outcome) {
                                   if (!outcome) failure = Fail(outcome.Why().message);
                                   Osp::App::Lifecycle::Current().Terminate(false);
                               });
@@ -55,11 +57,11 @@ int RunIn(const std::string& folder, Host::ClockKind clock, Host::ScriptQueue& q
 
 }  // namespace
 
-int RunCamera(Host::ClockKind clock, Host::ScriptQueue& queue) {
+int RunCamera(Host::ClockKind clock, Host::ScriptQueue& queue, const std::string& source) {
     // Beside the programs and not among temporary files, which may be in memory: syncing counts.
     std::string folder = Host::PackageFolder() + "/camera-bench-XXXXXX";
     if (mkdtemp(folder.data()) == nullptr) return Fail("no folder can be made beside the programs");
-    const int exitCode = RunIn(folder, clock, queue);
+    const int exitCode = RunIn(folder, clock, queue, source);
     std::filesystem::remove_all(folder);
     return exitCode;
 }

@@ -1,7 +1,8 @@
-// The least that a program can do with a camera: each frame is copied once. What the camera of the
+// The least that a program can do with a camera: each frame is copied once, or, with --show and in
+// I420, scaled to 800 x 480 and coloured, as one that shows it has to. What the camera of the
 // platform costs is measured against this.
 //
-//     plain-camera-consumer NODE-NAME SECONDS FORMAT:WxH@RATE...
+//     plain-camera-consumer --copy|--show NODE-NAME SECONDS FORMAT:WxH@RATE...
 //
 // takes the first of the modes that the camera has and prints "first MS", from connecting the
 // stream to the first frame, and at the end how many frames came and the processor time from the
@@ -12,9 +13,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <libyuv/convert_argb.h>
+#include <libyuv/scale.h>
 #include <pipewire/pipewire.h>
 #include <spa/param/param.h>
 #include <spa/pod/builder.h>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "osp/base/owner.h"
@@ -37,8 +42,9 @@ double NowMs(clockid_t clock) {
 
 class Consumer {
   public:
-    Consumer(pw_core* core, const char* target, const std::vector<Mode>& modes)
-        : beginMs_(NowMs(CLOCK_MONOTONIC)),
+    Consumer(pw_core* core, const char* target, const std::vector<Mode>& modes, bool shows)
+        : shows_(shows),
+          beginMs_(NowMs(CLOCK_MONOTONIC)),
           stream_(pw_stream_new(
               core, "plain-camera-consumer",
               pw_properties_new(PW_KEY_MEDIA_TYPE, "Video", PW_KEY_MEDIA_CATEGORY, "Capture",
@@ -73,11 +79,32 @@ class Consumer {
             cpuBeginMs_ = NowMs(CLOCK_PROCESS_CPUTIME_ID);
         }
         const spa_data& data = buffer->buffer->datas[0];
-        copy_.resize(data.maxsize);
-        std::memcpy(copy_.data(), data.data, std::min(data.chunk->size, data.maxsize));
+        if (shows_) {
+            Show(static_cast<const std::uint8_t*>(data.data));
+        } else {
+            copy_.resize(data.maxsize);
+            std::memcpy(copy_.data(), data.data, std::min(data.chunk->size, data.maxsize));
+        }
         pw_stream_queue_buffer(stream_.get(), buffer);
     }
 
+    void Show(const std::uint8_t* luma) {
+        const auto [width, height] = size_;
+        const std::uint8_t* const cb = luma + width * height;
+        scaled_.resize(800 * 480 * 3 / 2);
+        copy_.resize(800 * 480 * 4);
+        std::uint8_t* const scaledCb = scaled_.data() + 800 * 480;
+        std::uint8_t* const scaledCr = scaledCb + 400 * 240;
+        libyuv::I420Scale(luma, width, cb, width / 2, cb + width * height / 4, width / 2, width,
+                          height, scaled_.data(), 800, scaledCb, 400, scaledCr, 400, 800, 480,
+                          libyuv::kFilterBilinear);
+        libyuv::I420ToARGB(scaled_.data(), 800, scaledCb, 400, scaledCr, 400, copy_.data(), 3200,
+                           800, 480);
+    }
+
+    const bool shows_;
+    std::pair<int, int> size_;  // of what was agreed upon
+    std::vector<std::uint8_t> scaled_;
     double beginMs_;
     double cpuBeginMs_ = 0;
     int frames_ = 0;
@@ -93,15 +120,17 @@ const pw_stream_events Consumer::kEvents = [] {
         std::fprintf(stderr, "%s%s%s\n", pw_stream_state_as_string(state), error ? ": " : "",
                      error ? error : "");
     };
-    events.param_changed = [](void*, std::uint32_t id, const spa_pod* format) {
+    events.param_changed = [](void* consumer, std::uint32_t id, const spa_pod* format) {
         const auto mode = id == SPA_PARAM_Format && format ? ReadFormat(format) : std::nullopt;
-        if (mode) std::fprintf(stderr, "%s\n", Describe(*mode).c_str());
+        if (!mode) return;
+        static_cast<Consumer*>(consumer)->size_ = {mode->width, mode->height};
+        std::fprintf(stderr, "%s\n", Describe(*mode).c_str());
     };
     events.process = [](void* consumer) { static_cast<Consumer*>(consumer)->OnProcess(); };
     return events;
 }();
 
-int Run(const char* target, const std::vector<Mode>& modes, int seconds) {
+int Run(const char* target, const std::vector<Mode>& modes, int seconds, bool shows) {
     pw_init(nullptr, nullptr);
     const Owner<pw_main_loop, pw_main_loop_destroy> mainLoop(pw_main_loop_new(nullptr));
     pw_loop* const loop = pw_main_loop_get_loop(mainLoop.get());
@@ -111,7 +140,7 @@ int Run(const char* target, const std::vector<Mode>& modes, int seconds) {
         std::fputs("plain-camera-consumer: there is no daemon\n", stderr);
         return 1;
     }
-    const Consumer consumer(core.get(), target, modes);
+    const Consumer consumer(core.get(), target, modes, shows);
     spa_source* const end = pw_loop_add_timer(
         loop,
         [](void* quit, std::uint64_t) { pw_main_loop_quit(static_cast<pw_main_loop*>(quit)); },
@@ -125,15 +154,19 @@ int Run(const char* target, const std::vector<Mode>& modes, int seconds) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const int seconds = argc > 3 ? std::atoi(argv[2]) : 0;
+    const std::string_view task = argc > 1 ? argv[1] : "";
+    const int seconds = argc > 4 ? std::atoi(argv[3]) : 0;
     std::vector<Mode> modes;
-    for (int i = 3; i < argc; ++i) {
+    for (int i = 4; i < argc; ++i) {
         if (const auto mode = ParseMode(argv[i])) modes.push_back(*mode);
     }
-    if (seconds < 1 || modes.size() + 3 != static_cast<std::size_t>(argc)) {
-        std::fputs("usage: plain-camera-consumer NODE-NAME SECONDS FORMAT:WxH@RATE...\n", stderr);
+    if ((task != "--copy" && task != "--show") || seconds < 1 ||
+        modes.size() + 4 != static_cast<std::size_t>(argc)) {
+        std::fputs(
+            "usage: plain-camera-consumer --copy|--show NODE-NAME SECONDS FORMAT:WxH@RATE...\n",
+            stderr);
         return 2;
     }
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
-    return Run(argv[1], modes, seconds);
+    return Run(argv[2], modes, seconds, task == "--show");
 }
