@@ -8,13 +8,13 @@
 #include <random>
 #include <string>
 #include <thread>
-#include <unistd.h>
 
 #include "osp/app/registry_file.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/program.h"
 #include "tests/support/sanitizers.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/usage.h"
 
 namespace Kivo {
 namespace {
@@ -29,21 +29,6 @@ using namespace std::chrono_literals;
 std::ptrdiff_t CountFiles(const fs::path& folder) {
     std::error_code none;
     return std::distance(fs::directory_iterator(folder, none), {});
-}
-
-struct Usage {
-    long memoryKb = 0;
-    long threads = 0;
-    long descriptors = 0;
-};
-
-Usage UsageOf(int process) {
-    const std::string folder = "/proc/" + std::to_string(process);
-    long ignored = 0;
-    long residentPages = 0;
-    std::ifstream(folder + "/statm") >> ignored >> residentPages;
-    return {residentPages * getpagesize() / 1024, CountFiles(folder + "/task"),
-            CountFiles(folder + "/fd")};
 }
 
 /// Lets the program take photographs until it has `count`, and waits for that.
@@ -63,9 +48,9 @@ TEST(Endurance, TwoHundredPhotographsTakeNoMoreThanTwenty) {
     program.Send("await preview");
     int taken = 0;
     TakeUntil(program, taken, 20);
-    const Usage early = UsageOf(program.Id());
+    const Osp::Testing::Usage early = Osp::Testing::UsageOf(program.Id());
     TakeUntil(program, taken, 200);
-    const Usage late = UsageOf(program.Id());
+    const Osp::Testing::Usage late = Osp::Testing::UsageOf(program.Id());
     const ProgramResult result = program.Finish();
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_EQ(CountFiles(folder / "Media/Images"), 200);

@@ -1,4 +1,5 @@
 // From the shutter to the file through PipeWire, with cameras that behave and cameras that do not.
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -11,7 +12,9 @@
 #include "tests/support/colour_bars.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/program.h"
+#include "tests/support/sanitizers.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/usage.h"
 
 namespace Kivo {
 namespace {
@@ -231,6 +234,46 @@ TEST_F(RealCamerasTest, AreListedAndDiagnosed) {
     EXPECT_NE(diagnosis["backends"][0]["problems"].dump().find("no PipeWire daemon"),
               std::string::npos)
         << diagnosis;
+}
+
+/// KIVO_CAMERA_CYCLES asks for more than an ordinary run has.
+int Cycles() {
+    const char* const asked = std::getenv("KIVO_CAMERA_CYCLES");
+    return asked == nullptr ? 20 : std::atoi(asked);
+}
+
+TEST_F(RealCamerasTest, SwitchedOnAndOffAndPluggedOverAndOverTakeNoMore) {
+    VirtualCamera device("camera", {"--mode", "MJPG:1280x960@30"});
+    Camera camera("pipewire:camera");
+    const auto switchOver = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            camera.Do({"background", "foreground", "await preview", "key camera", "wait 100"});
+        }
+        ASSERT_TRUE(camera.Becomes(true));
+    };
+    const auto plugOver = [&](int times) {
+        for (int i = 0; i < times && !HasFailure(); ++i) {
+            device.Vanish();
+            device.Return();
+            ASSERT_TRUE(camera.Becomes(true)) << "plugged for the " << i << ". time";
+        }
+    };
+    camera.Do({"await preview"});
+    switchOver(8);
+    plugOver(4);
+    const Osp::Testing::Usage early = Osp::Testing::UsageOf(camera.Program().Id());
+    switchOver(Cycles());
+    plugOver(Cycles() / 4);
+    const std::size_t photos = camera.PhotoCount();
+    camera.Do({"await preview", "key camera", "await photos " + std::to_string(photos + 1)});
+    EXPECT_EQ(camera.PhotoCount(), photos + 1) << "a dead preview";
+    const Osp::Testing::Usage late = Osp::Testing::UsageOf(camera.Program().Id());
+    EXPECT_LE(late.descriptors, early.descriptors);
+    EXPECT_LE(late.threads, early.threads + 1);
+    if (!kIsSanitized) {
+        EXPECT_LE(late.memoryKb, early.memoryKb + 3072);
+    }
+    EXPECT_EQ(camera.Finish().exitCode, 0);
 }
 
 }  // namespace
