@@ -254,6 +254,7 @@ TEST_F(RealCamerasTest, SwitchedOnAndOffAndPluggedOverAndOverTakeNoMore) {
     const auto plugOver = [&](int times) {
         for (int i = 0; i < times && !HasFailure(); ++i) {
             device.Vanish();
+            ASSERT_TRUE(camera.Becomes(false));
             device.Return();
             ASSERT_TRUE(camera.Becomes(true)) << "plugged for the " << i << ". time";
         }
@@ -266,14 +267,15 @@ TEST_F(RealCamerasTest, SwitchedOnAndOffAndPluggedOverAndOverTakeNoMore) {
     plugOver(Cycles() / 4);
     const std::size_t photos = camera.PhotoCount();
     camera.Do({"await preview", "key camera", "await photos " + std::to_string(photos + 1)});
-    EXPECT_EQ(camera.PhotoCount(), photos + 1) << "a dead preview";
+    EXPECT_EQ(camera.PhotoCount(), photos + 1) << "a dead preview; " << camera.Finish().errors;
     const Osp::Testing::Usage late = Osp::Testing::UsageOf(camera.Program().Id());
     EXPECT_LE(late.descriptors, early.descriptors);
     EXPECT_LE(late.threads, early.threads + 1);
     if (!kIsSanitized) {
         EXPECT_LE(late.memoryKb, early.memoryKb + 3072);
     }
-    EXPECT_EQ(camera.Finish().exitCode, 0);
+    const ProgramResult result = camera.Finish();
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
 }
 
 }  // namespace
