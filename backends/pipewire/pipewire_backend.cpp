@@ -3,6 +3,7 @@
 #include <pipewire/pipewire.h>
 
 #include "backends/pipewire/pipewire_connection.h"
+#include "backends/pipewire/pipewire_problems.h"
 #include "backends/pipewire/pipewire_source.h"
 #include "osp/media/live/camera_backend.h"
 
@@ -22,6 +23,8 @@ class PipewireBackend : public CameraBackend {
     }
 
   private:
+    PipewireFacts Facts(const BackendReport& report) const;
+
     PipewireConnection connection_;
 };
 
@@ -30,22 +33,31 @@ BackendReport PipewireBackend::Look(bool withUsers) {
     const PipewireConnection::Lock lock(connection_);
     BackendReport report;
     report.notes.push_back(std::string("library ") + pw_get_library_version());
-    const PipewireGraph* const graph = connection_.Graph();
-    if (graph == nullptr) {
-        report.problems.push_back("no PipeWire daemon answers: " + connection_.Error() +
-                                  "; install pipewire and start its user service");
-        return report;
+    if (const PipewireGraph* const graph = connection_.Graph()) {
+        for (const PipewireCamera* camera : graph->Cameras()) {
+            report.cameras.push_back(camera->info);
+            if (withUsers) report.cameras.back().users = graph->UsersOf(*camera);
+        }
     }
-    for (const PipewireCamera* camera : graph->Cameras()) {
-        report.cameras.push_back(camera->info);
-        if (withUsers) report.cameras.back().users = graph->UsersOf(*camera);
-    }
-    if (!graph->HasSessionManager()) {
-        report.problems.push_back(
-            "no session manager runs beside the daemon, so that nothing is connected; install "
-            "wireplumber and start its user service");
-    }
+    Explain(Facts(report), report);
     return report;
+}
+
+/// With the lock held.
+PipewireFacts PipewireBackend::Facts(const BackendReport& report) const {
+    const PipewireGraph* const graph = connection_.Graph();
+    PipewireFacts facts;
+    facts.isSandboxed = connection_.IsSandboxed();
+    facts.isConnected = graph != nullptr;
+    facts.isThroughPortal = connection_.TakenWay() == PipewireConnection::Way::kPortal;
+    facts.error = connection_.Error();
+    facts.portal = connection_.Portals() ? &*connection_.Portals() : nullptr;
+    facts.hasSessionManager = graph != nullptr && graph->HasSessionManager();
+    facts.hasCameras = !report.cameras.empty();
+    if (facts.hasCameras) return facts;
+    facts.devices = FindDevices();
+    facts.closedDevices = FilterClosed(facts.devices);
+    return facts;
 }
 
 }  // namespace

@@ -1,14 +1,17 @@
-// The connection with the PipeWire daemon, found again when it is lost.
+// The connection with the PipeWire daemon, in one of two ways, found again when it is lost.
 #pragma once
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <pipewire/pipewire.h>
 #include <set>
 #include <string>
 
 #include "backends/pipewire/pipewire_graph.h"
+#include "backends/pipewire/portal.h"
 #include "osp/base/owner.h"
+#include "osp/io/file_descriptor.h"
 
 namespace Osp::Media {
 
@@ -39,20 +42,29 @@ class PipewireConnection : private PipewireGraph::Listener {
         virtual void OnDisconnected() = 0;
     };
 
-    PipewireConnection();
+    enum class Way { kDirect, kPortal };
+
+    /// Outside of a sandbox the user's own daemon is dialled, and the desktop's portal is asked
+    /// when there is none. In a sandbox the portal is asked, and its no is not gone around.
+    explicit PipewireConnection(bool isInSandbox = IsInSandbox());
     ~PipewireConnection() override;
     PipewireConnection(const PipewireConnection&) = delete;
     PipewireConnection& operator=(const PipewireConnection&) = delete;
 
-    /// Connects unless it is connected, and waits until the cameras are known, for `limit` at most.
-    /// Not with the lock held.
+    /// Waits until the cameras are known or that there are none, for `limit` at most. Not with the
+    /// lock held.
     void WaitUntilKnown(std::chrono::milliseconds limit);
 
     /// With the lock held. Null while there is no daemon.
     PipewireGraph* Graph() const { return graph_.get(); }
     pw_core* Core() const { return core_.get(); }
-    /// Why there is no daemon, in its own words; empty while there is one.
+    /// Why the daemon cannot be dialled, in its own words; empty while there is one.
     const std::string& Error() const { return error_; }
+    /// Of the daemon that there is.
+    Way TakenWay() const { return way_; }
+    bool IsSandboxed() const { return isInSandbox_; }
+    /// What the portal has said last, without the remote; nothing as long as it was not asked.
+    const std::optional<PortalAnswer>& Portals() const { return portalAnswer_; }
     void Add(Observer& observer) { observers_.insert(&observer); }
     void Remove(Observer& observer) { observers_.erase(&observer); }
     /// Lets go of the lock until anything has happened or `limit` has passed; returns false then.
@@ -65,10 +77,18 @@ class PipewireConnection : private PipewireGraph::Listener {
 
     void OnGraphChanged() override;
     void OnError(std::uint32_t id, int code, const char* message);
+    void OnPortal(PortalAnswer answer);
+    void OnRetry();
     void Connect();
+    pw_core* Dial();
+    bool MayDialDirectly() const;
+    bool MayAskPortal() const;
+    void AskPortal();
+    bool IsWorthWaiting() const;
     void Disconnect();
-    void ConnectLater();
+    void RetryAfter(const timespec& delay);
 
+    const bool isInSandbox_;
     Base::Owner<pw_thread_loop, pw_thread_loop_destroy> loop_;
     Base::Owner<pw_context, pw_context_destroy> context_;
     struct Disconnector {
@@ -83,6 +103,12 @@ class PipewireConnection : private PipewireGraph::Listener {
     int awaitedSync_ = 0;
     bool isKnown_ = false;  // every camera that was there at the connection is in the graph
     bool isLost_ = false;
+    Way way_ = Way::kDirect;
+    bool wasDirect_ = false;  // at any time
+    std::optional<PortalAnswer> portalAnswer_;
+    Io::FileDescriptor remote_;       // from the portal, until it is dialled
+    bool hasRemoteWorked_ = false;    // the last that was dialled
+    std::unique_ptr<Portal> portal_;  // goes first, without the lock; null until it is asked
 };
 
 }  // namespace Osp::Media

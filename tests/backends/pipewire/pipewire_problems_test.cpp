@@ -1,0 +1,61 @@
+#include "backends/pipewire/pipewire_problems.h"
+
+#include <gtest/gtest.h>
+
+namespace Osp::Media {
+namespace {
+
+/// The problems, each on a line.
+std::string Problems(const PipewireFacts& facts) {
+    BackendReport report;
+    Explain(facts, report);
+    std::string text;
+    for (const std::string& problem : report.problems) text += problem + "\n";
+    return text;
+}
+
+bool Says(const std::string& text, std::string_view words) {
+    return text.find(words) != std::string::npos;
+}
+
+TEST(PipewireProblemsTest, EachAnswerOfThePortalSaysWhatHelps) {
+    constexpr std::pair<PortalState, const char*> kWords[] = {
+        {PortalState::kAsking, "not answered yet"},
+        {PortalState::kNoBus, "session bus"},
+        {PortalState::kNoPortal, "install xdg-desktop-portal"},
+        {PortalState::kNoCamera, "sees no camera"},
+        {PortalState::kRefused, "flatpak permission-reset"},
+        {PortalState::kEnded, "without an answer"},
+        {PortalState::kFailed, "broke off"},
+    };
+    for (const auto& [state, words] : kWords) {
+        const PortalAnswer answer{state, "its reason", {}};
+        const std::string text = Problems({.isSandboxed = true, .portal = &answer});
+        EXPECT_TRUE(Says(text, words)) << text;
+        EXPECT_TRUE(Says(text, "(its reason)")) << text;
+        EXPECT_FALSE(Says(text, "daemon")) << "none was dialled: " << text;
+    }
+}
+
+TEST(PipewireProblemsTest, ADaemonThatIsNotThereOrShowsNothingSaysWhatToInstall) {
+    const std::string unreached = Problems({.error = "Host is down"});
+    EXPECT_TRUE(Says(unreached, "(Host is down)") && Says(unreached, "install pipewire"));
+
+    PipewireFacts facts{.isConnected = true, .hasSessionManager = true, .hasCameras = true};
+    EXPECT_EQ(Problems(facts), "");
+    facts.hasSessionManager = false;
+    EXPECT_TRUE(Says(Problems(facts), "install wireplumber"));
+    facts.isThroughPortal = true;
+    EXPECT_EQ(Problems(facts), "") << "the portal hides the session manager";
+
+    facts = {.isConnected = true, .hasSessionManager = true};
+    EXPECT_TRUE(Says(Problems(facts), "none is connected"));
+    facts.devices = {"/dev/video0", "/dev/video1"};
+    EXPECT_TRUE(Says(Problems(facts), "libspa-0.2-modules"));
+    facts.closedDevices = {"/dev/video1"};
+    EXPECT_TRUE(Says(Problems(facts), "/dev/video1: become a member of the group video"));
+    EXPECT_FALSE(Says(Problems(facts), "/dev/video0"));
+}
+
+}  // namespace
+}  // namespace Osp::Media
