@@ -18,10 +18,11 @@ class FakePortal : public Kivo::Testing::FakeService {
   public:
     enum class Response : guint { kYes = 0, kNo = 1, kEnd = 2 };
     enum class Manner {
-        kPrompt,    // the answer comes right after the call's
-        kOvertake,  // the answer comes before the call's
-        kOldPath,   // a request path that cannot be foreseen
-        kSilent,    // no answer until Respond
+        kPrompt,     // the answer comes right after the call's
+        kOvertake,   // the answer comes before the call's
+        kOldPath,    // a request path that cannot be foreseen
+        kSilent,     // no answer until Respond
+        kNoCameras,  // it is a portal for other things
     };
 
     explicit FakePortal(const char* name = "org.freedesktop.portal.Desktop") : FakeService(name) {}
@@ -59,6 +60,7 @@ class FakePortal : public Kivo::Testing::FakeService {
 
     bool OnCall(GDBusMessage* call) override {
         const std::string_view member = g_dbus_message_get_member(call);
+        if (manner == Manner::kNoCameras) return false;
         if (member == "AccessCamera") return Ask(call);
         if (member == "GetAll") {
             Send(Properties(call));

@@ -1,8 +1,9 @@
 // Through the portal to the daemon, and again when it is lost.
-#include <cstring>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <thread>
 
 #include "backends/pipewire/pipewire_connection.h"
 #include "tests/backends/pipewire/fake_portal.h"
@@ -61,6 +62,8 @@ TEST_F(PortalConnectionTest, ASandboxSeesTheCameraThroughThePortalAloneAndFindsI
     EXPECT_EQ(portal_.questions, 1);
 
     stack_.KillDaemon();
+    std::this_thread::sleep_for(kMoment);
+    EXPECT_EQ(portal_.questions, 1) << "the portal has had no time to notice";
     EXPECT_TRUE(Becomes(connection, PortalState::kFailed)) << "asked while there is no daemon";
     stack_.Start();
     camera_.AwaitReady();
@@ -83,8 +86,13 @@ TEST_F(PortalConnectionTest, ALookDoesNotWaitForTheUserWhoseLateYesIsUsed) {
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(Look(connection), 0U);
     EXPECT_LT(std::chrono::steady_clock::now() - start, 1s + kMoment);
+    camera_.Vanish();
     portal_.Respond();
-    EXPECT_EQ(Look(connection), 1U);
+    const std::jthread sessionManager([this] {
+        std::this_thread::sleep_for(kMoment);
+        camera_.Send("return");
+    });
+    EXPECT_EQ(Look(connection), 1U) << "a sandbox is shown its cameras later";
 }
 
 TEST_F(PortalConnectionTest, OutsideOfASandboxThePortalIsAskedOnlyWhereNoDaemonWasEverReached) {

@@ -151,6 +151,11 @@ TEST(PortalSurroundingsTest, TellWhatIsMissing) {
         const FakePortal other("org.example.NoPortal");
         EXPECT_EQ(AskedPortal().told.Next().state, PortalState::kNoPortal);
     }
+    {
+        FakePortal other;
+        other.manner = Manner::kNoCameras;
+        EXPECT_EQ(AskedPortal().told.Next().state, PortalState::kNoPortal);
+    }
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     EXPECT_EQ(AskedPortal().told.Next().state, PortalState::kNoBus);
 }
