@@ -43,6 +43,10 @@ class PortalConnectionTest : public testing::Test {
         const PipewireConnection::Lock lock(connection);
         return connection.Graph() == nullptr ? 0 : connection.Graph()->Cameras().size();
     }
+    static Way TakenWay(const PipewireConnection& connection) {
+        const PipewireConnection::Lock lock(connection);
+        return connection.TakenWay();
+    }
     static bool Becomes(PipewireConnection& connection, PortalState state) {
         return Within(kLimit, [&] {
             const PipewireConnection::Lock lock(connection);
@@ -58,7 +62,7 @@ class PortalConnectionTest : public testing::Test {
 TEST_F(PortalConnectionTest, ASandboxSeesTheCameraThroughThePortalAloneAndFindsItAgain) {
     PipewireConnection connection(true);
     EXPECT_EQ(Look(connection), 1U);
-    EXPECT_EQ(connection.TakenWay(), Way::kPortal);
+    EXPECT_EQ(TakenWay(connection), Way::kPortal);
     EXPECT_EQ(portal_.questions, 1);
 
     stack_.KillDaemon();
@@ -99,7 +103,7 @@ TEST_F(PortalConnectionTest, OutsideOfASandboxThePortalIsAskedOnlyWhereNoDaemonW
     {
         PipewireConnection connection(false);
         EXPECT_EQ(Look(connection), 1U);
-        EXPECT_EQ(connection.TakenWay(), Way::kDirect);
+        EXPECT_EQ(TakenWay(connection), Way::kDirect);
         stack_.KillDaemon();
         std::this_thread::sleep_for(kMoment);
         EXPECT_EQ(portal_.questions, 0);
@@ -107,17 +111,19 @@ TEST_F(PortalConnectionTest, OutsideOfASandboxThePortalIsAskedOnlyWhereNoDaemonW
         camera_.AwaitReady();
     }
     setenv("PIPEWIRE_REMOTE", "elsewhere", 1);
-    PipewireConnection connection(false);
+    {
+        PipewireConnection connection(false);
+        EXPECT_EQ(Look(connection), 1U);
+        EXPECT_EQ(TakenWay(connection), Way::kPortal);
+    }
     unsetenv("PIPEWIRE_REMOTE");
-    EXPECT_EQ(Look(connection), 1U);
-    EXPECT_EQ(connection.TakenWay(), Way::kPortal);
 }
 
 TEST_F(PortalConnectionTest, ASandboxWithoutAPortalIsShownTheDaemonOrNothing) {
     portal_.Crash();
     PipewireConnection connection(true);
     EXPECT_EQ(Look(connection), 1U);
-    EXPECT_EQ(connection.TakenWay(), Way::kDirect);
+    EXPECT_EQ(TakenWay(connection), Way::kDirect);
 }
 
 }  // namespace
