@@ -31,15 +31,7 @@ const pw_core_events PipewireConnection::kEvents = [] {
     pw_core_events events{};
     events.version = PW_VERSION_CORE_EVENTS;
     events.done = [](void* data, std::uint32_t id, int) {
-        auto& connection = *static_cast<PipewireConnection*>(data);
-        if (id != PW_ID_CORE || connection.isKnown_) return;
-        if (++connection.awaitedSync_ < kRoundTrips) {
-            pw_core_sync(connection.core_.get(), PW_ID_CORE, 0);
-            return;
-        }
-        connection.isKnown_ = true;
-        if (connection.way_ == Way::kPortal) connection.hasRemoteWorked_ = true;
-        connection.OnGraphChanged();
+        if (id == PW_ID_CORE) static_cast<PipewireConnection*>(data)->OnRoundTrip();
     };
     events.error = [](void* data, std::uint32_t id, int, int code, const char* message) {
         static_cast<PipewireConnection*>(data)->OnError(id, code, message);
@@ -165,6 +157,17 @@ void PipewireConnection::OnError(std::uint32_t id, int code, const char* message
     isLost_ = true;
     error_ = message;
     RetryAfter(kSoon);
+}
+
+void PipewireConnection::OnRoundTrip() {
+    if (isKnown_) return;
+    if (++awaitedSync_ < kRoundTrips) {
+        pw_core_sync(core_.get(), PW_ID_CORE, 0);
+        return;
+    }
+    isKnown_ = true;
+    if (way_ == Way::kPortal) hasRemoteWorked_ = true;
+    OnGraphChanged();
 }
 
 void PipewireConnection::OnGraphChanged() {

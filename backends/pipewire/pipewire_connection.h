@@ -76,6 +76,7 @@ class PipewireConnection : private PipewireGraph::Listener {
     static const pw_core_events kEvents;
 
     void OnGraphChanged() override;
+    void OnRoundTrip();
     void OnError(std::uint32_t id, int code, const char* message);
     void OnPortal(PortalAnswer answer);
     void OnRetry();
