@@ -18,23 +18,11 @@ bool Says(const std::string& text, std::string_view words) {
     return text.find(words) != std::string::npos;
 }
 
-TEST(PipewireProblemsTest, EachAnswerOfThePortalSaysWhatHelps) {
-    constexpr std::pair<PortalState, const char*> kWords[] = {
-        {PortalState::kAsking, "not answered yet"},
-        {PortalState::kNoBus, "session bus"},
-        {PortalState::kNoPortal, "install xdg-desktop-portal"},
-        {PortalState::kNoCamera, "sees no camera"},
-        {PortalState::kRefused, "flatpak permission-reset"},
-        {PortalState::kEnded, "without an answer"},
-        {PortalState::kFailed, "broke off"},
-    };
-    for (const auto& [state, words] : kWords) {
-        const PortalAnswer answer{state, "its reason", {}};
-        const std::string text = Problems({.isSandboxed = true, .portal = &answer});
-        EXPECT_TRUE(Says(text, words)) << text;
-        EXPECT_TRUE(Says(text, "(its reason)")) << text;
-        EXPECT_FALSE(Says(text, "daemon")) << "none was dialled: " << text;
-    }
+TEST(PipewireProblemsTest, APortalsAnswerStandsForItselfWhereNoDaemonWasDialled) {
+    const PortalAnswer answer{PortalState::kRefused, "its reason", {}};
+    const std::string text = Problems({.isSandboxed = true, .portal = &answer});
+    EXPECT_TRUE(Says(text, "flatpak permission-reset") && Says(text, "(its reason)")) << text;
+    EXPECT_FALSE(Says(text, "daemon")) << text;
 }
 
 TEST(PipewireProblemsTest, ADaemonThatIsNotThereOrShowsNothingSaysWhatToInstall) {
