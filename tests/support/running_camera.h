@@ -23,7 +23,7 @@ namespace Osp::Media {
 struct RunningCamera {
     RunningCamera(const std::string& source, CameraSelection selection,
                   Base::Duration startAfter = {})
-        : service(std::move(*Host::MakeCameras(source, source))), installed(*service) {
+        : service(std::move(*Host::MakeCameras(source, source, false, modules))), installed(*service) {
         test.Pass(startAfter);
         EXPECT_EQ(camera.Construct(listener, selection), result::kSuccess);
         EXPECT_EQ(camera.PowerOn(), result::kSuccess);
@@ -53,6 +53,7 @@ struct RunningCamera {
 
     Testing::TestLoop test;
     NotingListener listener{test};
+    Host::CameraModules modules;
     std::unique_ptr<CameraService> service;
     CameraService::Installed installed;
     Camera camera;
