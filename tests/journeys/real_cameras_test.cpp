@@ -200,7 +200,7 @@ TEST_F(RealCamerasTest, OneThatIsInUseElsewhereGivesTheBoxAndTheEnd) {
     const json screen = camera.Print("screen");
     EXPECT_NE(screen.dump().find("Camera is already being"), std::string::npos) << screen;
     camera.Do({"wait 3000", "key camera", "wait 1000", "expect photos 0"});
-    EXPECT_TRUE(Osp::Testing::Within(3s, [&] { return camera.Program().HasEnded(); }));
+    EXPECT_TRUE(Osp::Testing::Within(10s, [&] { return camera.Program().HasEnded(); }));
 }
 
 TEST_F(RealCamerasTest, AreListedAndDiagnosed) {

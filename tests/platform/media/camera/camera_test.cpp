@@ -23,8 +23,10 @@ Sizes Taken(Sizes* list) {
 /// A phone with these cameras.
 struct Cameras {
     Cameras(const char* primary, const char* secondary)
-        : service(std::move(*Host::MakeCameras(primary, secondary))), installed(*service) {}
+        : service(std::move(*Host::MakeCameras(primary, secondary, false, modules))),
+          installed(*service) {}
 
+    Host::CameraModules modules;
     std::unique_ptr<CameraService> service;
     CameraService::Installed installed;
 };
