@@ -163,9 +163,10 @@ CapsOwner CapsFor(const VideoMode& mode, GstCaps& deviceCaps) {
     double best = kMostRate;
     for (unsigned i = 0; i < gst_caps_get_size(possible.get()); ++i) {
         GstStructure* const structure = gst_caps_get_structure(possible.get(), i);
+        if (!gst_structure_has_field(structure, "framerate")) continue;
         gst_structure_fixate_field_nearest_fraction(structure, "framerate", kMostFramesASecond, 1);
         const GValue* const rate = gst_structure_get_value(structure, "framerate");
-        if (rate == nullptr || !GST_VALUE_HOLDS_FRACTION(rate)) continue;
+        if (!GST_VALUE_HOLDS_FRACTION(rate)) continue;
         const double distance = std::abs(RateOf(rate) - kMostFramesASecond);
         if (distance >= best) continue;
         best = distance;
