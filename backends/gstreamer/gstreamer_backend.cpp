@@ -80,7 +80,9 @@ BackendReport GstreamerBackend::Look(bool withUsers) {
     if (way_.isOfFiles) {
         for (std::string& problem : ProblemsWithFiles()) report.problems.push_back(problem);
     } else if (catalogue_.HasProvider() && report.cameras.empty()) {
-        report.problems.push_back(std::string(way_.name) + " has found no camera");
+        report.problems.push_back(std::string(way_.name) +
+                                  " has found no camera; see that its cable is in and that the "
+                                  "system's device tree names the sensor");
     }
     return report;
 }

@@ -89,6 +89,7 @@ const pw_node_events PipewireGraph::Node::kEvents = [] {
 void PipewireGraph::Node::OnInfo(const pw_node_info& info) {
     if ((info.change_mask & PW_NODE_CHANGE_MASK_PROPS) != 0) {
         camera.info.facing = FacingOf(info.props);
+        camera.file = Property(info.props, {"api.v4l2.path"});
     }
     if ((info.change_mask & PW_NODE_CHANGE_MASK_STATE) != 0) {
         const bool hasError = info.state == PW_NODE_STATE_ERROR;

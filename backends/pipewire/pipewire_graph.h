@@ -16,6 +16,7 @@ namespace Osp::Media {
 struct PipewireCamera {
     std::uint32_t nodeId = 0;
     std::string serial;    // what a stream names as its target
+    std::string file;      // the kernel's, of a device that has one; else empty
     std::string error;     // why the node does not run, as its device says; empty while it does
     bool isKnown = false;  // its modes have been heard
     CameraInfo info;

@@ -97,20 +97,27 @@ std::vector<VideoMode> PipewireSource::Modes() const {
 
 result PipewireSource::Start(const VideoMode& mode, std::shared_ptr<VideoSink> sink) {
     Stop();
-    const PipewireConnection::Lock lock(connection_);
-    const PipewireCamera* const camera = Camera();
-    if (camera == nullptr) return result::kObjectNotFound;
-    sink_ = std::move(sink);
-    if (!Connect(*camera, mode)) {
-        End();
-        return result::kIo;
+    const auto limit = std::chrono::steady_clock::now() + kLongestAnswer;
+    result r = result::kIo;
+    {
+        const PipewireConnection::Lock lock(connection_);
+        const PipewireCamera* const camera = Camera();
+        if (camera == nullptr) return result::kObjectNotFound;
+        sink_ = std::move(sink);
+        controls_.Open(camera->file);
+        if (Connect(*camera, mode)) r = AwaitAnswer(limit);
+        if (Failed(r)) End();
     }
-    const result r = AwaitAnswer();
-    if (Failed(r)) End();
+    if (Failed(r)) {
+        controls_.Close();
+    } else {
+        controls_.WaitUntilKnown(limit);
+    }
     return r;
 }
 
 void PipewireSource::Stop() {
+    controls_.Close();
     const PipewireConnection::Lock lock(connection_);
     End();
 }
@@ -144,8 +151,7 @@ bool PipewireSource::Connect(const PipewireCamera& camera, const VideoMode& mode
            0;
 }
 
-result PipewireSource::AwaitAnswer() {
-    const auto limit = std::chrono::steady_clock::now() + kLongestAnswer;
+result PipewireSource::AwaitAnswer(std::chrono::steady_clock::time_point limit) {
     while (stream_ && error_.empty() && state_ != PW_STREAM_STATE_UNCONNECTED) {
         if (state_ == PW_STREAM_STATE_STREAMING) return result::kSuccess;
         if (connection_.Wait(limit)) continue;

@@ -1,6 +1,7 @@
 // One camera of PipeWire's.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <pipewire/pipewire.h>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "backends/pipewire/pipewire_connection.h"
+#include "backends/v4l2/device_controls.h"
 #include "osp/base/owner.h"
 #include "osp/media/live/video_source.h"
 
@@ -25,8 +27,8 @@ class PipewireSource : public VideoSource, private PipewireConnection::Observer 
     std::vector<VideoMode> Modes() const override;
     result Start(const VideoMode& mode, std::shared_ptr<VideoSink> sink) override;
     void Stop() override;
-    bool Has(VideoControl) const override { return false; }
-    result Set(VideoControl, int) override { return result::kUnsupported; }
+    bool Has(VideoControl control) const override { return controls_.Has(control); }
+    result Set(VideoControl control, int value) override { return controls_.Set(control, value); }
 
   private:
     static const pw_stream_events kEvents;
@@ -35,7 +37,7 @@ class PipewireSource : public VideoSource, private PipewireConnection::Observer 
     void OnDisconnected() override;
     const PipewireCamera* Camera() const;
     bool Connect(const PipewireCamera& camera, const VideoMode& mode);
-    result AwaitAnswer();
+    result AwaitAnswer(std::chrono::steady_clock::time_point limit);
     bool IsTaken() const;
     void OnStateChanged(pw_stream_state state, const char* error);
     void OnFormat(const spa_pod* parameter);
@@ -45,6 +47,7 @@ class PipewireSource : public VideoSource, private PipewireConnection::Observer 
 
     PipewireConnection& connection_;
     const std::string id_;
+    DeviceControls controls_;  // loop thread
 
     // Guarded by the connection's lock.
     std::function<void()> changed_;

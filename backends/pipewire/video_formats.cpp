@@ -6,6 +6,7 @@
 #include <spa/param/video/format-utils.h>
 #include <span>
 
+#include "osp/media/live/usual_sizes.h"
 #include "osp/media/live/video_modes.h"
 
 // A node offers values one by one, as a list whose first entry is its favourite and stands in it
@@ -26,12 +27,6 @@ struct KnownFormat {
 constexpr std::array kRawFormats = {KnownFormat{SPA_VIDEO_FORMAT_I420, VideoFormat::kI420},
                                     KnownFormat{SPA_VIDEO_FORMAT_NV12, VideoFormat::kNv12},
                                     KnownFormat{SPA_VIDEO_FORMAT_YUY2, VideoFormat::kYuy2}};
-
-constexpr std::array kUsualSizes = {Dimension{640, 480},  Dimension{800, 480},
-                                    Dimension{1280, 720}, Dimension{1280, 960},
-                                    Dimension{1600, 960}, Dimension{1920, 1080}};
-
-constexpr std::uint32_t kMostSide = 16384;
 
 /// The values of a property, whatever the kind of choice; the favourite comes first.
 template <class Value>
@@ -63,7 +58,7 @@ std::vector<Dimension> ReadSizes(const spa_pod& parameter) {
     };
     for (const spa_rectangle& value : offer.values) {
         if (value.width == 0 || value.height == 0) continue;
-        if (value.width > kMostSide || value.height > kMostSide) continue;
+        if (std::max(value.width, value.height) > std::uint32_t{kMostVideoSide}) continue;
         add({static_cast<int>(value.width), static_cast<int>(value.height)});
     }
     if (!offer.isRange) return sizes;

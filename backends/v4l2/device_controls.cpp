@@ -13,7 +13,8 @@ void DeviceControls::Open(const std::string& file) {
         isKnown_ = false;
     }
     worker_.Post([this, file, wantsFlash = isFlashWanted_] {
-        device_ = std::make_unique<V4l2Controls>(file.empty() ? nullptr : OpenControlNode(file));
+        device_ =
+            std::make_unique<V4l2Controls>(file.empty() ? nullptr : OpenControlNode(file), lights_);
         if (wantsFlash) (void)device_->Set(VideoControl::kFlash, 1);
         const std::lock_guard lock(mutex_);
         for (const auto control : {VideoControl::kZoom, VideoControl::kWhiteBalance,

@@ -7,6 +7,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 
 #include "backends/v4l2/v4l2_controls.h"
 #include "osp/base/serial_worker.h"
@@ -18,6 +19,7 @@ namespace Osp::Media {
 /// it may take a second to answer, and more when it is being unplugged.
 class DeviceControls {
   public:
+    explicit DeviceControls(std::string lights = "/sys/class/leds") : lights_(std::move(lights)) {}
     ~DeviceControls() { Close(); }
 
     /// Begins to look what the device behind `file` can do; an empty name is of a device that has
@@ -38,6 +40,7 @@ class DeviceControls {
     static constexpr std::size_t kControls = 4;
     static std::size_t IndexOf(VideoControl control) { return static_cast<std::size_t>(control); }
 
+    const std::string lights_;
     bool isOpen_ = false;
     bool isFlashWanted_ = false;
 

@@ -137,6 +137,37 @@ TEST(V4l2Controls, WhatTheDeviceCannotDoIsRefused) {
     }
 }
 
+TEST(DeviceControls, TheTorchThatIsWantedShinesWhenTheDeviceIsOpen) {
+    const Testing::TemporaryFolder lights;
+    std::filesystem::create_directory(lights / "torch");
+    const std::string torch = lights / "torch/brightness";
+    Testing::WriteText(lights / "torch/max_brightness", "3");
+    Testing::WriteText(torch, "0");
+    {
+        DeviceControls controls(lights.Path());
+        const auto open = [&controls] {
+            controls.Open("");
+            controls.WaitUntilKnown(std::chrono::steady_clock::now() + std::chrono::seconds(10));
+        };
+        EXPECT_EQ(controls.Set(VideoControl::kFlash, 1), result::kUnsupported);
+        open();
+        EXPECT_TRUE(controls.Has(VideoControl::kFlash));
+        EXPECT_FALSE(controls.Has(VideoControl::kZoom));
+        EXPECT_EQ(ReadText(torch), "0");
+        controls.Close();
+        EXPECT_EQ(controls.Set(VideoControl::kFlash, 1), result::kSuccess);
+        open();
+        EXPECT_EQ(ReadText(torch), "3");
+        controls.Close();
+        controls.Close();
+        EXPECT_EQ(controls.Set(VideoControl::kFlash, 0), result::kSuccess);
+        open();
+        EXPECT_EQ(ReadText(torch), "0");
+        EXPECT_EQ(controls.Set(VideoControl::kFlash, 1), result::kSuccess);
+    }
+    EXPECT_EQ(ReadText(torch), "0");
+}
+
 TEST(V4l2Controls, ATorchOfTheMachineStandsInForTheDevice) {
     Stage stage({});
     for (const char* light : {"keyboard", "white:flash", "white:torch"}) {
