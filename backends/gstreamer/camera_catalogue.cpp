@@ -6,12 +6,12 @@
 #include "backends/gstreamer/device_description.h"
 #include "backends/v4l2/video_files.h"
 
-// The provider is asked itself: a monitor would start those of all libraries at once, and some of
-// them take hold of the devices that others are to open. Starting it opens every device and may
-// take long, so it happens on the worker; from then on it announces what comes and goes on a thread
-// of its own, some cameras twice: those that were there at its start it both lists and announces,
-// and a device that is probed again is announced as a new object. The id decides which are the
-// same.
+// The provider is asked itself: a monitor would start those of all libraries at once, some of them
+// take hold of the devices that others are to open, and libcamera's hides the one of v4l2. Starting
+// it opens every device and may take long, so it happens on the worker; from then on it announces
+// what comes and goes on a thread of its own, some cameras twice: those that were there at its
+// start it both lists and announces, and a device that is probed again is announced as a new
+// object. File and id decide which are the same.
 
 namespace Osp::Media {
 

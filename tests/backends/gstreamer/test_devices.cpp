@@ -9,21 +9,19 @@ namespace {
 std::vector<TestDevice> gDevices;
 GstDeviceProvider* gAnnouncer = nullptr;  // the one that was started last; not owned
 
-struct DeviceObject {
-    GstDevice base;
-    char* element;
-};
+constexpr const char* kElementKey = "element";
 
 GType DeviceType() {
     static const GType type = g_type_register_static_simple(
         GST_TYPE_DEVICE, "KivoTestDevice", sizeof(GstDeviceClass),
         [](gpointer klass, gpointer) {
             GST_DEVICE_CLASS(klass)->create_element = [](GstDevice* device, const gchar*) {
-                const char* const text = reinterpret_cast<DeviceObject*>(device)->element;
+                const auto* const text =
+                    static_cast<const char*>(g_object_get_data(G_OBJECT(device), kElementKey));
                 return gst_parse_bin_from_description(text, TRUE, nullptr);
             };
         },
-        sizeof(DeviceObject), nullptr, GTypeFlags{});
+        sizeof(GstDevice), nullptr, GTypeFlags{});
     return type;
 }
 
@@ -31,10 +29,10 @@ GstDevice* MakeDevice(const TestDevice& device) {
     GstCaps* const caps = gst_caps_from_string(device.caps.c_str());
     GstStructure* const properties =
         gst_structure_from_string(("properties" + device.properties).c_str(), nullptr);
-    auto* const object = static_cast<DeviceObject*>(
+    gpointer const object =
         g_object_new(DeviceType(), "display-name", device.name.c_str(), "caps", caps,
-                     "device-class", device.deviceClass, "properties", properties, nullptr));
-    object->element = g_strdup(device.element.c_str());  // as long as the test program
+                     "device-class", device.deviceClass, "properties", properties, nullptr);
+    g_object_set_data_full(G_OBJECT(object), kElementKey, g_strdup(device.element.c_str()), g_free);
     gst_caps_unref(caps);
     gst_structure_free(properties);
     return GST_DEVICE(object);
