@@ -1,5 +1,6 @@
 #include "tests/backends/gstreamer/test_devices.h"
 
+#include <atomic>
 #include <gst/base/gstpushsrc.h>
 
 namespace Osp::Testing {
@@ -96,12 +97,19 @@ gboolean StartTaken(GstBaseSrc* source) {
     return FALSE;
 }
 
+std::atomic<int> gSlowStarts = 0;
+
 gboolean StartSlowly(GstBaseSrc*) {
-    g_usleep(G_USEC_PER_SEC);
+    ++gSlowStarts;
+    g_usleep(G_USEC_PER_SEC * 3 / 2);
     return FALSE;
 }
 
 }  // namespace
+
+int SlowStarts() {
+    return gSlowStarts;
+}
 
 void Provide(const std::vector<TestDevice>& devices) {
     gst_init(nullptr, nullptr);

@@ -20,11 +20,13 @@ struct TestDevice {
 inline constexpr const char* kAnnouncingProvider = "kivotestannouncer";
 inline constexpr const char* kSilentProvider = "kivotestlister";
 
-/// Sources that refuse to begin: as busy, as what cannot be opened because it is busy, and after a
-/// second.
+/// Sources that refuse to begin: as busy; as what cannot be opened because it is busy; without a
+/// word, after a second and a half.
 inline constexpr const char* kBusyElement = "kivotestbusy";
 inline constexpr const char* kTakenElement = "kivotesttaken";
 inline constexpr const char* kSlowElement = "kivotestslow";
+/// How often the last has been asked to begin.
+int SlowStarts();
 
 /// Registers all of these; from now on they have these devices.
 void Provide(const std::vector<TestDevice>& devices);

@@ -82,7 +82,7 @@ struct Stage {
 
 TEST(V4l2Controls, SetWhatTheDeviceHasAndPutItBack) {
     Stage stage({{V4L2_CID_ZOOM_ABSOLUTE, {100, 500, 20, 100}},
-                 {V4L2_CID_AUTO_WHITE_BALANCE, {0, 1, 1, 0}},
+                 {V4L2_CID_AUTO_WHITE_BALANCE, {0, 1, 1, 1}},
                  {V4L2_CID_WHITE_BALANCE_TEMPERATURE, {3200, 6000, 50, 4600}},
                  {V4L2_CID_AUTO_FOCUS_START, {0, 1, 1, 0}},
                  {V4L2_CID_FLASH_LED_MODE, {0, 2, 1, 0}}});
@@ -109,7 +109,7 @@ TEST(V4l2Controls, SetWhatTheDeviceHasAndPutItBack) {
     EXPECT_EQ(controls->Set(VideoControl::kWhiteBalance, 3), result::kSuccess);
     controls.reset();
     EXPECT_EQ(stage.Value(V4L2_CID_ZOOM_ABSOLUTE), 100);
-    EXPECT_EQ(stage.Value(V4L2_CID_AUTO_WHITE_BALANCE), 0);
+    EXPECT_EQ(stage.Value(V4L2_CID_AUTO_WHITE_BALANCE), 1);
     EXPECT_EQ(stage.Value(V4L2_CID_WHITE_BALANCE_TEMPERATURE), 4600);
     EXPECT_EQ(stage.Value(V4L2_CID_FLASH_LED_MODE), V4L2_FLASH_LED_MODE_NONE);
 }
