@@ -5,6 +5,7 @@
 #include "backends/pipewire/pipewire_connection.h"
 #include "backends/pipewire/pipewire_problems.h"
 #include "backends/pipewire/pipewire_source.h"
+#include "backends/v4l2/video_files.h"
 #include "osp/media/live/camera_backend.h"
 
 namespace Osp::Media {
@@ -55,8 +56,7 @@ PipewireFacts PipewireBackend::Facts(const BackendReport& report) const {
     facts.hasSessionManager = graph != nullptr && graph->HasSessionManager();
     facts.hasCameras = !report.cameras.empty();
     if (facts.hasCameras) return facts;
-    facts.devices = FindDevices();
-    facts.closedDevices = FilterClosed(facts.devices);
+    facts.fileProblems = ProblemsWithFiles();
     return facts;
 }
 

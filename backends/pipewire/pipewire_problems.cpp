@@ -2,16 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <iterator>
-#include <unistd.h>
 
 namespace Osp::Media {
 
 namespace {
-
-constexpr const char* kDeviceFolder = "/dev";
-constexpr const char* kDevicePrefix = "video";
 
 /// By PortalState.
 constexpr std::array kPortalWords = {
@@ -36,27 +31,21 @@ std::string WithReason(const std::string& words, const std::string& reason) {
     return reason.empty() ? words : words + " (" + reason + ")";
 }
 
-std::string Joined(const std::vector<std::string>& words) {
-    std::string text;
-    for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
-    return text;
-}
-
 std::string Unreached(const std::string& error) {
     return WithReason("no PipeWire daemon answers", error) +
            ": install pipewire and start its user service (systemctl --user start pipewire)";
 }
 
-std::string Unfound(const PipewireFacts& facts) {
-    if (!facts.closedDevices.empty()) {
-        return "this user may not open " + Joined(facts.closedDevices) +
-               ": become a member of the group video and log in anew";
+void ExplainMissing(const PipewireFacts& facts, BackendReport& report) {
+    if (facts.isThroughPortal) {
+        report.problems.emplace_back("the camera portal gives leave but shows no camera");
+    } else if (!facts.fileProblems.empty()) {
+        std::ranges::copy(facts.fileProblems, std::back_inserter(report.problems));
+    } else {
+        report.problems.emplace_back(
+            "the daemon has no camera, although the kernel knows one: install libspa-0.2-modules "
+            "(webcams) or libspa-0.2-libcamera (built-in cameras) and start wireplumber anew");
     }
-    if (facts.isThroughPortal) return "the camera portal gives leave but shows no camera";
-    if (facts.devices.empty()) return "the daemon has no camera, and none is connected here";
-    return "the daemon has no camera, although there is " + Joined(facts.devices) +
-           ": install libspa-0.2-modules (webcams) or libspa-0.2-libcamera (built-in cameras) and "
-           "start wireplumber anew";
 }
 
 void ExplainUnconnected(const PipewireFacts& facts, BackendReport& report) {
@@ -79,27 +68,7 @@ void Explain(const PipewireFacts& facts, BackendReport& report) {
             "no session manager runs beside the daemon, so that nothing is connected: install "
             "wireplumber and start its user service (systemctl --user start wireplumber)");
     }
-    if (!facts.hasCameras) report.problems.push_back(Unfound(facts));
-}
-
-std::vector<std::string> FindDevices() {
-    std::vector<std::string> devices;
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(kDeviceFolder, error)) {
-        if (entry.path().filename().string().starts_with(kDevicePrefix)) {
-            devices.push_back(entry.path());
-        }
-    }
-    std::ranges::sort(devices);
-    return devices;
-}
-
-std::vector<std::string> FilterClosed(const std::vector<std::string>& devices) {
-    std::vector<std::string> closed;
-    std::ranges::copy_if(devices, std::back_inserter(closed), [](const std::string& device) {
-        return access(device.c_str(), R_OK | W_OK) != 0;
-    });
-    return closed;
+    if (!facts.hasCameras) ExplainMissing(facts, report);
 }
 
 }  // namespace Osp::Media

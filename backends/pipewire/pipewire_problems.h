@@ -18,16 +18,10 @@ struct PipewireFacts {
     const PortalAnswer* portal = nullptr;  // null: it was not asked; not owned
     bool hasSessionManager = false;        // as far as a direct connection shows
     bool hasCameras = false;
-    std::vector<std::string> devices{};        // files of cameras
-    std::vector<std::string> closedDevices{};  // those of them that this user may not open
+    std::vector<std::string> fileProblems{};  // why this user cannot see what the kernel has
 };
 
 /// Adds the way that was taken to the notes, and what stands in the way to the problems.
 void Explain(const PipewireFacts& facts, BackendReport& report);
-
-/// The files that the system makes for cameras.
-std::vector<std::string> FindDevices();
-/// Those that this user may not open.
-std::vector<std::string> FilterClosed(const std::vector<std::string>& devices);
 
 }  // namespace Osp::Media
