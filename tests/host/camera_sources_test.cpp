@@ -76,8 +76,9 @@ TEST(CameraChoice, IsByWhereTheyLookAndThenByTheirIds) {
     for (const auto& c : cases) {
         std::vector<Osp::Media::CameraInfo> found;
         for (const auto facing : c.facing) {
-            found.emplace_back().id = std::string(1, static_cast<char>('a' + found.size() - 1));
-            found.back().facing = facing;
+            Osp::Media::CameraInfo& camera = found.emplace_back();
+            camera.id = std::string(1, static_cast<char>('a' + found.size() - 1));
+            camera.facing = facing;
         }
         const auto primary = ChooseCamera(found, CameraSelection::kPrimary, std::nullopt);
         const auto secondary = ChooseCamera(found, CameraSelection::kSecondary, primary);
