@@ -94,6 +94,7 @@ class CameraMaker {
     CameraModules& modules_;
     std::optional<std::vector<CameraInfo>> found_;   // by the first `auto`
     CameraWay way_{};                                // in which they were found
+    bool awaitsConsent_ = false;                     // there may be some later
     std::array<std::optional<std::string>, 2> ids_;  // of the real cameras that have been made
 };
 
@@ -106,8 +107,10 @@ void CameraMaker::Look() {
         const auto backend = modules_.Get(way);
         if (!backend) continue;
         way_ = way;
-        found_ = (*backend)->Look(false).cameras;
-        if (!found_->empty()) return;
+        const auto report = (*backend)->Look(false);
+        found_ = report.cameras;
+        awaitsConsent_ = report.awaitsConsent;
+        if (!found_->empty() || awaitsConsent_) return;
     }
 }
 
@@ -116,8 +119,11 @@ Outcome<Device> CameraMaker::MakeAuto(CameraSelection selection, const Request& 
     std::optional<std::string> taken = ids_[isPrimary ? 1 : 0];
     if (!taken && other.source->kind == SourceKind::kReal) taken = other.argument;
     Look();
+    if (taken && taken->empty() && !found_->empty()) taken = found_->front().id;
     const auto id = ChooseCamera(*found_, selection, taken);
     if (id) return MakeReal(way_, *id, selection);
+    // Whichever camera the user's yes will bring.
+    if (isPrimary && awaitsConsent_) return MakeReal(way_, "", selection);
     const bool isOtherReal = taken.has_value();
     if (!isPrimary && isOtherReal) return Device();
     return Device(std::make_unique<Osp::Media::SceneCamera>(selection));

@@ -52,6 +52,7 @@ void ExplainUnconnected(const PipewireFacts& facts, BackendReport& report) {
     if (!facts.error.empty()) report.problems.push_back(Unreached(facts.error));
     if (facts.portal == nullptr) return;
     const auto& [state, reason, remote] = *facts.portal;
+    report.awaitsConsent = state == PortalState::kAsking;
     const std::string words = kPortalWords.at(static_cast<std::size_t>(state));
     if (!words.empty()) report.problems.push_back(WithReason(words, reason));
 }

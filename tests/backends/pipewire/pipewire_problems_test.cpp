@@ -23,6 +23,12 @@ TEST(PipewireProblemsTest, APortalsAnswerStandsForItselfWhereNoDaemonWasDialled)
     const std::string text = Problems({.isSandboxed = true, .portal = &answer});
     EXPECT_TRUE(Says(text, "flatpak permission-reset") && Says(text, "(its reason)")) << text;
     EXPECT_FALSE(Says(text, "daemon")) << text;
+    for (const auto state : {PortalState::kAsking, PortalState::kRefused}) {
+        const PortalAnswer given{state, "", {}};
+        BackendReport report;
+        Explain({.isSandboxed = true, .portal = &given}, report);
+        EXPECT_EQ(report.awaitsConsent, state == PortalState::kAsking);
+    }
 }
 
 TEST(PipewireProblemsTest, ADaemonThatIsNotThereOrShowsNothingSaysWhatToInstall) {

@@ -22,6 +22,7 @@ struct CameraInfo {
 /// What a person needs in order to get cameras out of a back end.
 struct BackendReport {
     std::vector<CameraInfo> cameras;    // in the order of their ids
+    bool awaitsConsent = false;         // somebody is being asked, and cameras come with a yes
     std::vector<std::string> notes;     // what was found: versions, ways that were taken
     std::vector<std::string> problems;  // why there are no cameras, or fewer, and what helps
 };
