@@ -6,6 +6,7 @@
 
 #include "osp/base/out_of_memory.h"
 #include "osp/base/trace.h"
+#include "osp/graphics/access.h"
 #include "osp/graphics/bitmap_pixels.h"
 
 namespace Osp::Graphics {
@@ -14,11 +15,15 @@ namespace {
 
 constexpr int kMostPixelsASide = 32767;  // Cairo's limit
 
+bool IsSize(const Dimension& dimension) {
+    const auto [width, height] = dimension;
+    return width > 0 && height > 0 && width <= kMostPixelsASide && height <= kMostPixelsASide;
+}
+
 bool IsBitmap(const Base::ByteBuffer& buffer, const Dimension& dimension,
               BitmapPixelFormat format) {
     const auto [width, height] = dimension;
-    return width > 0 && height > 0 && width <= kMostPixelsASide && height <= kMostPixelsASide &&
-           format == BitmapPixelFormat::kArgb8888 &&
+    return IsSize(dimension) && format == BitmapPixelFormat::kArgb8888 &&
            buffer.GetCapacity() == static_cast<long long>(width) * height * 4;
 }
 
@@ -45,6 +50,18 @@ result Bitmap::Construct(Base::ByteBuffer&& buffer, const Dimension& dimension,
         pixels_ = std::make_shared<BitmapPixels>(dimension, Base::Block(std::move(buffer)));
         Base::Trace::Mark("bitmap-made");
         return result::kSuccess;
+    });
+}
+
+result Bitmap::Construct(const Bitmap& original, const Dimension& dimension) {
+    if (!original.pixels_ || !IsSize(dimension)) return result::kInvalidArgument;
+    return Base::OrOutOfMemory([&] {
+        auto surface = std::make_shared<Surface>(dimension, Surface::Kind::kWithAlpha);
+        Canvas canvas = Access::MakeCanvas(surface);
+        const result r =
+            canvas.DrawBitmap(Rectangle{0, 0, dimension.width, dimension.height}, original);
+        if (Succeeded(r)) pixels_ = std::make_shared<BitmapPixels>(dimension, std::move(surface));
+        return r;
     });
 }
 

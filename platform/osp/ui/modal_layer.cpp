@@ -71,13 +71,7 @@ class OkButton : public Controls::Button {
         if (Failed(r)) return r;
         r = canvas->FillRoundRectangle(IsPressed() ? kDarkButtonPressed : kDarkButton,
                                        {0, 0, width, height}, kButtonRadius);
-        if (Failed(r)) return r;
-        const Graphics::Font font = MakeFont(Graphics::kFontStyleBold, kTextSize);
-        r = canvas->SetFont(font);
-        if (Failed(r)) return r;
-        canvas->SetForegroundColor(kSheet);
-        const Graphics::Dimension size = canvas->MeasureText(GetName());
-        return canvas->DrawText({(width - size.width) / 2, (height - size.height) / 2}, GetName());
+        return Failed(r) ? r : DrawText(*canvas);
     }
 };
 
@@ -122,7 +116,9 @@ void ModalLayer::AddButton() {
     (void)button->Construct({(Screen::kSize.width - kButtonSize.width) / 2,
                              sheet_.y + sheet_.height - kPadding - kButtonSize.height,
                              kButtonSize.width, kButtonSize.height});
-    button->SetName("OK");
+    button->SetText("OK");
+    (void)button->SetTextFont(MakeFont(Graphics::kFontStyleBold, kTextSize));
+    button->SetTextColor(kSheet);
     button->AddActionEventListener(*this);
     if (Succeeded(AddControl(button.get()))) (void)button.release();
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include <osp/ui/container.h>
+#include <osp/ui/controls/button.h>
 #include <osp/ui/controls/label.h>
 
 #include "osp/ui/access.h"
@@ -35,6 +36,9 @@ void WalkScreen(const Visit& visit) {
 inline std::string TextOf(const Control& control) {
     if (const auto* label = dynamic_cast<const Controls::Label*>(&control)) {
         if (!label->GetText().IsEmpty()) return label->GetText().ToUtf8();
+    }
+    if (const auto* button = dynamic_cast<const Controls::Button*>(&control)) {
+        if (!button->GetText().IsEmpty()) return button->GetText().ToUtf8();
     }
     return control.GetName().ToUtf8();
 }

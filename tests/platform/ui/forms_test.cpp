@@ -1,6 +1,7 @@
 #include <memory>
 
 #include <osp/base/collection/array_list.h>
+#include <osp/ui/weak_control.h>
 
 #include "tests/support/ui_fixture.h"
 
@@ -60,6 +61,16 @@ TEST_F(FormsTest, AFormMayRemoveItselfAndGoesOnceItsCallHasUnwound) {
     EXPECT_EQ(log_,
               (Log{"initialized a", "a got 100", "terminated a", "still in the call", "deleted a"}))
         << "and one to a form that is gone is dropped";
+}
+
+TEST_F(FormsTest, AWeakHandleKnowsWhenItsFormHasEnded) {
+    NotingForm& form = AddForm("a");
+    const WeakControl<NotingForm> handle(form);
+    EXPECT_EQ(handle.Get(), &form);
+    EXPECT_EQ(WeakControl<NotingForm>().Get(), nullptr);
+    (void)frame_.RemoveControl(form);
+    loop_.Settle();
+    EXPECT_EQ(handle.Get(), nullptr);
 }
 
 TEST_F(FormsTest, AFailingFormStaysItsCallers) {

@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <memory>
+#include <utility>
+
 #include "tests/support/ui_fixture.h"
 
 namespace Osp::Ui {
@@ -78,6 +82,69 @@ TEST_F(PaintingTest, MovingAndHidingUncoverWhatLiesBelow) {
     EXPECT_EQ(PixelAt(105, 105), 0xFF0000u);
     (void)area->SetShowState(false);
     EXPECT_EQ(PixelAt(105, 105), 0x0000FFu);
+}
+
+/// Of the pixels of one colour in a row of the screen, the first and the last.
+std::pair<int, int> Extent(const std::vector<std::uint32_t>& row, std::uint32_t color) {
+    const auto first = std::ranges::find(row, color);
+    const auto last = std::find(row.rbegin(), row.rend(), color);
+    return {int(first - row.begin()), int(row.rend() - last) - 1};
+}
+
+TEST_F(PaintingTest, AButtonShowsItsTextInItsMiddleAboveItsPicture) {
+    Base::ByteBuffer blue;
+    ASSERT_EQ(blue.Construct(200 * 60 * 4), result::kSuccess);
+    for (int i = 0; i < 200 * 60 * 4; ++i) blue.GetPointer()[i] = i % 4 < 2 ? 0 : 255;
+    Graphics::Bitmap bitmap;
+    ASSERT_EQ(bitmap.Construct(blue, {200, 60}, Graphics::BitmapPixelFormat::kArgb8888),
+              result::kSuccess);
+    auto* const button = AddButton({100, 100, 200, 60});
+    button->SetNormalBitmap(bitmap);
+    button->SetText("HHHH");
+    button->SetTextColor(kRed);
+    std::vector<std::uint32_t> row;
+    for (int x = 0; x < 400; ++x) row.push_back(PixelAt(x, 130));
+    const auto [left, right] = Extent(row, 0xFF0000);
+    EXPECT_NEAR(left - 100, 300 - 1 - right, 2);
+    EXPECT_GT(right - left, 50);
+    EXPECT_EQ(row[100], 0x0000FFu);
+
+    Graphics::Font small;
+    EXPECT_EQ(button->SetTextFont(small), result::kInvalidArgument);
+    ASSERT_EQ(small.Construct(Graphics::kFontStylePlain, 12), result::kSuccess);
+    EXPECT_EQ(button->SetTextFont(small), result::kSuccess);
+    EXPECT_EQ(PixelAt(left + 1, 130), 0x0000FFu) << "smaller now";
+    button->SetText("");
+    for (int x = 100; x < 300; ++x) EXPECT_EQ(PixelAt(x, 130), 0x0000FFu) << x;
+}
+
+TEST_F(PaintingTest, AScaledCopyLooksLikeWhatACanvasScales) {
+    Base::ByteBuffer noise;
+    ASSERT_EQ(noise.Construct(40 * 30 * 4), result::kSuccess);
+    for (int i = 0; i < 40 * 30 * 4; ++i) noise.GetPointer()[i] = std::uint8_t(i * i % 251);
+    Graphics::Bitmap original;
+    Graphics::Bitmap copy;
+    EXPECT_EQ(copy.Construct(original, {20, 20}), result::kInvalidArgument);
+    ASSERT_EQ(original.Construct(noise, {40, 30}, Graphics::BitmapPixelFormat::kArgb8888),
+              result::kSuccess);
+    EXPECT_EQ(copy.Construct(original, {20, 0}), result::kInvalidArgument);
+    ASSERT_EQ(copy.Construct(original, {25, 20}), result::kSuccess);
+    EXPECT_EQ(copy.GetWidth(), 25);
+    Area* const area = AddArea({0, 0, 100, 50}, kBlue);
+    (void)screen_.Compose();
+    const std::unique_ptr<Graphics::Canvas> canvas(area->GetCanvasN());
+    (void)canvas->DrawBitmap(Graphics::Rectangle{0, 0, 25, 20}, original);
+    (void)canvas->DrawBitmap(Graphics::Point{50, 0}, copy);
+    (void)area->Show();
+    EXPECT_NE(PixelAt(10, 10), 0x0000FFu);
+    for (int i = 0; i < 25 * 20; ++i) {
+        const int x = i % 25;
+        const int y = i / 25;
+        for (int shift = 0; shift < 24; shift += 8) {
+            EXPECT_NEAR(int(PixelAt(x, y) >> shift & 255), int(PixelAt(50 + x, y) >> shift & 255),
+                        2);
+        }
+    }
 }
 
 }  // namespace

@@ -30,6 +30,10 @@ class Bitmap {
                      BitmapPixelFormat format);
     result Construct(Base::ByteBuffer&& buffer, const Dimension& dimension,
                      BitmapPixelFormat format);
+    /// A copy of `original`, scaled and filtered as a canvas would do it, for one that is drawn at
+    /// that size time and again. kInvalidArgument, leaving the bitmap as it was, when `original` is
+    /// not constructed or a side is not 1 to 32,767 pixels; likewise kOutOfMemory.
+    result Construct(const Bitmap& original, const Dimension& dimension);
 
     /// In pixels; 0 before construction.
     int GetWidth() const;

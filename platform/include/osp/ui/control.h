@@ -19,6 +19,8 @@ namespace Osp::Ui {
 
 class Access;
 class Container;
+template <class T>
+class WeakControl;
 
 /// A node of the retained tree that is composited into the 800 x 480 screen. Every control has a
 /// canvas of its own, which keeps what was last drawn. Loop thread only; may be deleted inside its
@@ -94,6 +96,8 @@ class Control : public Base::Object {
 
   private:
     friend class Access;  // the platform's own side of the tree
+    template <class T>
+    friend class WeakControl;
 
     Graphics::Rectangle bounds_;
     Container* parent_ = nullptr;  // not owned; null outside the tree

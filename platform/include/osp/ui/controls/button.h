@@ -1,16 +1,18 @@
 // A control that acts when it is tapped.
 #pragma once
 
-#include <array>
 #include <vector>
 
 #include <osp/graphics/bitmap.h>
+#include <osp/graphics/color.h>
+#include <osp/graphics/font.h>
 #include <osp/ui/control.h>
 #include <osp/ui/i_action_event_listener.h>
 
 namespace Osp::Ui::Controls {
 
-/// Follows the finger that went down on it: pressed while the finger is inside.
+/// Follows the finger that went down on it: pressed while the finger is inside. Shows its picture
+/// and, above that, its text.
 class Button : public Control {
   public:
     /// `bounds` are in the parent, in pixels; kInvalidArgument for an empty rectangle.
@@ -20,6 +22,13 @@ class Button : public Control {
     /// shows the idle one at 45 % opacity. They redraw the button.
     void SetNormalBitmap(const Graphics::Bitmap& bitmap);
     void SetPressedBitmap(const Graphics::Bitmap& bitmap);
+
+    /// One line in the middle of the button; empty, as at first, for none. All three redraw.
+    void SetText(const Base::String& text);
+    const Base::String& GetText() const { return text_; }
+    void SetTextColor(const Graphics::Color& color);
+    /// Default: bold, 24 pixels to the em. kInvalidArgument for an unconstructed font.
+    result SetTextFont(const Graphics::Font& font);
 
     void SetActionId(int actionId) { actionId_ = actionId; }
     int GetActionId() const { return actionId_; }
@@ -31,6 +40,8 @@ class Button : public Control {
 
   protected:
     bool IsPressed() const { return pressed_; }
+    /// The text in its font, colour and place.
+    result DrawText(Graphics::Canvas& canvas);
 
   private:
     friend class Osp::Ui::Access;
@@ -41,6 +52,9 @@ class Button : public Control {
     bool pressed_ = false;
     Graphics::Bitmap normal_;
     Graphics::Bitmap down_;
+    Base::String text_;
+    Graphics::Font font_;
+    Graphics::Color textColor_{0x40, 0x40, 0x40, 255};
     std::vector<IActionEventListener*> actionListeners_;  // not owned
 };
 
