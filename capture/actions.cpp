@@ -4,6 +4,7 @@
 #include "capture/main_form.h"
 #include "ui/button_pause.h"
 #include "ui/overlay.h"
+#include "ui/player_stop.h"
 
 namespace Kivo {
 
@@ -14,6 +15,9 @@ void MainForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
     switch (actionId) {
         case kActionCapture:
             PreCapture();
+            break;
+        case kActionCameraType:
+            WakeAfter(GotoOptionForm());
             break;
         case kActionCameraSelection:
             SwapCameras();
@@ -38,6 +42,9 @@ void MainForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
             break;
         case kActionInfo:
             overlay_->ShowHelp();
+            break;
+        case kActionSettings:
+            WakeAfter(GotoSettingForm(true));
             break;
         case kActionZoomChanging:
         case kActionEffectChanging:

@@ -5,18 +5,17 @@
 // then goes with the form. The splash label is the form's own until the form has it as a child.
 #include "capture/main_form.h"
 
-#include <osp/app/application.h>
 #include <osp/base/integer.h>
-#include <osp/io/directory.h>
 #include <osp/system/system_info.h>
 
 #include "app/model/photo_folders.h"
 #include "app/model/registry_keys.h"
+#include "share/sns_share_form.h"
+#include "ui/load_picture.h"
 #include "ui/overlay.h"
 
 namespace Kivo {
 
-using Osp::App::AppRegistry;
 using Osp::Base::String;
 
 namespace {
@@ -26,15 +25,6 @@ constexpr const char* kSplashResources[] = {
     "/Res/splash_quad.png",  "/Res/splash_mix.png",  "/Res/splash_ts.png",
     "/Res/splash_album.png",
 };
-
-AppRegistry& Registry() {
-    return *Osp::App::Application::GetInstance()->GetAppRegistry();
-}
-
-bool HasKey(const String& key) {
-    int ignored = 0;
-    return Registry().Get(key, ignored) != result::kKeyNotFound;
-}
 
 }  // namespace
 
@@ -47,6 +37,8 @@ result MainForm::Construct(Osp::Ui::Controls::Frame* frame) {
     if (Osp::Failed(r)) return r;
     setting_ = std::make_unique<CameraSetting>();
     ReadCameraType();
+    r = AddShareForm();
+    if (Osp::Failed(r)) return r;
     r = LoadSplash();
     if (Osp::Failed(r)) return r;
     timer_ = std::make_unique<Osp::Base::Runtime::Timer>();
@@ -61,6 +53,15 @@ void MainForm::ReadCameraType() {
     setting_->SetCameraType(static_cast<CameraType>(value & 0xFF));
 }
 
+result MainForm::AddShareForm() {
+    auto form = std::make_unique<SnsShareForm>();
+    result r = form->Construct(frame_, this);
+    if (Osp::Failed(r)) return r;
+    r = frame_->AddControl(form.get());
+    if (Osp::Succeeded(r)) shareForm_ = form.release();
+    return r;
+}
+
 result MainForm::LoadSplash() {
     static_assert(std::size(kSplashResources) == kSplashCount);
     auto label = std::make_unique<Osp::Ui::Controls::Label>();
@@ -70,10 +71,9 @@ result MainForm::LoadSplash() {
     r = image_->Construct();
     if (Osp::Failed(r)) return r;
     for (int i = 0; i < kSplashCount; ++i) {
-        const std::unique_ptr<Osp::Graphics::Bitmap> bitmap(
-            image_->DecodeN(kSplashResources[i], Osp::Media::kDecodedPixelFormatArgb));
-        if (!bitmap) return image_->GetLastResult();
-        splashBitmaps_[static_cast<std::size_t>(i)] = *bitmap;
+        auto& bitmap = splashBitmaps_[static_cast<std::size_t>(i)];
+        r = LoadPicture(*image_, kSplashResources[i], bitmap);
+        if (Osp::Failed(r)) return r;
     }
     splash_ = label.release();
     ownedSplash_.reset(splash_);
@@ -109,7 +109,7 @@ void MainForm::RestoreSettings() {
 
 void MainForm::RestoreStorage() {
     if (!HasKey(kExternalMemoryKey)) return;
-    if (Osp::Io::Directory::Exists(kCardFolder)) {
+    if (IsCardThere()) {
         setting_->SetStorageType(StorageType::kMemoryCard);
     } else {
         // Deliberately not followed by Save.

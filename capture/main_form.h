@@ -4,8 +4,6 @@
 #include <array>
 #include <future>
 #include <memory>
-#include <string>
-#include <vector>
 
 #include <osp/base/byte_buffer.h>
 #include <osp/base/runtime/timer.h>
@@ -19,6 +17,7 @@
 #include <osp/ui/controls/overlay_panel.h>
 #include <osp/ui/i_action_event_listener.h>
 #include <osp/ui/i_key_event_listener.h>
+#include <osp/ui/weak_control.h>
 
 #include "app/model/camera_setting.h"
 #include "effects/dispatch.h"
@@ -29,6 +28,8 @@
 namespace Kivo {
 
 class Overlay;
+class SettingForm;
+class SnsShareForm;
 
 /// Runs the camera, takes photographs and hands the screen over to the other forms. One class by
 /// requirement; its sources are split by concern: app/navigation.cpp, capture/main_form.cpp
@@ -51,6 +52,13 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     result Construct(Osp::Ui::Controls::Frame* frame);
     result OnInitializing() override;
     result OnTerminating() override;
+
+    // Navigation. Ends a series under way and the session; the form that opens restarts it when it
+    // returns. After a failure it is stopped.
+    result GotoOptionForm();
+    /// With `create` a new form; without, the one that is still there. kObjectNotFound when it is
+    /// not.
+    result GotoSettingForm(bool create);
 
     // Session.
     result InitCamera(Osp::Media::CameraSelection selection);
@@ -125,12 +133,17 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
 
     // main_form.cpp
     void ReadCameraType();
+    result AddShareForm();
     result LoadSplash();
     void RestoreSettings();
     void RestoreStorage();
     result InitScreen();
 
     // navigation.cpp
+    result LeaveScreen();
+    result OpenForm(Osp::Ui::Controls::Form& form);
+    result CreateSettingForm();
+    void WakeAfter(result opened);
     void WakeCamera();
     void LetGoOfCamera();
     void ShowSplash(int index);
@@ -152,7 +165,6 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     void BeginFrame();
     void RestartAfterSilence();
     void PlayShutterSound();
-    static void StopIfActive(Osp::Media::Player& player);
     std::unique_ptr<Osp::Base::ByteBuffer> Decode(const Osp::Base::ByteBuffer& picture);
     void TakeFrame(const std::unique_ptr<Osp::Base::ByteBuffer>& frame);
     void CacheOrStore(Osp::Base::ByteBuffer& frame);
@@ -178,10 +190,8 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
 
     // storage.cpp
     result ComposeAndStore(Osp::Base::ByteBuffer& frame, bool composed, bool hdr);
-    /// `names` are those in `folder`; `path` is where the picture is stored then.
     result StorePicture(const Osp::Base::ByteBuffer& picture, const Osp::Base::String& folder,
-                        const std::vector<std::string>& names, const Osp::Base::String& description,
-                        Osp::Base::String& path);
+                        const Osp::Base::String& description);
     void Register(const Osp::Base::String& path, const Osp::Base::String& description);
 
     // preview.cpp
@@ -195,7 +205,9 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     Effects::EffectJob MakeJob();
     void PrepareTables();
 
-    Osp::Ui::Controls::Frame* frame_ = nullptr;   // not owned
+    Osp::Ui::Controls::Frame* frame_ = nullptr;  // not owned
+    SnsShareForm* shareForm_ = nullptr;          // the frame's
+    Osp::Ui::WeakControl<SettingForm> settingForm_;
     std::unique_ptr<Osp::Media::Camera> camera_;  // null when none is constructed
     Overlay* overlay_ = nullptr;                  // owned by the form once added
     std::unique_ptr<Osp::Media::Image> image_;

@@ -1,11 +1,18 @@
-#include <algorithm>
-
-#include <osp/app/application.h>
+// The camera screen and the forms that take its place.
+//
+// Whoever leaves the screen ends what the screen keeps: a series under way, the controls that it
+// disabled, the session. The form that comes back asks for a splash and then wakes the camera; in
+// between the splash covers what the overlay still shows. Forms go by themselves, so those that are
+// needed again are held weakly.
+#include <memory>
 
 #include "app/model/request_ids.h"
 #include "capture/main_form.h"
+#include "share/sns_share_form.h"
+#include "ui/option_form.h"
 #include "ui/overlay.h"
 #include "ui/presenting.h"
+#include "ui/setting_form.h"
 
 namespace Kivo {
 
@@ -25,9 +32,65 @@ bool MainForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList
         case kRequestReturnFromOptions:
             ShowSplash(SplashOfCameraType());
             return true;
+        case kRequestReturnToSettings:
+            (void)GotoSettingForm(false);
+            return true;
         default:
             return false;
     }
+}
+
+result MainForm::GotoOptionForm() {
+    result r = LeaveScreen();
+    if (Osp::Failed(r)) return r;
+    auto form = std::make_unique<OptionForm>();
+    r = form->Construct(frame_, this, setting_.get());
+    if (Osp::Failed(r)) return r;
+    r = frame_->AddControl(form.get());
+    return Osp::Failed(r) ? r : OpenForm(*form.release());
+}
+
+result MainForm::GotoSettingForm(bool create) {
+    if (create) {
+        const result r = CreateSettingForm();
+        if (Osp::Failed(r)) return r;
+    }
+    SettingForm* const form = settingForm_.Get();
+    return form == nullptr ? result::kObjectNotFound : OpenForm(*form);
+}
+
+result MainForm::CreateSettingForm() {
+    result r = LeaveScreen();
+    if (Osp::Failed(r)) return r;
+    auto form = std::make_unique<SettingForm>();
+    r = form->Construct(frame_, this, shareForm_, setting_.get());
+    if (Osp::Failed(r)) return r;
+    r = frame_->AddControl(form.get());
+    if (Osp::Failed(r)) return r;
+    settingForm_ = Osp::Ui::WeakControl<SettingForm>(*form.release());
+    return result::kSuccess;
+}
+
+result MainForm::LeaveScreen() {
+    EndSeries();
+    Settle();
+    const result r = running_ ? Stop() : result::kSuccess;
+    if (Osp::Succeeded(r)) (void)overlay_->SetShowState(false);
+    return r;
+}
+
+result MainForm::OpenForm(Osp::Ui::Controls::Form& form) {
+    result r = frame_->SetCurrentForm(&form);
+    if (Osp::Failed(r)) return r;
+    r = frame_->Draw();
+    if (Osp::Failed(r)) return r;
+    r = frame_->Show();
+    return Osp::Failed(r) ? r : form.SendUserEvent(kRequestBecameCurrent, nullptr);
+}
+
+// A form that could not be opened leaves the user with the camera.
+void MainForm::WakeAfter(result opened) {
+    if (Osp::Failed(opened)) WakeCamera();
 }
 
 void MainForm::WakeCamera() {

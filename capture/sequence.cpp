@@ -6,6 +6,7 @@
 #include "effects/composition.h"
 #include "effects/kernels/bmp_rows.h"
 #include "ui/overlay.h"
+#include "ui/player_stop.h"
 
 namespace Kivo {
 
@@ -156,11 +157,6 @@ void MainForm::PlayShutterSound() {
     if (!player) return;
     StopIfActive(*player);
     (void)player->Play();
-}
-
-void MainForm::StopIfActive(Osp::Media::Player& player) {
-    // A paused player (state 6) would be stopped as well, but nothing pauses one.
-    if (player.GetState() == Osp::Media::PlayerState::kPlaying) (void)player.Stop();
 }
 
 }  // namespace Kivo

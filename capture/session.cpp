@@ -134,10 +134,9 @@ result MainForm::ChooseCaptureSize() {
         largest = {std::max(largest.width, size->width), std::max(largest.height, size->height)};
     }
 
-    auto& registry = *Osp::App::Application::GetInstance()->GetAppRegistry();
     Dimension stored;
-    const bool isStored = Osp::Succeeded(registry.Get(kCaptureWidthKey, stored.width)) &&
-                          Osp::Succeeded(registry.Get(kCaptureHeightKey, stored.height));
+    const bool isStored = Osp::Succeeded(Registry().Get(kCaptureWidthKey, stored.width)) &&
+                          Osp::Succeeded(Registry().Get(kCaptureHeightKey, stored.height));
     if (!isStored || stored.width > largest.width || stored.height > largest.height) stored = {};
     Dimension chosen = stored;
     if (chosen.width == 0 || chosen.height == 0) chosen = kDefaultSize;

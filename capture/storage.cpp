@@ -86,15 +86,9 @@ result MainForm::SaveToFile(ByteBuffer* frame, bool composed, bool hdr) {
 }
 
 result MainForm::ComposeAndStore(ByteBuffer& frame, bool composed, bool hdr) {
-    const String folder(FolderOf(setting_->GetStorageType()));
-    std::vector<std::string> names;
-    // Without the names in use, a number could be one that is taken.
-    result r = ListNames(folder, names);
-    if (Osp::Failed(r)) return r;
-
     const auto [width, height] = setting_->GetCaptureDimension();
     ByteBuffer picture;
-    r = picture.Construct(width * height * Effects::kBytesPerPixel);
+    const result r = picture.Construct(width * height * Effects::kBytesPerPixel);
     if (Osp::Failed(r)) return r;
     if (composed) {
         Effects::ComposePhotograph(MakeJob(), hdr, View(frame), View(accumulation_), View(picture));
@@ -106,19 +100,24 @@ result MainForm::ComposeAndStore(ByteBuffer& frame, bool composed, bool hdr) {
 
     const String description(ComposePhotoDescription(
         setting_->GetCameraType(), setting_->GetPhotoEffect(), setting_->GetZoomLevel(), hdr));
-    String path;
-    r = StorePicture(picture, folder, names, description, path);
-    if (Osp::Succeeded(r)) Register(path, description);
-    return r;
+    const StorageType storage = StorageInUse(*setting_);
+    const result stored = StorePicture(picture, FolderOf(storage), description);
+    // A card that was pulled meanwhile does not take the photograph with it.
+    const bool isCardGone = storage == StorageType::kMemoryCard && !IsCardThere();
+    if (Osp::Succeeded(stored) || !isCardGone) return stored;
+    return StorePicture(picture, kPhoneFolder, description);
 }
 
 result MainForm::StorePicture(const ByteBuffer& picture, const String& folder,
-                              const std::vector<std::string>& names, const String& description,
-                              String& path) {
+                              const String& description) {
+    std::vector<std::string> names;
+    // Without the names in use, a number could be one that is taken.
+    result r = ListNames(folder, names);
+    if (Osp::Failed(r)) return r;
     const Osp::Graphics::Dimension size = setting_->GetCaptureDimension();
     const bool isTurned = !IsPrimary();  // the front sensor is mounted a quarter turn
     ByteBuffer pixels;
-    result r = pixels.Construct(size.width * size.height * Effects::kBytesPerRgbaPixel);
+    r = pixels.Construct(size.width * size.height * Effects::kBytesPerRgbaPixel);
     if (Osp::Failed(r)) return r;
     Effects::ConvertToRgba(View(picture), isTurned, pixels.GetPointer());
 
@@ -128,6 +127,7 @@ result MainForm::StorePicture(const ByteBuffer& picture, const String& folder,
                          Osp::Graphics::BitmapPixelFormat::kArgb8888);
     if (Osp::Failed(r)) return r;
     int number = HighestPhotoNumber(names);
+    String path;
     do {
         const std::string name = PhotoFileName(++number);
         path = folder;
@@ -138,6 +138,7 @@ result MainForm::StorePicture(const ByteBuffer& picture, const String& folder,
         image_->SetDescription(description);
         r = image_->EncodeToFile(bitmap, Osp::Media::ImageFormat::kJpeg, path, overwrite);
     } while (r == result::kKeyAlreadyExists);
+    if (Osp::Succeeded(r)) Register(path, description);
     return r;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "ui/load_picture.h"
 #include "ui/overlay_layout.h"
 #include "ui/presenting.h"
 
@@ -29,10 +30,8 @@ result MaskPanel::Construct(Osp::Media::Image* decoder, const Osp::Graphics::Rec
     result r = Panel::Construct(bounds);
     if (Osp::Failed(r)) return r;
     for (std::size_t i = 0; i < pictures_.size(); ++i) {
-        const std::unique_ptr<Osp::Graphics::Bitmap> bitmap(
-            decoder->DecodeN(kIconPictures[i].path, Osp::Media::kDecodedPixelFormatArgb));
-        if (!bitmap) return decoder->GetLastResult();
-        pictures_[i] = *bitmap;
+        r = LoadPicture(*decoder, kIconPictures[i].path, pictures_[i]);
+        if (Osp::Failed(r)) return r;
     }
     r = font_.Construct(Osp::Graphics::kFontStyleBold, kFontSize);
     if (Osp::Failed(r)) return r;

@@ -1,6 +1,6 @@
 #include "ui/overlay_pictures.h"
 
-#include <memory>
+#include "ui/load_picture.h"
 
 namespace Kivo {
 
@@ -83,10 +83,8 @@ static_assert(kSettingsPicture.first + kSettingsPicture.count == kOverlayPicture
 
 result OverlayPictures::Load(Osp::Media::Image& decoder) {
     for (std::size_t i = 0; i < kResources.size(); ++i) {
-        const std::unique_ptr<Osp::Graphics::Bitmap> bitmap(
-            decoder.DecodeN(kResources[i], Osp::Media::kDecodedPixelFormatArgb));
-        if (!bitmap) return decoder.GetLastResult();
-        bitmaps_[i] = *bitmap;
+        const result r = LoadPicture(decoder, kResources[i], bitmaps_[i]);
+        if (Osp::Failed(r)) return r;
     }
     return result::kSuccess;
 }

@@ -1,4 +1,4 @@
-// Actions that the controls of the camera screen report.
+// Actions that the controls of the camera screen and of the forms report.
 #pragma once
 
 namespace Kivo {
@@ -9,6 +9,7 @@ enum ActionId : int {
     kActionCameraSelection = 1002,
     kActionAlbum = 1003,
     kActionCloseHelp = 1004,
+    kActionReturn = kActionCloseHelp,  ///< the same button, on a form
     kActionLogo = 1005,
     kActionFlash = 1007,
     kActionWhiteBalance = 1008,
@@ -20,6 +21,11 @@ enum ActionId : int {
     kActionZoomChanging = 1018,
     kActionEffectChanging = 1019,
     kActionSettings = 1023,
+    kActionSound = 1024,
+    kActionMemory = 1025,
+    kActionFacebook = 1026,
+    kActionTwitter = 1027,
+    kActionFirstResolution = 1050,  ///< and the five that follow
 };
 
 }  // namespace Kivo

@@ -11,5 +11,13 @@ inline constexpr long kRequestBackground = 101;
 inline constexpr long kRequestReturnFromAlbum = 104;
 /// The chooser is coming back: show the splash of the camera type.
 inline constexpr long kRequestReturnFromOptions = 105;
+/// The form has become the current one.
+inline constexpr long kRequestBecameCurrent = 107;
+/// Sign in, from the settings.
+inline constexpr long kRequestFacebookSignIn = 109;
+inline constexpr long kRequestTwitterSignIn = 112;
+/// The share form is done: show the album or the settings again.
+inline constexpr long kRequestReturnToAlbum = 127;
+inline constexpr long kRequestReturnToSettings = 128;
 
 }  // namespace Kivo

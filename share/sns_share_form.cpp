@@ -1,0 +1,40 @@
+#include "share/sns_share_form.h"
+
+#include "app/model/registry_keys.h"
+#include "app/model/request_ids.h"
+
+namespace Kivo {
+
+using Osp::Base::String;
+
+result SnsShareForm::Construct(Osp::Ui::Controls::Frame*, Osp::Ui::Controls::Form* mainForm) {
+    mainForm_ = mainForm;
+    return Form::Construct(0);
+}
+
+result SnsShareForm::OnInitializing() {
+    const result r = SetOrientation(Osp::Ui::Orientation::kLandscape);
+    if (Osp::Failed(r)) return r;
+    // A key that is missing leaves its token empty.
+    (void)Registry().Get(kFacebookTokenKey, facebookToken_);
+    (void)Registry().Get(kTwitterTokenKey, twitterToken_);
+    (void)Registry().Get(kTwitterSecretKey, twitterSecret_);
+    return result::kSuccess;
+}
+
+result SnsShareForm::ReturnToAlbumForm() {
+    return mainForm_->SendUserEvent(kRequestReturnToAlbum, nullptr);
+}
+
+result SnsShareForm::ReturnToSettingForm() {
+    return mainForm_->SendUserEvent(kRequestReturnToSettings, nullptr);
+}
+
+bool SnsShareForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList* args) {
+    Form::OnUserEventReceivedN(requestId, args);
+    const bool isSignIn = requestId == kRequestFacebookSignIn || requestId == kRequestTwitterSignIn;
+    if (isSignIn) (void)ReturnToSettingForm();
+    return isSignIn;
+}
+
+}  // namespace Kivo
