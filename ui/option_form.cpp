@@ -47,6 +47,7 @@ result OptionForm::OpenSounds() {
 result OptionForm::OnInitializing() {
     result r = SetOrientation(Osp::Ui::Orientation::kLandscape);
     if (Osp::Failed(r)) return r;
+    AddKeyEventListener(*this);
     r = AddReturnButton(*this, *this, pictures_.Return(), pictures_.ReturnPressed());
     if (Osp::Failed(r)) return r;
     AddTouchEventListener(*this);
@@ -62,6 +63,11 @@ result OptionForm::OnTerminating() {
 
 void OptionForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
     if (actionId == kActionReturn) (void)ReturnToMainForm(true);
+}
+
+// The key is the return button.
+void OptionForm::OnKeyPressed(const Osp::Ui::Control&, Osp::Ui::KeyCode keyCode) {
+    if (keyCode == Osp::Ui::KeyCode::kBack) (void)ReturnToMainForm(true);
 }
 
 bool OptionForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList* args) {

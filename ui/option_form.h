@@ -11,6 +11,7 @@
 #include <osp/ui/controls/form.h>
 #include <osp/ui/controls/frame.h>
 #include <osp/ui/i_action_event_listener.h>
+#include <osp/ui/i_key_event_listener.h>
 #include <osp/ui/i_touch_event_listener.h>
 
 #include "app/model/camera_setting.h"
@@ -24,6 +25,7 @@ namespace Kivo {
 /// (construction, drawing, the way back), option_touch.cpp (touches and turns). Loop thread only.
 class OptionForm : public Osp::Ui::Controls::Form,
                    public Osp::Ui::IActionEventListener,
+                   public Osp::Ui::IKeyEventListener,
                    public Osp::Ui::ITouchEventListener,
                    public Osp::Base::Runtime::ITimerEventListener,
                    public Osp::Media::IPlayerEventListener {
@@ -42,6 +44,9 @@ class OptionForm : public Osp::Ui::Controls::Form,
 
     bool OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList* args) override;
     void OnActionPerformed(const Osp::Ui::Control& source, int actionId) override;
+    void OnKeyPressed(const Osp::Ui::Control& source, Osp::Ui::KeyCode keyCode) override;
+    void OnKeyReleased(const Osp::Ui::Control&, Osp::Ui::KeyCode) override {}
+    void OnKeyLongPressed(const Osp::Ui::Control&, Osp::Ui::KeyCode) override {}
     void OnTouchPressed(const Osp::Ui::Control& source,
                         const Osp::Graphics::Point& position) override;
     void OnTouchMoved(const Osp::Ui::Control& source,

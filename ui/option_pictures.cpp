@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "ui/carousel.h"
 #include "ui/load_picture.h"
 
 namespace Kivo {
@@ -31,12 +32,12 @@ static_assert(std::size(kRestrictedEffects) == kPhotoEffectNames.size());
 
 template <std::size_t count>
 result LoadRow(Osp::Media::Image& decoder, const char* const (&paths)[count],
-               std::vector<ScaledPicture>& row) {
+               const Carousel& carousel, std::vector<ScaledPicture>& row) {
     for (const char* path : paths) {
         Osp::Graphics::Bitmap bitmap;
         const result r = LoadPicture(decoder, path, bitmap);
         if (Osp::Failed(r)) return r;
-        row.emplace_back(bitmap);
+        row.emplace_back(bitmap, carousel.side);
     }
     return result::kSuccess;
 }
@@ -54,11 +55,11 @@ ScaledPicture& At(std::vector<ScaledPicture>& row, Enum value, int offset) {
 result OptionPictures::Load(Osp::Media::Image& decoder) {
     result r = LoadPicture(decoder, "/Res/bg.png", ground_);
     if (Osp::Failed(r)) return r;
-    r = LoadRow(decoder, kCameras, cameras_);
+    r = LoadRow(decoder, kCameras, kCameraCarousel, cameras_);
     if (Osp::Failed(r)) return r;
-    r = LoadRow(decoder, kEffects, effects_);
+    r = LoadRow(decoder, kEffects, kEffectCarousel, effects_);
     if (Osp::Failed(r)) return r;
-    r = LoadRow(decoder, kRestrictedEffects, restrictedEffects_);
+    r = LoadRow(decoder, kRestrictedEffects, kEffectCarousel, restrictedEffects_);
     if (Osp::Failed(r)) return r;
     r = LoadPicture(decoder, "/Res/capture_small.png", return_);
     if (Osp::Failed(r)) return r;

@@ -3,15 +3,12 @@
 namespace Kivo {
 
 result ScaledPicture::Draw(Osp::Graphics::Canvas& canvas, const Osp::Graphics::Rectangle& bounds) {
-    const Osp::Graphics::Point place{bounds.x, bounds.y};
-    if (bounds.width == bitmap_.GetWidth() && bounds.height == bitmap_.GetHeight()) {
-        return canvas.DrawBitmap(place, bitmap_);
+    if (bounds.Size() != usualSize_) return canvas.DrawBitmap(bounds, bitmap_);
+    if (copy_.GetWidth() == 0) {
+        const result r = copy_.Construct(bitmap_, usualSize_);
+        if (Osp::Failed(r)) return r;
     }
-    Osp::Graphics::Bitmap& copy = copies_[{bounds.width, bounds.height}];
-    if (copy.GetWidth() == 0 && Osp::Failed(copy.Construct(bitmap_, bounds.Size()))) {
-        return canvas.DrawBitmap(bounds, bitmap_);
-    }
-    return canvas.DrawBitmap(place, copy);
+    return canvas.DrawBitmap(Osp::Graphics::Point{bounds.x, bounds.y}, copy_);
 }
 
 }  // namespace Kivo

@@ -97,6 +97,7 @@ result SettingForm::LoadPictures() {
 result SettingForm::OnInitializing() {
     result r = SetOrientation(Osp::Ui::Orientation::kLandscape);
     if (Osp::Failed(r)) return r;
+    AddKeyEventListener(*this);
     r = AddReturnButton(*this, *this, pictures_[kReturn], pictures_[kReturnDown]);
     if (Osp::Failed(r)) return r;
     r = AddResolutionButtons();
@@ -148,6 +149,11 @@ result SettingForm::AddButton(Button*& button, const Rectangle& bounds, int acti
 
 result SettingForm::OnTerminating() {
     return cardTimer_.Cancel();
+}
+
+// The key is the return button.
+void SettingForm::OnKeyPressed(const Osp::Ui::Control&, Osp::Ui::KeyCode keyCode) {
+    if (keyCode == Osp::Ui::KeyCode::kBack) (void)ReturnToMainForm(true);
 }
 
 bool SettingForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList* args) {

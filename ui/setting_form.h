@@ -11,6 +11,7 @@
 #include <osp/ui/controls/form.h>
 #include <osp/ui/controls/frame.h>
 #include <osp/ui/i_action_event_listener.h>
+#include <osp/ui/i_key_event_listener.h>
 
 #include "app/model/camera_setting.h"
 
@@ -23,6 +24,7 @@ class SnsShareForm;
 /// setting_actions.cpp (what the controls show and do). Loop thread only.
 class SettingForm : public Osp::Ui::Controls::Form,
                     public Osp::Ui::IActionEventListener,
+                    public Osp::Ui::IKeyEventListener,
                     public Osp::Base::Runtime::ITimerEventListener {
   public:
     static constexpr std::size_t kMostResolutions = 6;
@@ -40,6 +42,9 @@ class SettingForm : public Osp::Ui::Controls::Form,
 
     bool OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList* args) override;
     void OnActionPerformed(const Osp::Ui::Control& source, int actionId) override;
+    void OnKeyPressed(const Osp::Ui::Control& source, Osp::Ui::KeyCode keyCode) override;
+    void OnKeyReleased(const Osp::Ui::Control&, Osp::Ui::KeyCode) override {}
+    void OnKeyLongPressed(const Osp::Ui::Control&, Osp::Ui::KeyCode) override {}
     /// Looks after the memory card, which comes and goes without a word.
     void OnTimerExpired(Osp::Base::Runtime::Timer& timer) override;
 

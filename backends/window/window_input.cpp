@@ -25,16 +25,19 @@ constexpr std::pair<guint, KeyCode> kKeys[] = {
     {kXf86Camera, KeyCode::kCamera},
     {GDK_KEY_WebCam, KeyCode::kCamera},
     {GDK_KEY_AudioRaiseVolume, KeyCode::kCamera},
-    {GDK_KEY_space, KeyCode::kCamera},
-    {GDK_KEY_Return, KeyCode::kCamera},
-    {GDK_KEY_KP_Enter, KeyCode::kCamera},
     {GDK_KEY_F1, KeyCode::kSoftKey0},
     {GDK_KEY_F2, KeyCode::kSoftKey1},
     {GDK_KEY_Escape, KeyCode::kBack},
     {GDK_KEY_Back, KeyCode::kBack},
 };
 
+/// Let the focused button act; the camera key where there is no focus.
+bool IsConfirmation(guint keyval) {
+    return keyval == GDK_KEY_space || keyval == GDK_KEY_Return || keyval == GDK_KEY_KP_Enter;
+}
+
 KeyCode CodeOf(guint keyval) {
+    if (IsConfirmation(keyval)) return KeyCode::kCamera;
     for (const auto& [key, code] : kKeys) {
         if (key == keyval) return code;
     }
@@ -128,12 +131,21 @@ gboolean WindowInput::OnEvent(GdkEvent* event) {
 }
 
 gboolean WindowInput::OnKey(guint keyval, bool isPress) {
+    if (keyval == GDK_KEY_Tab || keyval == GDK_KEY_ISO_Left_Tab) {
+        const bool backward = keyval == GDK_KEY_ISO_Left_Tab;
+        if (isPress) Post([backward] { Input::Current().FocusNext(backward); });
+        return TRUE;
+    }
     const KeyCode code = CodeOf(keyval);
     if (code == KeyCode::kNone) return FALSE;
     if (isPress) {
         if (keyDown_ == code) return TRUE;  // the keyboard's own repetition
         keyDown_ = code;
-        Post([code] { Input::Current().KeyPress(code); });
+        if (IsConfirmation(keyval)) {
+            Post([] { Input::Current().Confirm(); });
+        } else {
+            Post([code] { Input::Current().KeyPress(code); });
+        }
     } else {
         keyDown_ = KeyCode::kNone;
         Post([code] { Input::Current().KeyRelease(code); });

@@ -66,6 +66,7 @@ Json Describe(const Control& control) {
     json["bounds"] = {bounds.x, bounds.y, bounds.width, bounds.height};
     json["text"] = Osp::Ui::TextOf(control);
     json["enabled"] = control.IsEnabled();
+    if (&control == Osp::Ui::Screen::Current().GetFocus()) json["focused"] = true;
     return json;
 }
 

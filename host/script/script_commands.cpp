@@ -120,6 +120,11 @@ Outcome<Steps> Drag(const Words& words) {
 }
 
 Outcome<Steps> Key(const Words& words) {
+    if (words[1] == "tab") return Steps{Posted([] { Input::Current().FocusNext(false); })};
+    if (words[1] == "enter") {
+        return Steps{Posted([] { Input::Current().Confirm(); }),
+                     Posted([] { Input::Current().KeyRelease(Osp::Ui::KeyCode::kCamera); })};
+    }
     static const std::map<std::string, Osp::Ui::KeyCode> kKeys{
         {"camera", Osp::Ui::KeyCode::kCamera},
         {"soft0", Osp::Ui::KeyCode::kSoftKey0},

@@ -9,6 +9,9 @@
 // parent damages no more than the parent's own area.
 #include "osp/ui/compositor.h"
 
+#include <algorithm>
+#include <numbers>
+
 #include <osp/ui/controls/button.h>
 #include <osp/ui/controls/overlay_panel.h>
 
@@ -19,6 +22,11 @@ namespace Osp::Ui {
 namespace {
 
 constexpr double kDisabledOpacity = 0.45;
+
+constexpr double kRingWidth = 3;
+constexpr double kRingLine = 1.5;  // of ink, on either side
+constexpr double kRingInset = kRingWidth / 2 + kRingLine;
+constexpr double kRingRadius = 16;
 
 void PaintVideo(cairo_t* context, const Controls::OverlayPanel& panel,
                 const Graphics::Rectangle& area) {
@@ -64,6 +72,17 @@ void PaintTree(cairo_t* context, const cairo_region_t& damage, const Control& co
     }
 }
 
+Graphics::CairoPointer ClippedTo(cairo_region_t& damage, Graphics::Surface& target) {
+    Graphics::CairoPointer context(cairo_create(target.Cairo()));
+    for (int i = 0; i < cairo_region_num_rectangles(&damage); ++i) {
+        cairo_rectangle_int_t r;
+        cairo_region_get_rectangle(&damage, i, &r);
+        cairo_rectangle(context.get(), r.x, r.y, r.width, r.height);
+    }
+    cairo_clip(context.get());  // to nothing when nothing is damaged
+    return context;
+}
+
 }  // namespace
 
 void DrawPending(Control& root) {
@@ -76,16 +95,35 @@ void DrawPending(Control& root) {
 
 void Paint(const std::vector<Container*>& roots, cairo_region_t& damage,
            Graphics::Surface& target) {
-    const Graphics::CairoPointer context(cairo_create(target.Cairo()));
-    for (int i = 0; i < cairo_region_num_rectangles(&damage); ++i) {
-        cairo_rectangle_int_t r;
-        cairo_region_get_rectangle(&damage, i, &r);
-        cairo_rectangle(context.get(), r.x, r.y, r.width, r.height);
-    }
-    cairo_clip(context.get());  // to nothing when nothing is damaged
+    const Graphics::CairoPointer context = ClippedTo(damage, target);
     cairo_set_source_rgb(context.get(), 0, 0, 0);
     cairo_paint(context.get());
     for (const Container* root : roots) PaintTree(context.get(), damage, *root, {});
+}
+
+void PaintFocus(const Control& control, cairo_region_t& damage, Graphics::Surface& target) {
+    if (!control.IsVisible()) return;
+    const Graphics::CairoPointer context = ClippedTo(damage, target);
+    cairo_t* const cr = context.get();
+    const auto [x, y, width, height] = control.GetScreenBounds();
+    const double radius = std::min({kRingRadius, width / 2.0, height / 2.0}) - kRingInset;
+    const auto corner = [&](double cx, double cy, int quarter) {
+        constexpr double kQuarter = std::numbers::pi / 2;
+        cairo_arc(cr, cx, cy, radius, quarter * kQuarter, (quarter + 1) * kQuarter);
+    };
+    const double inset = kRingInset + radius;
+    corner(x + width - inset, y + height - inset, 0);
+    corner(x + inset, y + height - inset, 1);
+    corner(x + inset, y + inset, 2);
+    corner(x + width - inset, y + inset, 3);
+    cairo_close_path(cr);
+    // The ink on both sides makes the amber visible on any ground.
+    cairo_set_source_rgb(cr, 0x1C / 255.0, 0x1A / 255.0, 0x17 / 255.0);
+    cairo_set_line_width(cr, kRingWidth + 2 * kRingLine);
+    cairo_stroke_preserve(cr);
+    cairo_set_source_rgb(cr, 0xFF / 255.0, 0xB9 / 255.0, 0x38 / 255.0);
+    cairo_set_line_width(cr, kRingWidth);
+    cairo_stroke(cr);
 }
 
 }  // namespace Osp::Ui

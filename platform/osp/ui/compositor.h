@@ -18,4 +18,8 @@ void DrawPending(Control& root);
 /// pixels. What a disabled button shows is dimmed here, so that it need not draw itself again.
 void Paint(const std::vector<Container*>& roots, cairo_region_t& damage, Graphics::Surface& target);
 
+/// Draws the ring of the keyboard's focus just inside the edge of `control`, which so damages all
+/// of it; above everything that is there.
+void PaintFocus(const Control& control, cairo_region_t& damage, Graphics::Surface& target);
+
 }  // namespace Osp::Ui

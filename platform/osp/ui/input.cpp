@@ -12,6 +12,9 @@
 // - LetGo makes everything under way void at once, by a new era: what was posted before it runs and
 //   finds that it is of an older one.
 //
+// - The focus is the screen's. Only a keyboard brings it about, and what it does is done by the
+//   action alone: no finger is down, so nobody hears of a press.
+//
 // Releasing asks again whether the button may act (enabled, visible, finger inside): its listeners
 // heard of the release just before and may have changed that.
 #include "osp/ui/input.h"
@@ -23,6 +26,7 @@
 
 #include "osp/base/event_loop.h"
 #include "osp/ui/access.h"
+#include "osp/ui/hit.h"
 #include "osp/ui/screen.h"
 
 namespace Osp::Ui {
@@ -34,25 +38,6 @@ Graphics::Point Clamped(Graphics::Point p) {
             std::clamp(p.y, 0, Screen::kSize.height - 1)};
 }
 
-bool IsTouchable(const Control& control) {
-    return dynamic_cast<const Controls::Button*>(&control) != nullptr ||
-           !Access::TouchListeners(control).empty();
-}
-
-/// The topmost touchable control of the tree at `position`, which is relative to its parent.
-Control* Find(Control& control, Graphics::Point position) {
-    if (!control.GetShowState()) return nullptr;
-    const Graphics::Rectangle& bounds = control.GetBounds();
-    if (const auto* container = dynamic_cast<Container*>(&control)) {
-        const Graphics::Point inside{position.x - bounds.x, position.y - bounds.y};
-        const auto& children = Access::Children(*container);
-        for (auto child = children.rbegin(); child != children.rend(); ++child) {
-            if (Control* found = Find(**child, inside)) return found;
-        }
-    }
-    return bounds.Contains(position) && IsTouchable(control) ? &control : nullptr;
-}
-
 Control* Locked(const std::weak_ptr<Control*>& target) {
     const auto control = target.lock();
     return control ? *control : nullptr;
@@ -60,13 +45,6 @@ Control* Locked(const std::weak_ptr<Control*>& target) {
 
 bool MustWait() {
     return Base::EventLoop::Current().IsHoldingApplication() && !Screen::Current().HasModal();
-}
-
-/// Whether `control` belongs to `root`. What has been removed lives until its dispatch has unwound.
-bool IsIn(const Control& control, const Container* root) {
-    const Control* ancestor = &control;
-    while (ancestor != nullptr && ancestor != root) ancestor = ancestor->GetParent();
-    return ancestor != nullptr;
 }
 
 bool IsBehindModal(const Control& control) {
@@ -98,15 +76,18 @@ void TellReleased(Control& target, Graphics::Point position) {
                     [&](ITouchEventListener& l) { l.OnTouchReleased(target, position); });
 }
 
+void Act(Controls::Button& button) {
+    ForEachListener(button, Access::ActionListeners(button), [&](IActionEventListener& l) {
+        l.OnActionPerformed(button, button.GetActionId());
+    });
+}
+
 void TellReleasedAndAct(Control& target, Graphics::Point position) {
     const std::weak_ptr<Control*> alive = Access::Weak(target);
     TellReleased(target, position);
     if (alive.expired()) return;
     auto* const button = dynamic_cast<Controls::Button*>(&target);
-    if (button == nullptr || !MayAct(*button, position)) return;
-    ForEachListener(*button, Access::ActionListeners(*button), [&](IActionEventListener& l) {
-        l.OnActionPerformed(*button, button->GetActionId());
-    });
+    if (button != nullptr && MayAct(*button, position)) Act(*button);
 }
 
 }  // namespace
@@ -132,10 +113,12 @@ void Input::Press(Graphics::Point position) {
     if (MustWait()) return Later([this, position] { Press(position); });
     if (isDown_) return Move(position);
     isDown_ = true;
+    // Whoever has a finger on the screen needs no ring.
+    Screen::Current().SetFocus(nullptr);
     last_ = Clamped(position);
     target_.reset();
     Container* const root = Screen::Current().GetInputRoot();
-    Control* const found = root == nullptr ? nullptr : Find(*root, last_);
+    Control* const found = root == nullptr ? nullptr : FindTouchable(*root, last_);
     if (found == nullptr || !found->IsEnabled()) return;
     target_ = Access::Weak(*found);
     ShowPressed(*found, true);
@@ -191,7 +174,25 @@ void Input::KeyRelease(KeyCode keyCode) {
                     [&](IKeyEventListener& l) { l.OnKeyReleased(*form, keyCode); });
 }
 
+void Input::FocusNext(bool backward) {
+    if (!Screen::Current().IsForeground()) return;
+    if (MustWait()) return Later([this, backward] { FocusNext(backward); });
+    Screen& screen = Screen::Current();
+    Container* const root = screen.GetInputRoot();
+    if (root != nullptr) screen.SetFocus(NextButton(*root, screen.GetFocus(), backward));
+}
+
+void Input::Confirm() {
+    if (!Screen::Current().IsForeground()) return;
+    if (MustWait()) return Later([this] { Confirm(); });
+    Screen& screen = Screen::Current();
+    auto* const button = dynamic_cast<Controls::Button*>(screen.GetFocus());
+    if (button == nullptr) return KeyPress(KeyCode::kCamera);
+    if (IsReachable(*button, *screen.GetInputRoot())) Act(*button);
+}
+
 void Input::LetGo() {
+    Screen::Current().SetFocus(nullptr);
     if (Control* const target = Locked(target_)) ShowPressed(*target, false);
     target_.reset();
     isDown_ = false;

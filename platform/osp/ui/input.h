@@ -29,8 +29,15 @@ class Input : public Service<Input> {
     /// Nothing for a key that the form has not seen pressed.
     void KeyRelease(KeyCode keyCode);
 
+    /// Puts the focus on the next button that could be touched, or on the one before; on the first,
+    /// or the last, when there is no focus. The next touch takes it away.
+    void FocusNext(bool backward);
+    /// The focused button acts, if it could be touched; without a focus, the camera key is pressed.
+    /// KeyRelease of that key ends it in any case.
+    void Confirm();
+
     /// What was touched goes from the screen: finger and keys are up as if they had never been
-    /// down, and nobody is told. Input that still waits is dropped.
+    /// down, and nobody is told. The focus goes, and input that still waits is dropped.
     void LetGo();
 
   private:

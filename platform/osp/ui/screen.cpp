@@ -16,6 +16,7 @@
 #include "osp/base/event_loop.h"
 #include "osp/ui/access.h"
 #include "osp/ui/compositor.h"
+#include "osp/ui/hit.h"
 #include "osp/ui/modal_layer.h"
 
 namespace Osp::Ui {
@@ -43,6 +44,19 @@ std::vector<Container*> Screen::GetRoots() const {
     return roots;
 }
 
+void Screen::SetFocus(Control* control) {
+    Control* const former = focus_.Get();
+    if (former == control) return;
+    if (former != nullptr) Damage(*former);
+    focus_ = control == nullptr ? WeakControl<Control>() : WeakControl<Control>(*control);
+    if (control != nullptr) Damage(*control);
+}
+
+Control* Screen::GetFocus() const {
+    Control* const control = focus_.Get();
+    return control != nullptr && IsIn(*control, GetInputRoot()) ? control : nullptr;
+}
+
 void Screen::Damage(const Control& control) {
     const Control* root = &control;
     while (root->GetParent() != nullptr && root->GetParent() != frame_) root = root->GetParent();
@@ -66,6 +80,7 @@ const Graphics::Surface& Screen::Compose() {
     for (Container* root : roots) DrawPending(*root);
     const RegionOwner damage(std::exchange(damage_, RegionOwner(cairo_region_create())));
     Paint(roots, *damage, picture_);
+    if (const Control* const focus = GetFocus()) PaintFocus(*focus, *damage, picture_);
     return picture_;
 }
 

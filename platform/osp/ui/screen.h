@@ -8,6 +8,7 @@
 #include <osp/graphics/dimension.h>
 #include <osp/ui/controls/frame.h>
 #include <osp/ui/key_code.h>
+#include <osp/ui/weak_control.h>
 
 #include "osp/base/owner.h"
 #include "osp/base/service.h"
@@ -50,6 +51,11 @@ class Screen : public Service<Screen> {
     void SetForeground(bool foreground) { foreground_ = foreground; }
     bool IsForeground() const { return foreground_; }
 
+    /// The control that the keyboard acts on; a ring is drawn on it. Null for none.
+    void SetFocus(Control* control);
+    /// Null also while the control is not part of what gets input.
+    Control* GetFocus() const;
+
     /// The control's area has to be composed anew; nothing happens for controls of other forms.
     void Damage(const Control& control);
     bool IsDamaged() const { return !cairo_region_is_empty(damage_.get()); }
@@ -73,6 +79,7 @@ class Screen : public Service<Screen> {
     Controls::Frame* frame_ = nullptr;  // not owned
     Presenter* presenter_ = nullptr;    // not owned
     std::vector<ModalLayer*> modals_;   // not owned; each is on the stack of its RunModal
+    WeakControl<Control> focus_;
     bool foreground_ = false;
     Graphics::Surface picture_;
     RegionOwner damage_;

@@ -14,9 +14,9 @@ namespace Osp::Ui {
 
 /// Calls `visit` with `control` and all inside it that are shown, topmost first.
 template <class Visit>
-void WalkShown(const Control& control, const Visit& visit) {
+void WalkShown(Control& control, const Visit& visit) {
     if (!control.GetShowState()) return;
-    if (const auto* container = dynamic_cast<const Container*>(&control)) {
+    if (const auto* container = dynamic_cast<Container*>(&control)) {
         const auto& children = Access::Children(*container);
         for (auto child = children.rbegin(); child != children.rend(); ++child) {
             WalkShown(**child, visit);
