@@ -1,4 +1,5 @@
-// Where the controls of the camera screen are, and the script lines of a finger on them.
+// Where the controls of the camera screen and its forms are, and the script lines of a finger on
+// them.
 #pragma once
 
 #include <string>
@@ -11,6 +12,8 @@ struct Spot {
 };
 
 constexpr Spot kShutterButton{736, 228};
+constexpr Spot kCameraTypeButton{60, 50};
+constexpr Spot kSettingsButton{95, 425};
 constexpr Spot kHelpButton{40, 425};  // the question mark
 constexpr Spot kHdrButton{264, 425};
 constexpr Spot kWhiteBalanceButton{382, 425};
@@ -18,8 +21,15 @@ constexpr Spot kFlashButton{500, 425};
 constexpr Spot kSwapButton{618, 425};  // the other camera
 constexpr Spot kZoomBar{700, 10};      // also of the bar that is put away, like the next one
 constexpr Spot kEffectRoll{20, 230};
-constexpr Spot kCloseHelpButton{750, 50};  // while help is open
-constexpr Spot kMessageButton{400, 320};   // of a message box, the only one
+constexpr Spot kCloseHelpButton{750, 50};         // while help is open
+constexpr Spot kReturnButton = kCloseHelpButton;  // of a form
+constexpr Spot kCameraBefore{122, 200};           // in the chooser, like the next one
+constexpr Spot kCameraAfter{680, 200};
+constexpr Spot kSoundToggle{624, 204};  // of the settings, like the next three
+constexpr Spot kMemoryToggle{624, 269};
+constexpr Spot kFacebookToggle{624, 334};
+constexpr Spot kTwitterToggle{624, 399};
+constexpr Spot kMessageButton{400, 320};  // of a message box, the only one
 constexpr Spot kNoControl{400, 200};
 
 inline std::string Line(const char* command, Spot spot) {

@@ -2,24 +2,26 @@
 // cannot be called from here, but its settings can.
 #pragma once
 
-#include "app/model/request_ids.h"
+#include <stdexcept>
+#include <string_view>
+#include <typeinfo>
+
 #include "capture/main_form.h"
+#include "osp/ui/access.h"
 #include "osp/ui/screen.h"
 
 namespace Kivo::Testing {
 
-/// On the loop thread, while the camera form is the current one.
+/// On the loop thread, whichever form is the current one.
 inline CameraSetting& CurrentSettings() {
-    return *static_cast<MainForm*>(Osp::Ui::Screen::Current().GetCurrentForm())->GetSetting();
-}
-
-/// What going to a chooser, choosing and coming back does.
-inline void Choose(CameraType type, PhotoEffect effect) {
-    auto* const form = Osp::Ui::Screen::Current().GetCurrentForm();
-    (void)form->SendUserEvent(kRequestBackground, nullptr);
-    CurrentSettings().SetCameraType(type);
-    CurrentSettings().SetPhotoEffect(effect);
-    (void)form->SendUserEvent(kRequestForeground, nullptr);
+    const auto* const frame = Osp::Ui::Screen::Current().GetCurrentForm()->GetParent();
+    for (const auto& form : Osp::Ui::Access::Children(*frame)) {
+        const Osp::Ui::Control& control = *form;
+        if (std::string_view(typeid(control).name()) == "N4Kivo8MainFormE") {
+            return *static_cast<MainForm*>(form.get())->GetSetting();
+        }
+    }
+    throw std::logic_error("there is no camera form");
 }
 
 }  // namespace Kivo::Testing

@@ -23,7 +23,8 @@ namespace Osp::Media {
 struct RunningCamera {
     RunningCamera(const std::string& source, CameraSelection selection,
                   Base::Duration startAfter = {})
-        : service(std::move(*Host::MakeCameras(source, source, false, modules))), installed(*service) {
+        : service(std::move(*Host::MakeCameras(source, source, false, modules))),
+          installed(*service) {
         test.Pass(startAfter);
         EXPECT_EQ(camera.Construct(listener, selection), result::kSuccess);
         EXPECT_EQ(camera.PowerOn(), result::kSuccess);

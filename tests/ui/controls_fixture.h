@@ -8,7 +8,9 @@
 #include <vector>
 
 #include "app/model/action_ids.h"
+#include "app/model/request_ids.h"
 #include "tests/support/camera_screen.h"
+#include "tests/support/choosing.h"
 #include "tests/support/main_form_access.h"
 #include "tests/support/phone.h"
 #include "tests/support/subjects.h"
@@ -29,10 +31,7 @@ class ControlsTest : public testing::Test {
         phone_.Do({"await preview", "wait 100"});
     }
 
-    void Use(CameraType type) {
-        phone_.On([type] { Choose(type, PhotoEffect::kNormal); });
-        phone_.Do({"wait 200", "await preview", "wait 200"});
-    }
+    void Use(CameraType type) { Choose(phone_, type, PhotoEffect::kNormal); }
     template <class Get>
     auto Setting(Get get) {
         return phone_.On([get] { return get(CurrentSettings()); });
@@ -40,9 +39,7 @@ class ControlsTest : public testing::Test {
     int Zoom() {
         return Setting([](auto& s) { return static_cast<int>(s.GetZoomLevel()); });
     }
-    int Effect() {
-        return Setting([](auto& s) { return static_cast<int>(s.GetPhotoEffect()); });
-    }
+    int Effect() { return static_cast<int>(EffectOf(phone_)); }
     nlohmann::json Find(const std::string& name) {
         const nlohmann::json screen = phone_.Screen();
         for (const nlohmann::json& control : screen["controls"]) {

@@ -68,7 +68,8 @@ class Monkey {
         if (dice < 58) return "tap " + Place();
         if (dice < 62) return "drag " + Place() + " " + Place() + " " + Number(1 + Below(12));
         if (dice < 66) return BeginDrag();
-        if (dice < 67) return Below(2) == 0 ? "key back" : "key soft0";
+        if (dice < 67) return Key();
+        if (dice < 71) return VisitForm();
         return dice < 83 ? Wait() : Change();
     }
 
@@ -79,6 +80,39 @@ class Monkey {
         plan_ = isZoom ? Plan{"wait 200", "press 700 40", "move " + by + " 40"}
                        : Plan{"wait 200", "press 60 230", "move 60 " + by};
         return Tap(isZoom ? kZoomBar : kEffectRoll);
+    }
+
+    // Plays there for a while and leaves it, or is left there by something in between.
+    std::string VisitForm() {
+        const bool isChooser = Below(2) == 0;
+        plan_ = {"wait " + Number(Below(200))};
+        for (int i = Below(6); i > 0; --i) {
+            plan_.push_back(isChooser ? InChooser() : InSettings());
+            plan_.push_back("wait " + Number(Below(160)));
+        }
+        if (Below(3) == 0) plan_.push_back(Change());
+        if (Below(3) > 0) plan_.push_back(Below(2) == 0 ? Tap(kReturnButton) : "key back");
+        return Tap(isChooser ? kCameraTypeButton : kSettingsButton);
+    }
+
+    std::string InChooser() {
+        const std::string y = Number(Below(2) == 0 ? 200 : 400);
+        const int dice = Below(10);
+        if (dice == 0) return Tap(Below(2) == 0 ? kCameraBefore : kCameraAfter);
+        if (dice < 3) return "press " + Number(Below(800)) + " " + y;
+        if (dice < 5) return "move " + Number(Below(800)) + " " + y;
+        return "drag 400 " + y + " " + Number(Below(800)) + " " + y;
+    }
+
+    std::string InSettings() {
+        static constexpr Spot kPlaces[] = {kSoundToggle,   kMemoryToggle, kFacebookToggle,
+                                           kTwitterToggle, {215, 92},     {410, 144}};
+        return Below(4) == 0 ? Key() : Tap(kPlaces[Below(std::size(kPlaces))]);
+    }
+
+    std::string Key() {
+        static constexpr const char* kNames[] = {"back", "soft0", "tab", "tab", "tab", "enter"};
+        return std::string("key ") + kNames[Below(std::size(kNames))];
     }
 
     std::string NextOfPlan() {

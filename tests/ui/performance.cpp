@@ -11,6 +11,7 @@
 #include "osp/ui/screen.h"
 #include "osp/ui/visible_controls.h"
 #include "tests/support/camera_screen.h"
+#include "tests/support/choosing.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/main_form_access.h"
 #include "tests/support/phone.h"
@@ -79,8 +80,7 @@ std::string FirstDifference(const Looks& a, const Looks& b) {
 class Performance {
   public:
     Performance(int cameraType, const std::vector<std::string>& script)
-        : cameraType_(cameraType),
-          phone_({.registry = {{"CAM_TYPE", std::to_string(cameraType)},
+        : phone_({.registry = {{"CAM_TYPE", std::to_string(cameraType)},
                                {"CAPTURE_WIDTH", 640},
                                {"CAPTURE_HEIGHT", 480}}}) {
         Do("await preview");
@@ -136,7 +136,11 @@ class Performance {
         for (int i = 0; i < 2; ++i) {
             if (!known_.isPlugged[i]) Do(std::string("plug ") + kCameras[i]);
         }
-        Do({"release 400 100", "wait 1000"});
+        // A message box goes by itself.
+        Do({"release 400 100", "wait 4000"});
+        if (outcome_.complaint.empty() && phone_.CurrentForm() != "MainForm") {
+            Do({"key back", "expect form MainForm", "wait 500"});
+        }
         for (int i = 0; i < kLongestSeriesS && IsCapturing(); ++i) Do("wait 1000");
         const bool isHelpOpen =
             outcome_.complaint.empty() && !phone_.Button(kActionCloseHelp).is_null();
@@ -173,7 +177,8 @@ class Performance {
     void TakeAPhotograph() {
         if (!outcome_.complaint.empty()) return;
         const std::size_t before = phone_.Photos().size();
-        const bool isMix = cameraType_ == static_cast<int>(CameraType::kMix);
+        const CameraType type = TypeOf(phone_);
+        const bool isMix = type == CameraType::kMix;
         const std::string press =
             outcome_.lines.size() % 2 == 0 ? Tap(kShutterButton) : "key camera";
         (void)phone_.Sounds();
@@ -182,13 +187,14 @@ class Performance {
             for (int j = 0; j < 7 && phone_.Photos().size() == before; ++j) Do("wait 1000");
         }
         if (phone_.Photos().size() == before) Complain("it takes no photograph any more");
-        if (!isMix) ExpectShutterSounds();
+        if (!isMix) ExpectShutterSounds(type);
         Do({"wait 1000", "expect preview"});
     }
 
     /// A series that was cut off does not go on in the next photograph.
-    void ExpectShutterSounds() {
-        const int frames = Effects::FramesPerPhotograph(static_cast<CameraType>(cameraType_));
+    void ExpectShutterSounds(CameraType type) {
+        const bool isOn = phone_.On([] { return CurrentSettings().IsShutterSoundEnabled(); });
+        const int frames = isOn ? Effects::FramesPerPhotograph(type) : 0;
         const auto sounds = static_cast<int>(phone_.Sounds().size());
         if (sounds != frames) Complain(std::to_string(sounds) + " shutter sounds for a photograph");
     }
@@ -203,7 +209,6 @@ class Performance {
         }
     }
 
-    int cameraType_;
     Outcome outcome_;
     Phone phone_;
     Known known_;
