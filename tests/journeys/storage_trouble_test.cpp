@@ -184,7 +184,7 @@ TEST(StorageTrouble, PastTheLastNumberTheOlderPhotographIsKeptBesideTheNewOne) {
     EXPECT_EQ(ReadTree(images).size(), 3u);
 }
 
-TEST(MemoryCard, TakesThePhotographsUntilItIsPulled) {
+TEST(MemoryCard, TakesThePhotographsWhileItIsThere) {
     TemporaryFolder folder;
     fs::create_directories(folder / "Storagecard");
     Phone phone({.registry = {{"EXT_MEMORY", 1}}, .dataFolder = folder.Path()});
@@ -192,11 +192,11 @@ TEST(MemoryCard, TakesThePhotographsUntilItIsPulled) {
     EXPECT_TRUE(IsWholeJpeg(folder / "Storagecard/Media/Images/KIVO0000.jpg"));
     EXPECT_EQ(phone.PhotoList()[0]["path"], "/Storagecard/Media/Images/KIVO0000.jpg");
     fs::rename(folder / "Storagecard", folder / "pulled");
-    phone.Do({"wait 300", "key camera"});
-    ExpectWarning(phone);
+    phone.Do({"wait 300", "key camera", "await photos 1"});
+    EXPECT_EQ(phone.Photos().size(), 1u) << "in the phone's own memory";
     fs::rename(folder / "pulled", folder / "Storagecard");
-    phone.Do({"key camera", "await photos 2"});
-    EXPECT_TRUE(phone.Photos().empty()) << "none in the phone's own memory";
+    phone.Do({"wait 300", "key camera", "await photos 3"});
+    EXPECT_TRUE(IsWholeJpeg(folder / "Storagecard/Media/Images/KIVO0001.jpg"));
 }
 
 TEST(MemoryCard, ThatIsMissingAtTheStartIsForgotten) {
