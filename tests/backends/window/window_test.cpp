@@ -97,6 +97,20 @@ TEST_F(WindowTest, TheMouseAndTheCameraKeysTakePhotographs) {
     EndWell();
 }
 
+TEST_F(WindowTest, TheKeyboardWalksTheButtonsAndEscapeLeadsBack) {
+    x_.Key(XK_Tab);
+    x_.Key(XK_Return);
+    camera_.Send("await form OptionForm");
+    Wait(100);
+    x_.Key(XK_Escape);
+    camera_.Send("await form MainForm");
+    camera_.Send("await preview");
+    Wait(100);
+    x_.Key(XK_space);
+    AwaitPhotos(1);
+    EndWell();
+}
+
 TEST_F(WindowTest, PositionsAreExactAtAnyWindowSize) {
     struct {
         int width, height, left, top, scale;
