@@ -100,9 +100,9 @@ result MainForm::ComposeAndStore(ByteBuffer& frame, bool composed, bool hdr) {
 
     const String description(ComposePhotoDescription(
         setting_->GetCameraType(), setting_->GetPhotoEffect(), setting_->GetZoomLevel(), hdr));
-    const StorageType storage = StorageInUse(*setting_);
+    const StorageType storage = setting_->GetStorageType();
     const result stored = StorePicture(picture, FolderOf(storage), description);
-    // A card that was pulled meanwhile does not take the photograph with it.
+    // A card that is away, or was pulled just now, does not take the photograph with it.
     const bool isCardGone = storage == StorageType::kMemoryCard && !IsCardThere();
     if (Osp::Succeeded(stored) || !isCardGone) return stored;
     return StorePicture(picture, kPhoneFolder, description);

@@ -72,18 +72,10 @@ void OptionForm::OnKeyPressed(const Osp::Ui::Control&, Osp::Ui::KeyCode keyCode)
 
 bool OptionForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList* args) {
     Form::OnUserEventReceivedN(requestId, args);
-    switch (requestId) {
-        case kRequestBecameCurrent:
-            Reset();
-            RequestRedraw();
-            return true;
-        case kRequestBackground:
-            // The finger is off the screen, and nobody will tell of its release.
-            if (!isTurning_) ForgetTouch();
-            return true;
-        default:
-            return false;
-    }
+    if (requestId != kRequestBecameCurrent) return false;
+    Reset();
+    RequestRedraw();
+    return true;
 }
 
 result OptionForm::ReturnToMainForm(bool save) {

@@ -3,8 +3,8 @@
 // A touch belongs to the row in which it begins, and it begins with the press or, when the finger
 // is still down after a turn, with the next move: so a finger that goes on drags place after place.
 // While a row turns, touches are not looked at. A finger that has turned a row does not tap when it
-// comes up, and with it everything about the touch is forgotten, wherever that happens: otherwise
-// the next one would be measured from a press that is long over.
+// comes up. A press begins anew, whatever the last touch has left: nobody hears of the end of one
+// that was taken away by the background.
 //
 // A turn takes its ten or five steps of 10 ms by the clock. A timer that comes late makes up for
 // the steps that are due, so that a slow machine shows fewer of them but takes no longer.
@@ -71,6 +71,7 @@ void OptionForm::ForgetTouch() {
 
 void OptionForm::OnTouchPressed(const Control&, const Point& position) {
     if (isTurning_) return;
+    ForgetTouch();
     hasMoved_ = false;
     Touch(position);
 }
@@ -91,7 +92,6 @@ void OptionForm::OnTouchMoved(const Control&, const Point& position) {
 void OptionForm::OnTouchReleased(const Control&, const Point& position) {
     if (isTurning_) return;
     const bool isTap = touchedRow_ == Row::kCameras && !hasMoved_ && IsAmongCameras(position.y);
-    ForgetTouch();
     if (isTap) TapCamera(position.x);
 }
 

@@ -173,11 +173,10 @@ TEST_F(ChooserTest, TakesNoLongerWhenItsTimerIsLate) {
 TEST_F(ChooserTest, ForgetsTheFingerInTheBackgroundAndStaysOpen) {
     OpenChooser(phone_);
     phone_.Do({"press 100 400", "background", "wait 1000", "foreground", "wait 1000",
-               "expect form OptionForm", "move 400 400", "press 500 200", "move 490 200"});
-    phone_.Wait(100);
+               "expect form OptionForm"});
+    Drag(500, 315, 100);
     EXPECT_EQ(Effect(), 0);
-    phone_.Do({"release 490 320", "press 500 200", "move 470 200", "background", "wait 1000",
-               "foreground"});
+    phone_.Do({"press 500 200", "move 470 200", "background", "wait 1000", "foreground"});
     EXPECT_EQ(Type(), 1) << "a turn that had begun ends";
     LeaveForm(phone_);
     EXPECT_EQ(Photograph(), "DSLR (Normal),1X");
