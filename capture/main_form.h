@@ -32,11 +32,11 @@ class SettingForm;
 class SnsShareForm;
 
 /// Runs the camera, takes photographs and hands the screen over to the other forms. One class by
-/// requirement; its sources are split by concern: app/navigation.cpp, capture/main_form.cpp
-/// (construction), session.cpp, sequence.cpp, series.cpp, actions.cpp, accumulation.cpp,
-/// storage.cpp, preview.cpp, and effects/members.cpp. What needs no form lives outside as pure
-/// functions. Operations return 0 or the code of the first platform call that failed, after which
-/// the remaining steps are skipped. Loop thread only.
+/// requirement; its sources are split by concern: main_form.cpp (construction), navigation.cpp,
+/// session.cpp, sequence.cpp, series.cpp, actions.cpp, accumulation.cpp, storage.cpp, preview.cpp
+/// and effect_members.cpp. What needs no form lives outside as pure functions. Operations return 0
+/// or the code of the first platform call that failed, after which the remaining steps are skipped.
+/// Loop thread only.
 class MainForm : public Osp::Base::Runtime::ITimerEventListener,
                  public Osp::Media::ICameraEventListener,
                  public Osp::Media::IPlayerEventListener,
@@ -199,7 +199,7 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     void ShowBlend(Osp::Ui::Controls::OverlayPanel& panel, Effects::ConstPixels converted);
     void FinishSwitch();
 
-    // effects/members.cpp
+    // effect_members.cpp
     Effects::ConstPixels View(const Osp::Base::ByteBuffer& buffer) const;
     Effects::Pixels View(Osp::Base::ByteBuffer& buffer) const;
     Effects::EffectJob MakeJob();
