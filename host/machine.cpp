@@ -1,6 +1,7 @@
 #include "host/machine.h"
 
 #include <cstdio>
+#include <glib.h>
 #include <optional>
 #include <utility>
 
@@ -24,6 +25,12 @@ constexpr int kNoticeMs = 5000;
 std::unique_ptr<Osp::Media::SoundOutput> MakeSoundOutput(const Options& options) {
     if (options.isHeadless || options.clock == ClockKind::kVirtual) return nullptr;
     return std::make_unique<Osp::Media::MixedSound>(LoadSoundBackend);
+}
+
+/// As "de"; under the virtual clock a run does not depend on its user.
+std::string UserLanguage() {
+    const std::string name = g_get_language_names()[0];
+    return name.substr(0, name.find_first_of("_.@"));
 }
 
 std::optional<Osp::Content::EmbeddedInfo> ReadEmbedded(const std::string& realPath) {
@@ -73,6 +80,7 @@ Machine::Machine(const Options& options, Parts parts)
       cameras_(std::move(parts.cameras)),
       sounds_(MakeSoundOutput(options)),
       device_([this] { return cameras_->Count(); }),
+      textInput_(options.clock == ClockKind::kVirtual ? "" : UserLanguage()),
       lifecycle_(settings_) {
     lifecycle_.WatchForeground(
         [this](bool isForeground) { cameras_->SetForeground(isForeground); });

@@ -18,6 +18,7 @@
 #include "osp/system/device.h"
 #include "osp/ui/input.h"
 #include "osp/ui/screen.h"
+#include "osp/ui/text/text_input.h"
 
 namespace Host {
 
@@ -75,6 +76,8 @@ class Machine {
     Osp::Ui::Screen::Installed installedScreen_{screen_};
     Osp::Ui::Input input_;
     Osp::Ui::Input::Installed installedInput_{input_};
+    Osp::Ui::TextInput textInput_;
+    Osp::Ui::TextInput::Installed installedTextInput_{textInput_};
     Osp::App::Lifecycle lifecycle_;
     Osp::App::Lifecycle::Installed installedLifecycle_{lifecycle_};
 };

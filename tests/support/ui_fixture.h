@@ -14,6 +14,7 @@
 #include "osp/ui/access.h"
 #include "osp/ui/input.h"
 #include "osp/ui/screen.h"
+#include "osp/ui/text/text_input.h"
 #include "tests/support/test_loop.h"
 
 namespace Osp::Ui {
@@ -84,6 +85,8 @@ class UiTest : public testing::Test {
     Screen::Installed installedScreen_{screen_};
     Input input_;
     Input::Installed installedInput_{input_};
+    TextInput textInput_{""};
+    TextInput::Installed installedTextInput_{textInput_};
     Controls::Frame frame_ = Access::MakeFrame();
     Controls::Form* form_;  // the frame's
 };

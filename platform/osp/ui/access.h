@@ -5,8 +5,10 @@
 
 #include <osp/ui/container.h>
 #include <osp/ui/controls/button.h>
+#include <osp/ui/controls/edit_area.h>
 #include <osp/ui/controls/frame.h>
 #include <osp/ui/controls/overlay_panel.h>
+#include <osp/ui/controls/popup.h>
 
 #include "osp/graphics/surface.h"
 
@@ -48,6 +50,11 @@ class Access {
         const Controls::Button& button) {
         return button.actionListeners_;
     }
+
+    /// Null before the area is constructed.
+    static TextField* Field(const Controls::EditArea& area) { return area.field_.get(); }
+    /// Puts the popup where it belongs with or without the screen's keyboard.
+    static void Place(Controls::Popup& popup) { popup.Place(); }
 
     /// The panel's moving picture; null before the first.
     static const Graphics::Surface* VideoPicture(const Controls::OverlayPanel& panel);

@@ -14,6 +14,7 @@
 
 #include <osp/ui/controls/button.h>
 #include <osp/ui/controls/overlay_panel.h>
+#include <osp/ui/controls/popup.h>
 
 #include "osp/ui/access.h"
 
@@ -22,6 +23,7 @@ namespace Osp::Ui {
 namespace {
 
 constexpr double kDisabledOpacity = 0.45;
+constexpr double kScrimOpacity = 0.6;  // of black, below a popup
 
 constexpr double kRingWidth = 3;
 constexpr double kRingLine = 1.5;  // of ink, on either side
@@ -98,7 +100,13 @@ void Paint(const std::vector<Container*>& roots, cairo_region_t& damage,
     const Graphics::CairoPointer context = ClippedTo(damage, target);
     cairo_set_source_rgb(context.get(), 0, 0, 0);
     cairo_paint(context.get());
-    for (const Container* root : roots) PaintTree(context.get(), damage, *root, {});
+    for (const Container* root : roots) {
+        if (dynamic_cast<const Controls::Popup*>(root) != nullptr) {
+            cairo_set_source_rgba(context.get(), 0, 0, 0, kScrimOpacity);
+            cairo_paint(context.get());
+        }
+        PaintTree(context.get(), damage, *root, {});
+    }
 }
 
 void PaintFocus(const Control& control, cairo_region_t& damage, Graphics::Surface& target) {

@@ -48,7 +48,7 @@ bool MustWait() {
 }
 
 bool IsBehindModal(const Control& control) {
-    return Screen::Current().HasModal() && IsIn(control, Screen::Current().GetCurrentForm());
+    return Screen::Current().HasModal() && Screen::Current().IsOfApplication(control);
 }
 
 bool MayAct(const Controls::Button& button, Graphics::Point position) {
@@ -105,7 +105,7 @@ void Input::Tell(const Target& target, Graphics::Point position, TouchEvent even
     if (IsBehindModal(*control)) {
         return Later([this, target, position, event] { Tell(target, position, event); });
     }
-    if (IsIn(*control, Screen::Current().GetInputRoot())) event(*control, position);
+    if (Screen::Current().TakesInput(*control)) event(*control, position);
 }
 
 void Input::Press(Graphics::Point position) {
@@ -117,8 +117,7 @@ void Input::Press(Graphics::Point position) {
     Screen::Current().SetFocus(nullptr);
     last_ = Clamped(position);
     target_.reset();
-    Container* const root = Screen::Current().GetInputRoot();
-    Control* const found = root == nullptr ? nullptr : FindTouchable(*root, last_);
+    Control* const found = Screen::Current().FindTouchableAt(last_);
     if (found == nullptr || !found->IsEnabled()) return;
     target_ = Access::Weak(*found);
     ShowPressed(*found, true);
@@ -142,6 +141,7 @@ void Input::Release(Graphics::Point position) {
 
 void Input::Cancel() {
     if (MustWait()) return Later([this] { Cancel(); });
+    if (letGo_) letGo_();
     Lift(last_, TellReleased);
 }
 
@@ -159,6 +159,8 @@ void Input::KeyPress(KeyCode keyCode) {
     if (MustWait()) return Later([this, keyCode] { KeyPress(keyCode); });
     Controls::Form* const form = Screen::Current().GetCurrentForm();
     if (form == nullptr || Screen::Current().HasModal()) return;
+    // A popup has the focus; the form may want to close it.
+    if (Screen::Current().HasPopup() && keyCode != KeyCode::kBack) return;
     heldKeys_.insert(keyCode);
     ForEachListener(*form, Access::KeyListeners(*form),
                     [&](IKeyEventListener& l) { l.OnKeyPressed(*form, keyCode); });
@@ -192,6 +194,7 @@ void Input::Confirm() {
 }
 
 void Input::LetGo() {
+    if (letGo_) letGo_();
     Screen::Current().SetFocus(nullptr);
     if (Control* const target = Locked(target_)) ShowPressed(*target, false);
     target_.reset();

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <set>
+#include <utility>
 
 #include <osp/graphics/point.h>
 #include <osp/ui/control.h>
@@ -39,6 +40,9 @@ class Input : public Service<Input> {
     /// What was touched goes from the screen: finger and keys are up as if they had never been
     /// down, and nobody is told. The focus goes, and input that still waits is dropped.
     void LetGo();
+    /// `letGo` is called before the touch under way ends without having been meant, by Cancel or
+    /// LetGo. Empty takes it away.
+    void WatchLetGo(std::function<void()> letGo) { letGo_ = std::move(letGo); }
 
   private:
     using Task = std::function<void()>;
@@ -53,6 +57,7 @@ class Input : public Service<Input> {
     bool isDown_ = false;
     Graphics::Point last_;
     std::set<KeyCode> heldKeys_;
+    std::function<void()> letGo_;
     unsigned era_ = 0;  // counts how often everything was let go
 };
 

@@ -34,14 +34,58 @@ Controls::Form* Screen::GetCurrentForm() const {
 
 Container* Screen::GetInputRoot() const {
     if (!modals_.empty()) return modals_.back();
+    if (!popups_.empty()) return popups_.back();
     return GetCurrentForm();
+}
+
+bool Screen::TakesInput(const Control& control) const {
+    return IsIn(control, GetInputRoot()) || (TakesKeyboardInput() && IsIn(control, keyboard_));
+}
+
+bool Screen::IsOfApplication(const Control& control) const {
+    return IsIn(control, GetCurrentForm()) ||
+           std::ranges::any_of(popups_, [&](const auto* popup) { return IsIn(control, popup); });
+}
+
+Control* Screen::FindTouchableAt(Graphics::Point position) const {
+    if (TakesKeyboardInput()) {
+        if (Control* const key = FindTouchable(*keyboard_, position)) return key;
+    }
+    Container* const root = GetInputRoot();
+    return root == nullptr ? nullptr : FindTouchable(*root, position);
 }
 
 std::vector<Container*> Screen::GetRoots() const {
     std::vector<Container*> roots;
     if (GetCurrentForm() != nullptr) roots.push_back(GetCurrentForm());
+    roots.insert(roots.end(), popups_.begin(), popups_.end());
     roots.insert(roots.end(), modals_.begin(), modals_.end());
+    if (TakesKeyboardInput()) roots.push_back(keyboard_);
     return roots;
+}
+
+void Screen::OpenPopup(Controls::Popup& popup) {
+    assert(std::ranges::find(popups_, &popup) == popups_.end());
+    popups_.push_back(&popup);
+    DamageAll();
+}
+
+void Screen::ClosePopup(Controls::Popup& popup) {
+    std::erase(popups_, &popup);
+    DamageAll();
+}
+
+void Screen::SetKeyboard(Container* keyboard) {
+    ShowKeyboard(false);
+    keyboard_ = keyboard;
+}
+
+void Screen::ShowKeyboard(bool shown) {
+    assert(!shown || keyboard_ != nullptr);
+    if (shown == isKeyboardShown_) return;
+    isKeyboardShown_ = shown;
+    for (Controls::Popup* popup : popups_) Access::Place(*popup);
+    DamageAll();
 }
 
 void Screen::SetFocus(Control* control) {

@@ -7,6 +7,7 @@
 
 #include <osp/graphics/dimension.h>
 #include <osp/ui/controls/frame.h>
+#include <osp/ui/controls/popup.h>
 #include <osp/ui/key_code.h>
 #include <osp/ui/weak_control.h>
 
@@ -43,10 +44,29 @@ class Screen : public Service<Screen> {
     void SetFrame(Controls::Frame* frame) { frame_ = frame; }
 
     Controls::Form* GetCurrentForm() const;
-    /// What gets touches: the topmost layer above the forms, else the current form. May be null.
+    /// What gets touches, where no keyboard lies: the topmost layer above the forms, else the
+    /// current form. May be null.
     Container* GetInputRoot() const;
+    /// Whether `control` is of what gets touches.
+    bool TakesInput(const Control& control) const;
+    /// Whether `control` is the application's own: on the current form or on an open popup.
+    bool IsOfApplication(const Control& control) const;
+    /// The topmost control there that can be touched; null when there is none.
+    Control* FindTouchableAt(Graphics::Point position) const;
     /// The current form and the layers above it, bottom to top.
     std::vector<Container*> GetRoots() const;
+
+    /// Puts `popup` above those that are open, or takes it away. Not owned.
+    void OpenPopup(Controls::Popup& popup);
+    void ClosePopup(Controls::Popup& popup);
+    bool HasPopup() const { return !popups_.empty(); }
+
+    /// The keyboard that a finger types on, hidden at first. Not owned; null takes it away.
+    void SetKeyboard(Container* keyboard);
+    /// Popups make room for it.
+    void ShowKeyboard(bool shown);
+    /// It lies above everything, but not while a message box waits, which gets all input alone.
+    bool IsKeyboardShown() const { return isKeyboardShown_; }
 
     void SetForeground(bool foreground) { foreground_ = foreground; }
     bool IsForeground() const { return foreground_; }
@@ -75,10 +95,14 @@ class Screen : public Service<Screen> {
     using RegionOwner = Base::Owner<cairo_region_t, cairo_region_destroy>;
 
     void DamageAll();
+    bool TakesKeyboardInput() const { return isKeyboardShown_ && modals_.empty(); }
 
-    Controls::Frame* frame_ = nullptr;  // not owned
-    Presenter* presenter_ = nullptr;    // not owned
-    std::vector<ModalLayer*> modals_;   // not owned; each is on the stack of its RunModal
+    Controls::Frame* frame_ = nullptr;      // not owned
+    Presenter* presenter_ = nullptr;        // not owned
+    std::vector<Controls::Popup*> popups_;  // not owned; bottom to top
+    Container* keyboard_ = nullptr;         // not owned
+    bool isKeyboardShown_ = false;
+    std::vector<ModalLayer*> modals_;  // not owned; each is on the stack of its RunModal
     WeakControl<Control> focus_;
     bool foreground_ = false;
     Graphics::Surface picture_;

@@ -5,7 +5,9 @@
 
 #include <osp/ui/container.h>
 #include <osp/ui/controls/button.h>
+#include <osp/ui/controls/edit_area.h>
 #include <osp/ui/controls/label.h>
+#include <osp/ui/controls/popup.h>
 
 #include "osp/ui/access.h"
 #include "osp/ui/screen.h"
@@ -39,6 +41,12 @@ inline std::string TextOf(const Control& control) {
     }
     if (const auto* button = dynamic_cast<const Controls::Button*>(&control)) {
         if (!button->GetText().IsEmpty()) return button->GetText().ToUtf8();
+    }
+    if (const auto* popup = dynamic_cast<const Controls::Popup*>(&control)) {
+        return popup->GetTitle().ToUtf8();
+    }
+    if (const auto* area = dynamic_cast<const Controls::EditArea*>(&control)) {
+        return area->GetText().ToUtf8();
     }
     return control.GetName().ToUtf8();
 }

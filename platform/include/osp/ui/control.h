@@ -41,7 +41,7 @@ class Control : public Base::Object {
     Graphics::Rectangle GetScreenBounds() const;
 
     /// Whether the control is shown at all. Hiding takes effect with the next frame.
-    result SetShowState(bool shown);
+    virtual result SetShowState(bool shown);
     bool GetShowState() const { return shown_; }
     /// True for the controls of the current form while the application is in the foreground.
     virtual bool IsVisible() const;
