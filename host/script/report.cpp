@@ -10,10 +10,12 @@
 #include <osp/io/dir_enumerator.h>
 #include <osp/io/directory.h>
 #include <osp/ui/controls/button.h>
+#include <osp/ui/controls/edit_area.h>
 #include <osp/ui/controls/label.h>
 #include <osp/ui/controls/message_box.h>
 #include <osp/ui/controls/overlay_panel.h>
 #include <osp/ui/controls/panel.h>
+#include <osp/ui/controls/popup.h>
 
 #include "host/camera_report.h"
 #include "osp/app/lifecycle.h"
@@ -25,6 +27,7 @@
 #include "osp/ui/access.h"
 #include "osp/ui/modal_layer.h"
 #include "osp/ui/screen.h"
+#include "osp/ui/text/text_input.h"
 #include "osp/ui/visible_controls.h"
 
 namespace Host {
@@ -49,6 +52,8 @@ std::string ClassName(const Control& control) {
 const char* KindOf(const Control& control) {
     if (dynamic_cast<const Osp::Ui::Controls::Button*>(&control)) return "button";
     if (dynamic_cast<const Osp::Ui::Controls::Label*>(&control)) return "label";
+    if (dynamic_cast<const Osp::Ui::Controls::EditArea*>(&control)) return "edit";
+    if (dynamic_cast<const Osp::Ui::Controls::Popup*>(&control)) return "popup";
     if (dynamic_cast<const Osp::Ui::ModalLayer*>(&control)) return "message";
     if (dynamic_cast<const Osp::Ui::Controls::OverlayPanel*>(&control)) return "overlay";
     if (dynamic_cast<const Osp::Ui::Controls::Panel*>(&control)) return "panel";
@@ -67,6 +72,7 @@ Json Describe(const Control& control) {
     json["text"] = Osp::Ui::TextOf(control);
     json["enabled"] = control.IsEnabled();
     if (&control == Osp::Ui::Screen::Current().GetFocus()) json["focused"] = true;
+    if (&control == Osp::Ui::TextInput::Current().GetTarget()) json["edited"] = true;
     return json;
 }
 

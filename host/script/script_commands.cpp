@@ -18,6 +18,7 @@
 #include "osp/base/event_loop.h"
 #include "osp/media/camera/camera_service.h"
 #include "osp/ui/input.h"
+#include "osp/ui/text/text_input.h"
 
 namespace Host {
 
@@ -137,6 +138,22 @@ Outcome<Steps> Key(const Words& words) {
                  Posted([code] { Input::Current().KeyRelease(code); })};
 }
 
+/// The words as they are written, with one space between two.
+std::string Joined(const Words& words, std::size_t first) {
+    std::string text = words[first];
+    for (std::size_t i = first + 1; i < words.size(); ++i) text += " " + words[i];
+    return text;
+}
+
+Steps Text(const Words& words) {
+    return {ActionStep{[text = Osp::Base::String(Joined(words, 1))]() -> Outcome<> {
+        auto& input = Osp::Ui::TextInput::Current();
+        if (input.GetTarget() == nullptr) return Failure{"no edit area has the focus"};
+        input.Insert(text);
+        return kDone;
+    }}};
+}
+
 struct Condition {
     std::function<bool()> isSo;
     std::function<std::string()> failure;
@@ -162,8 +179,7 @@ Outcome<Condition> ReadCondition(const Words& words) {
     if (kind == "preview") {
         return Condition{HasPreview, [] { return "there is no uncovered preview"; }};
     }
-    std::string argument = words[2];
-    for (std::size_t i = 3; i < words.size(); ++i) argument += " " + words[i];
+    const std::string argument = Joined(words, 2);
     if (kind == "photos") return ReadPhotos(argument);
     if (kind == "form") {
         return Condition{[argument] { return CurrentFormName() == argument; },
@@ -262,6 +278,7 @@ const std::map<std::string_view, Command>& Commands() {
         {"tap", {2, 2, "nn", [](auto& w, auto&) { return Tap(w); }}},
         {"drag", {4, 5, "nnnnn", [](auto& w, auto&) { return Drag(w); }}},
         {"key", {1, 1, "w", [](auto& w, auto&) { return Key(w); }}},
+        {"text", {1, kMany, "", [](auto& w, auto&) { return Text(w); }}},
         {"wait", {1, 1, "t", [](auto& w, auto&) { return Wait(w); }}},
         {"await", {1, kMany, "w", [](auto& w, auto&) { return Await(w); }}},
         {"expect", {1, kMany, "w", [](auto& w, auto&) { return Expect(w); }}},

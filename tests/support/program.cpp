@@ -18,9 +18,10 @@ void CameraProgram::End(GSubprocess* process) {
 }
 
 CameraProgram::CameraProgram(const std::vector<std::string>& arguments,
-                             const std::map<std::string, std::string>& environment) {
-    const std::string program = ProgramFolder() + "/kivo-camera";
-    std::vector<const char*> words{program.c_str()};
+                             const std::map<std::string, std::string>& environment,
+                             const std::string& program) {
+    const std::string path = ProgramFolder() + "/" + program;
+    std::vector<const char*> words{path.c_str()};
     for (const std::string& argument : arguments) words.push_back(argument.c_str());
     words.push_back(nullptr);
     GError* error = nullptr;

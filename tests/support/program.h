@@ -24,9 +24,10 @@ std::string ProgramFolder();
 /// kivo-camera with `arguments`; what it prints is kept.
 class CameraProgram {
   public:
-    /// `environment` comes on top of the test's own.
+    /// `environment` comes on top of the test's own; `program` is seen from the programs' folder.
     explicit CameraProgram(const std::vector<std::string>& arguments,
-                           const std::map<std::string, std::string>& environment = {});
+                           const std::map<std::string, std::string>& environment = {},
+                           const std::string& program = "kivo-camera");
     /// Kills it if it still runs.
     ~CameraProgram();
     CameraProgram(const CameraProgram&) = delete;

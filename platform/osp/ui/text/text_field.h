@@ -10,24 +10,11 @@
 #include <osp/graphics/point.h>
 #include <osp/graphics/rectangle.h>
 
+#include "osp/ui/text/caret_move.h"
 #include "osp/ui/text/text_editor.h"
 #include "osp/ui/text/text_layout.h"
 
 namespace Osp::Ui {
-
-/// How the caret can be told to go.
-enum class CaretMove {
-    kCharacterBefore,
-    kCharacterAfter,
-    kWordBefore,
-    kWordAfter,
-    kLineAbove,
-    kLineBelow,
-    kLineStart,
-    kLineEnd,
-    kTextStart,
-    kTextEnd
-};
 
 /// Points and rectangles are pixels of the area. Whatever changes the text or moves the caret
 /// brings the caret into view; scrolling does not.

@@ -11,6 +11,7 @@
 #include "osp/ui/input.h"
 #include "osp/ui/screen.h"
 #include "osp/ui/text/keyboard.h"
+#include "osp/ui/text/text_field.h"
 
 namespace Osp::Ui {
 

@@ -11,8 +11,8 @@
 #include <osp/ui/weak_control.h>
 
 #include "osp/base/service.h"
+#include "osp/ui/text/caret_move.h"
 #include "osp/ui/text/text_editor.h"
-#include "osp/ui/text/text_field.h"
 
 namespace Osp::Ui {
 
