@@ -6,6 +6,7 @@
 
 #include <osp/graphics/dimension.h>
 #include <osp/graphics/point.h>
+#include <osp/graphics/rectangle.h>
 
 namespace Osp::Ui {
 
@@ -22,6 +23,13 @@ class Letterbox {
         if (scale_ <= 0) return {-1, -1};
         return {static_cast<int>(std::floor((x - left_) / scale_)),
                 static_cast<int>(std::floor((y - top_) / scale_))};
+    }
+
+    /// The pixels of the window that show an area of the screen.
+    Graphics::Rectangle ToWindow(const Graphics::Rectangle& area) const {
+        const auto scaled = [this](int length) { return static_cast<int>(length * scale_); };
+        return {static_cast<int>(left_) + scaled(area.x), static_cast<int>(top_) + scaled(area.y),
+                scaled(area.width), scaled(area.height)};
     }
 
   private:

@@ -51,7 +51,7 @@ void Post(std::function<void()> task) {
 }  // namespace
 
 WindowInput::WindowInput(GtkWindow* window, GtkWidget* picture)
-    : window_(window), picture_(picture) {
+    : window_(window), picture_(picture), text_(picture) {
     GtkEventController* const pointer = gtk_event_controller_legacy_new();
     g_signal_connect(pointer, "event",
                      G_CALLBACK(+[](GtkEventController*, GdkEvent* event, gpointer self) {
@@ -64,16 +64,17 @@ WindowInput::WindowInput(GtkWindow* window, GtkWidget* picture)
     // Before the toolkit takes Space and Enter for its own purposes.
     gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
     g_signal_connect(keys, "key-pressed",
-                     G_CALLBACK(+[](GtkEventControllerKey*, guint keyval, guint, GdkModifierType,
-                                    gpointer self) -> gboolean {
-                         return static_cast<WindowInput*>(self)->OnKey(keyval, true);
+                     G_CALLBACK(+[](GtkEventController* controller, guint keyval, guint,
+                                    GdkModifierType, gpointer self) -> gboolean {
+                         return static_cast<WindowInput*>(self)->OnKey(controller, keyval, true);
                      }),
                      this);
-    g_signal_connect(
-        keys, "key-released",
-        G_CALLBACK(+[](GtkEventControllerKey*, guint keyval, guint, GdkModifierType,
-                       gpointer self) { static_cast<WindowInput*>(self)->OnKey(keyval, false); }),
-        this);
+    g_signal_connect(keys, "key-released",
+                     G_CALLBACK(+[](GtkEventController* controller, guint keyval, guint,
+                                    GdkModifierType, gpointer self) {
+                         static_cast<WindowInput*>(self)->OnKey(controller, keyval, false);
+                     }),
+                     this);
     gtk_widget_add_controller(GTK_WIDGET(window_), keys);
 }
 
@@ -130,13 +131,16 @@ gboolean WindowInput::OnEvent(GdkEvent* event) {
     }
 }
 
-gboolean WindowInput::OnKey(guint keyval, bool isPress) {
+gboolean WindowInput::OnKey(GtkEventController* keys, guint keyval, bool isPress) {
     if (keyval == GDK_KEY_Tab || keyval == GDK_KEY_ISO_Left_Tab) {
         const bool backward = keyval == GDK_KEY_ISO_Left_Tab;
         if (isPress) Post([backward] { Input::Current().FocusNext(backward); });
         return TRUE;
     }
+    // A key of the camera's that went down before must come up there.
     const KeyCode code = CodeOf(keyval);
+    const bool isHeld = !isPress && code != KeyCode::kNone && code == keyDown_;
+    if (!isHeld && text_.TakeKey(gtk_event_controller_get_current_event(keys))) return TRUE;
     if (code == KeyCode::kNone) return FALSE;
     if (isPress) {
         if (keyDown_ == code) return TRUE;  // the keyboard's own repetition
@@ -154,6 +158,7 @@ gboolean WindowInput::OnKey(guint keyval, bool isPress) {
 }
 
 void WindowInput::LetGo() {
+    text_.LetGo();
     if (std::exchange(isDown_, false)) {
         Post([] { Input::Current().Cancel(); });
     }

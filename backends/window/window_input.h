@@ -7,6 +7,8 @@
 #include <osp/graphics/point.h>
 #include <osp/ui/key_code.h>
 
+#include "backends/window/text_method.h"
+
 namespace Osp::Ui {
 
 /// Everything is posted to the loop as a system event, in the order of arrival.
@@ -20,12 +22,13 @@ class WindowInput {
 
   private:
     gboolean OnEvent(GdkEvent* event);
-    gboolean OnKey(guint keyval, bool isPress);
+    gboolean OnKey(GtkEventController* keys, guint keyval, bool isPress);
     Graphics::Point ScreenPoint(GdkEvent* event) const;
     bool IsTracked(GdkEvent* event) const;
 
     GtkWindow* window_;
     GtkWidget* picture_;
+    TextMethod text_;
     GdkEventSequence* sequence_ = nullptr;  // of the finger that is down; null for the mouse
     bool isDown_ = false;
     KeyCode keyDown_ = KeyCode::kNone;

@@ -37,8 +37,9 @@ constexpr int kAlternativeGap = 4;
 constexpr int kAlternativeSize = 34;
 constexpr int kForgiven = 30;  // pixels below the key until nothing is chosen
 
-bool IsLetterKey(KeyKind kind) {
-    return kind == KeyKind::kText || kind == KeyKind::kSpace;
+bool IsLetterKey(const KeyPlace& place) {
+    const bool isByTheSpace = place.text == u"," || place.text == u".";
+    return place.kind == KeyKind::kSpace || (place.kind == KeyKind::kText && !isByTheSpace);
 }
 
 const char* WordOf(KeyKind kind, KeyPage page, ShiftState shift) {
@@ -133,10 +134,10 @@ result Key::OnDraw() {
     const KeyKind kind = place_.kind;
     const bool isAmber =
         kind == KeyKind::kEnter || (kind == KeyKind::kShift && shift_ != ShiftState::kOff);
-    const Color ground = isAmber             ? (IsPressed() ? kAmberPressed : kAmber)
-                         : IsPressed()       ? kCream
-                         : IsLetterKey(kind) ? kLetterKey
-                                             : kOtherKey;
+    const Color ground = isAmber               ? (IsPressed() ? kAmberPressed : kAmber)
+                         : IsPressed()         ? kCream
+                         : IsLetterKey(place_) ? kLetterKey
+                                               : kOtherKey;
     const Color colour = isAmber || IsPressed() ? kInk : kCream;
     if (Succeeded(r)) r = canvas->FillRoundRectangle(ground, place_.keycap, kKeyRadius);
     if (Failed(r)) return r;
@@ -157,10 +158,16 @@ Alternatives::Alternatives(std::u16string characters, const Graphics::Rectangle&
     : characters_(std::move(characters)), key_(key) {
     assert(!characters_.empty());
     const int width = kAlternativeWidth * static_cast<int>(characters_.size());
-    const int x = key.x + (key.width - kAlternativeWidth) / 2;
+    const int middle = key.x + key.width / 2;
+    // From the right half of the keyboard the row goes to the left.
+    const bool isMirrored = middle > kKeyboardSize.width / 2;
+    if (isMirrored) std::ranges::reverse(characters_);
+    const int x =
+        isMirrored ? middle + kAlternativeWidth / 2 - width : middle - kAlternativeWidth / 2;
     SetBounds({std::clamp(x, 0, kKeyboardSize.width - width),
                key.y - kAlternativeHeight - kAlternativeGap, width, kAlternativeHeight});
     SetName("Alternatives");
+    Follow({middle, key.y});
 }
 
 void Alternatives::Follow(Graphics::Point position) {

@@ -41,7 +41,8 @@ class Key : public Controls::Button {
 /// The characters that a long press offers, in a row above the key.
 class Alternatives : public Control {
   public:
-    /// `characters` is not empty. The first lies above `key`, whose bounds are the keyboard's.
+    /// `characters` is not empty; as far as the screen allows, the first lies above `key`, whose
+    /// bounds are the keyboard's.
     Alternatives(std::u16string characters, const Graphics::Rectangle& key);
 
     /// For a finger in the keyboard's own pixels; far below the key nothing is chosen.
