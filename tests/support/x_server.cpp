@@ -110,6 +110,16 @@ void XServer::HoldKey(unsigned long symbol, bool isDown) {
     XSync(display_, False);
 }
 
+void XServer::AddKey(unsigned long symbol) {
+    int first = 0;
+    int last = 0;
+    XDisplayKeycodes(display_, &first, &last);
+    KeySym symbols[] = {symbol, symbol};
+    // The last key is nobody's.
+    XChangeKeyboardMapping(display_, last, 2, symbols, 1);
+    XSync(display_, False);
+}
+
 void XServer::Focus(unsigned long window) {
     if (window == 0 && other_ == 0) {
         other_ =

@@ -31,6 +31,8 @@ class XServer {
     void Release();
     void Key(unsigned long symbol);
     void HoldKey(unsigned long symbol, bool isDown);
+    /// Puts a symbol on the keyboard that may not be there.
+    void AddKey(unsigned long symbol);
     /// The keyboard goes to the program's window, or with 0 to somebody else's.
     void Focus(unsigned long window);
     /// The colour that is shown there.

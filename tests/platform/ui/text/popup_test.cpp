@@ -71,8 +71,10 @@ TEST_F(PopupTest, LetsEventsOfTheApplicationThroughAndAMessageBoxLieAbove) {
     loop_.Loop().StartTimer(EventClass::kSystem, 500ms, [this] {
         EXPECT_EQ(textInput_.GetTarget(), nullptr);
         textInput_.Insert("lost");
-        Tap(kQ);
-        Tap({315, 260});
+        for (const Graphics::Point place : {kQ, Graphics::Point{315, 260}}) {
+            input_.Press(place);
+            input_.Release(place);
+        }
         EXPECT_EQ(screen_.GetRoots().back(), screen_.GetInputRoot()) << "no keyboard";
     });
     loop_.Pass(2s);

@@ -22,7 +22,8 @@ TextEditor From(std::u16string marked) {
     const auto caret = static_cast<int>(take(u'|'));
     TextEditor editor;
     editor.SetText(marked);
-    editor.MoveTo(anchor == marked.npos ? caret : static_cast<int>(anchor), false);
+    const int other = anchor == marked.npos ? caret : static_cast<int>(anchor);
+    editor.MoveTo(other > caret ? other - 1 : other, false);  // the caret's mark stood before it
     editor.MoveTo(caret, true);
     return editor;
 }
