@@ -43,10 +43,11 @@ class TextWindowTest : public testing::Test {
         return json::parse(program_.ReadLine());
     }
     json Find(const std::string& kind) {
-        for (const json& control : Screen()["controls"]) {
+        const json screen = Screen();
+        for (const json& control : screen["controls"]) {
             if (control["kind"] == kind) return control;
         }
-        return {};
+        return json::object();
     }
     std::string Text() { return Find("edit").value("text", "nothing is there"); }
     bool HasKeyboard() {
@@ -91,7 +92,7 @@ TEST_F(TextWindowTest, KeysComposeEditAndPaste) {
     EXPECT_EQ(Text(), "caf\u00e9 \naf\u00e9 ");
 
     Keys({XK_Tab, XK_Return});
-    EXPECT_EQ(Find("popup"), json()) << "with the ring on it, the button is pressed";
+    EXPECT_EQ(Find("popup"), json::object()) << "with the ring on it, the button is pressed";
     Keys({XK_q});
     EXPECT_EQ(Screen()["form"], "MessageForm");
     program_.Send("quit");
