@@ -86,6 +86,23 @@ ProgramResult RunFile(const std::string& text) {
         .Finish();
 }
 
+TEST(Script, TypesIntoTheEditAreaThatHasTheFocus) {
+    EXPECT_EQ(Phone().Try("text hello"), "no edit area has the focus");
+    const TemporaryFolder folder;
+    CameraProgram program(
+        {"--headless", "--data", folder.Path(), "--primary", "scene", "--script", "-"}, {},
+        "../text-entry/bin/kivo-camera");
+    for (const char* line : {"text h\u00e9llo  you", "expect text h\u00e9llo you", "print screen",
+                             "tap 315 260", "text unseen"}) {
+        program.Send(line);
+    }
+    const ProgramResult result = program.Finish();
+    EXPECT_NE(result.output.find("\"text\":\"h\u00e9llo you\",\"enabled\":true,\"edited\":true"),
+              result.output.npos)
+        << result.output;
+    EXPECT_NE(result.errors.find("line 5"), result.errors.npos) << result.errors;
+}
+
 TEST(Script, LinesAreCountedAndCutOffWhereverTheyComeFrom) {
     const std::string lines = "\xEF\xBB\xBFwait 1\n\nwait 2\r\n";
     const std::string longest = "#" + std::string(kLongestLine - 1, '-');

@@ -113,8 +113,9 @@ std::u16string AlternativesOf(const Letters& letters, char16_t character) {
     const auto* const found = std::ranges::find(kAlternatives, character, &Alternatives::character);
     if (found == std::end(kAlternatives)) return {};
     std::u16string others(found->others);
-    std::ranges::stable_partition(
-        others, [&](char16_t other) { return letters.own.find(other) != letters.own.npos; });
+    std::stable_partition(others.begin(), others.end(), [&](char16_t other) {
+        return letters.own.find(other) != letters.own.npos;
+    });
     return others;
 }
 
