@@ -99,6 +99,10 @@ TEST_F(KeyboardTest, DeleteRepeatsWhileItIsHeld) {
     input_.LetGo();
     loop_.Pass(1s);
     EXPECT_EQ(Text(), "abcde") << "and in the background neither";
+    input_.Press(kDelete);
+    input_.Move(kO);
+    loop_.Pass(1s);
+    EXPECT_EQ(Text(), "abcde") << "nor when the finger has slid off";
 }
 
 TEST_F(KeyboardTest, ALongPressOffersAlternatives) {

@@ -93,6 +93,7 @@ TEST(TextEditor, TypingReplacesTheSelectionUpToTheLimit) {
         {u"ab|", 3, u"😀", u"ab|"},
         {u"[abc|", 3, u"xyz", u"xyz|"},
         {u"|", 9, u"a\r\nb\u0007\0c", u"a\nb|"},
+        {u"|\u0301x", 9, u"e", u"e\u0301|x"},  // one character now, and the caret not inside
         {u"e|x", 9, u"\u0301", u"e\u0301|x"},
     };
     for (const auto& c : cases) {
