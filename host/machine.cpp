@@ -13,6 +13,7 @@
 #include "host/sound_module.h"
 #include "osp/app/registry_file.h"
 #include "osp/media/picture/exif.h"
+#include "osp/media/picture/picture_within.h"
 #include "osp/media/sound/mixed_sound.h"
 
 namespace Host {
@@ -34,9 +35,11 @@ std::string UserLanguage() {
 }
 
 std::optional<Osp::Content::EmbeddedInfo> ReadEmbedded(const std::string& realPath) {
+    // Not the size in the EXIF, which other programs leave out or do not turn with the picture.
+    const auto size = Osp::Media::ReadUprightSize(realPath);
+    if (!size) return std::nullopt;
     const auto exif = Osp::Media::ReadExif(realPath);
-    if (!exif) return std::nullopt;
-    return Osp::Content::EmbeddedInfo{exif->description, exif->size.width, exif->size.height};
+    return Osp::Content::EmbeddedInfo{exif ? exif->description : "", size->width, size->height};
 }
 
 void Tell(const char* text) {

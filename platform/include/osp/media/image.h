@@ -26,6 +26,12 @@ class Image {
     /// kInvalidArgument for another `pixelFormat` than kDecodedPixelFormatArgb.
     Graphics::Bitmap* DecodeN(const Base::String& path, int pixelFormat);
 
+    /// The same, upright as its EXIF says, and scaled down so that it lies within the bounds,
+    /// which are positive, with its own proportions; a small one keeps its size. A large JPEG takes
+    /// a fraction of the time. kInvalidArgument for other bounds.
+    Graphics::Bitmap* DecodeN(const Base::String& path, int pixelFormat, int mostWidth,
+                              int mostHeight);
+
     /// The picture in `data`. kUnsupported for another source format than kJpeg, kInvalidFormat as
     /// above.
     Graphics::Bitmap* DecodeN(const Base::ByteBuffer& data, ImageFormat sourceFormat,

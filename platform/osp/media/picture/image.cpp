@@ -16,6 +16,7 @@
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/jpeg_codec.h"
 #include "osp/media/picture/picture_file.h"
+#include "osp/media/picture/picture_within.h"
 #include "osp/media/picture/png_codec.h"
 
 namespace Osp::Media {
@@ -111,6 +112,23 @@ Bitmap* Image::DecodeN(const Base::String& path, int pixelFormat) {
     if (Succeeded(lastResult_)) {
         lastResult_ = OrOutOfMemory([&] { return DecodeFile(realPath, bitmap); });
     }
+    return bitmap.release();
+}
+
+Bitmap* Image::DecodeN(const Base::String& path, int pixelFormat, int mostWidth, int mostHeight) {
+    lastResult_ = result::kInvalidArgument;
+    if (pixelFormat != kDecodedPixelFormatArgb || mostWidth <= 0 || mostHeight <= 0) return nullptr;
+    std::unique_ptr<Bitmap> bitmap;
+    std::string realPath;
+    lastResult_ = Io::StorageMap::Current().Resolve(path, Io::Access::kRead, realPath);
+    if (Failed(lastResult_)) return nullptr;
+    lastResult_ = OrOutOfMemory([&] {
+        Base::Block rgba;
+        Dimension size;
+        const result r = DecodeWithin(realPath, {mostWidth, mostHeight}, rgba, size);
+        if (Succeeded(r)) bitmap = FromRgba(size, std::move(rgba));
+        return r;
+    });
     return bitmap.release();
 }
 

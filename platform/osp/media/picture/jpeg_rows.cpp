@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <csetjmp>
 #include <cstddef>
 #include <cstdio>  // jpeglib.h needs it
@@ -201,9 +202,12 @@ result JpegReader::ReadHeader(Graphics::Dimension& size) {
     return result::kSuccess;
 }
 
-result JpegReader::Start(PixelLayout layout) {
+result JpegReader::Start(PixelLayout layout, int eighths) {
+    assert(eighths >= 1 && eighths <= 8);
     State& state = *state_;
-    const result r = state.Try([&state, layout] {
+    const result r = state.Try([&state, layout, eighths] {
+        state.jpeg.scale_num = static_cast<unsigned>(eighths);
+        state.jpeg.scale_denom = 8;
         state.jpeg.out_color_space = ColorSpaceOf(layout);
         state.jpeg.dct_method = JDCT_ISLOW;
         jpeg_start_decompress(&state.jpeg);

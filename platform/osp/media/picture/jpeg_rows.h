@@ -30,8 +30,10 @@ class JpegReader {
     /// First. kOutOfRange for sizes that are not acceptable, kUnsupported for kinds of JPEG that
     /// are not taken, kInvalidFormat for damage, kOutOfMemory.
     result ReadHeader(Graphics::Dimension& size);
-    /// Second. Takes all the time of decoding for a file of several scans.
-    result Start(PixelLayout layout);
+    /// Second. Takes all the time of decoding for a file of several scans. The rows then hold the
+    /// picture at `eighths` (1 to 8) of its size, sides rounded up, which smaller ones reach
+    /// sooner.
+    result Start(PixelLayout layout, int eighths = 8);
     /// The next `count` rows, packed, alpha 255. kInvalidFormat, with unspecified pixels, where
     /// rows are missing or damaged.
     result ReadRows(std::uint8_t* rows, int count);
