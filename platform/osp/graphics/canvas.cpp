@@ -108,6 +108,20 @@ result Canvas::DrawBitmap(const Rectangle& rectangle, const Bitmap& bitmap) {
     return result::kSuccess;
 }
 
+result Canvas::DrawBitmap(const Point& topLeft, const Bitmap& bitmap, const Rectangle& part) {
+    const bool isWithin = part.x >= 0 && part.y >= 0 && part.x <= bitmap.GetWidth() - part.width &&
+                          part.y <= bitmap.GetHeight() - part.height;
+    if (Access::Pixels(bitmap) == nullptr || part.IsEmpty() || !isWithin) {
+        return result::kInvalidArgument;
+    }
+    cairo_t* const cr = context_->Get();
+    cairo_set_source_surface(cr, Access::Pixels(bitmap)->Drawable().Cairo(), topLeft.x - part.x,
+                             topLeft.y - part.y);
+    cairo_rectangle(cr, topLeft.x, topLeft.y, part.width, part.height);
+    cairo_fill(cr);
+    return result::kSuccess;
+}
+
 result Canvas::SetFont(const Font& font) {
     if (font.GetSize() <= 0) return result::kInvalidArgument;
     font_ = font;

@@ -41,6 +41,10 @@ class Canvas {
     /// The same, scaled to the rectangle; kInvalidArgument for an empty one as well.
     result DrawBitmap(const Rectangle& rectangle, const Bitmap& bitmap);
 
+    /// Only `part` of it, at its own size. kInvalidArgument for a part that is empty or not within
+    /// the bitmap as well.
+    result DrawBitmap(const Point& topLeft, const Bitmap& bitmap, const Rectangle& part);
+
     /// kInvalidArgument, keeping the font that was set, for one that is not constructed.
     result SetFont(const Font& font);
     void SetForegroundColor(const Color& color);
