@@ -29,6 +29,8 @@ constexpr std::pair<guint, KeyCode> kKeys[] = {
     {GDK_KEY_F2, KeyCode::kSoftKey1},
     {GDK_KEY_Escape, KeyCode::kBack},
     {GDK_KEY_Back, KeyCode::kBack},
+    {GDK_KEY_Left, KeyCode::kLeft},
+    {GDK_KEY_Right, KeyCode::kRight},
 };
 
 /// Let the focused button act; the camera key where there is no focus.

@@ -130,7 +130,9 @@ Outcome<Steps> Key(const Words& words) {
         {"camera", Osp::Ui::KeyCode::kCamera},
         {"soft0", Osp::Ui::KeyCode::kSoftKey0},
         {"soft1", Osp::Ui::KeyCode::kSoftKey1},
-        {"back", Osp::Ui::KeyCode::kBack}};
+        {"back", Osp::Ui::KeyCode::kBack},
+        {"left", Osp::Ui::KeyCode::kLeft},
+        {"right", Osp::Ui::KeyCode::kRight}};
     const auto found = kKeys.find(words[1]);
     if (found == kKeys.end()) return Failure{"no such key"};
     const Osp::Ui::KeyCode code = found->second;
