@@ -22,6 +22,9 @@ void MainForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
         case kActionCameraSelection:
             SwapCameras();
             break;
+        case kActionAlbum:
+            WakeAfter(GotoAlbumForm(true));
+            break;
         case kActionCloseHelp:
             overlay_->ShowScreen();
             break;

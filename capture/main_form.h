@@ -27,6 +27,7 @@
 
 namespace Kivo {
 
+class AlbumForm;
 class Overlay;
 class SettingForm;
 class SnsShareForm;
@@ -59,6 +60,7 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     /// With `create` a new form; without, the one that is still there. kObjectNotFound when it is
     /// not.
     result GotoSettingForm(bool create);
+    result GotoAlbumForm(bool create);
 
     // Session.
     result InitCamera(Osp::Media::CameraSelection selection);
@@ -143,6 +145,8 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     result LeaveScreen();
     result OpenForm(Osp::Ui::Controls::Form& form);
     result CreateSettingForm();
+    result CreateAlbumForm();
+    void TellAlbum(long requestId);
     void WakeAfter(result opened);
     void WakeCamera();
     void LetGoOfCamera();
@@ -208,6 +212,7 @@ class MainForm : public Osp::Base::Runtime::ITimerEventListener,
     Osp::Ui::Controls::Frame* frame_ = nullptr;  // not owned
     SnsShareForm* shareForm_ = nullptr;          // the frame's
     Osp::Ui::WeakControl<SettingForm> settingForm_;
+    Osp::Ui::WeakControl<AlbumForm> albumForm_;
     std::unique_ptr<Osp::Media::Camera> camera_;  // null when none is constructed
     Overlay* overlay_ = nullptr;                  // owned by the form once added
     std::unique_ptr<Osp::Media::Image> image_;

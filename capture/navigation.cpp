@@ -6,6 +6,7 @@
 // needed again are held weakly.
 #include <memory>
 
+#include "album/album_form.h"
 #include "app/model/request_ids.h"
 #include "capture/main_form.h"
 #include "share/sns_share_form.h"
@@ -34,6 +35,18 @@ bool MainForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList
             return true;
         case kRequestReturnToSettings:
             (void)GotoSettingForm(false);
+            return true;
+        case kRequestReturnToAlbum:
+            (void)GotoAlbumForm(false);
+            return true;
+        case kRequestFacebookShare:
+        case kRequestTwitterPin:
+        case kRequestShared:
+        case kRequestShareCancelled:
+        case kRequestFacebookFailed:
+        case kRequestTwitterFailed:
+        case kRequestOtherShareFailed:
+            TellAlbum(requestId);
             return true;
         default:
             return false;
@@ -69,6 +82,32 @@ result MainForm::CreateSettingForm() {
     if (Osp::Failed(r)) return r;
     settingForm_ = Osp::Ui::WeakControl<SettingForm>(*form.release());
     return result::kSuccess;
+}
+
+result MainForm::GotoAlbumForm(bool create) {
+    if (create) {
+        const result r = CreateAlbumForm();
+        if (Osp::Failed(r)) return r;
+    }
+    AlbumForm* const form = albumForm_.Get();
+    return form == nullptr ? result::kObjectNotFound : OpenForm(*form);
+}
+
+result MainForm::CreateAlbumForm() {
+    result r = LeaveScreen();
+    if (Osp::Failed(r)) return r;
+    auto form = std::make_unique<AlbumForm>();
+    r = form->Construct(frame_, this, shareForm_, setting_.get());
+    if (Osp::Failed(r)) return r;
+    r = frame_->AddControl(form.get());
+    if (Osp::Failed(r)) return r;
+    albumForm_ = Osp::Ui::WeakControl<AlbumForm>(*form.release());
+    return albumForm_.Get()->SendUserEvent(kRequestAlbumCreated, nullptr);
+}
+
+void MainForm::TellAlbum(long requestId) {
+    AlbumForm* const form = albumForm_.Get();
+    if (form != nullptr) (void)form->SendUserEvent(requestId, nullptr);
 }
 
 result MainForm::LeaveScreen() {

@@ -32,9 +32,19 @@ result SnsShareForm::ReturnToSettingForm() {
 
 bool SnsShareForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList* args) {
     Form::OnUserEventReceivedN(requestId, args);
-    const bool isSignIn = requestId == kRequestFacebookSignIn || requestId == kRequestTwitterSignIn;
-    if (isSignIn) (void)ReturnToSettingForm();
-    return isSignIn;
+    switch (requestId) {
+        case kRequestFacebookSignIn:
+        case kRequestTwitterSignIn:
+            (void)ReturnToSettingForm();
+            return true;
+        case kRequestFacebookSignInToShare:
+        case kRequestTwitterSignInToShare:
+            (void)mainForm_->SendUserEvent(kRequestShareCancelled, nullptr);
+            (void)ReturnToAlbumForm();
+            return true;
+        default:
+            return false;
+    }
 }
 
 }  // namespace Kivo

@@ -25,6 +25,15 @@ enum ActionId : int {
     kActionMemory = 1025,
     kActionFacebook = 1026,
     kActionTwitter = 1027,
+    kActionEmail = 1006,  ///< of the album, as those up to kActionOpenWall
+    kActionDelete = 1009,
+    kActionKeep = 1010,
+    kActionCancelShare = 1015,
+    kActionShareTwitter = 1016,
+    kActionShareFacebook = 1017,
+    kActionOpenShare = 1030,
+    kActionOpenDelete = 1031,
+    kActionOpenWall = 1032,
     kActionFirstResolution = 1050,  ///< and the five that follow
 };
 

@@ -7,7 +7,8 @@ from buttons import (DOWN, LIT, album_button, double_counter, glyph_icon, hdr_bu
                      quarter_counter, resolution_button, return_button, round_button,
                      shared_badge, shutter, small_button, strip_counter, toggle)
 from cameras import camera_button, camera_card
-from film import (SCREEN, album_ground, album_splash, camera_splash, down_arrow, logo,
+from film import (SCREEN, album_ground, album_splash, broken_picture, camera_splash, down_arrow,
+                  empty_album, logo,
                   option_ground, print_frame, setting_ground)
 from help import credits_sheet, help_picture
 from masks import effect_mask, focus_guide, glyph_mask, hdr_mask, processing
@@ -128,6 +129,9 @@ def _album():
         yield f"album_{name}{idle}", _ALBUM_BUTTON, album_button(pictogram)
         yield f"album_{name}{down}", _ALBUM_BUTTON, album_button(pictogram, down=True)
     yield "shared", _ROUND, shared_badge()
+    yield "ico_mail", _ICON, glyph_icon("mail")
+    yield "album_broken", (626, 376), broken_picture()
+    yield "album_empty", (632, 382), empty_album()
 
 
 def _splashes():

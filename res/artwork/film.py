@@ -1,5 +1,5 @@
 """Film, paper and desk: the grounds of the forms, splash screens and album prints."""
-from cameras import NAMES as CAMERA_NAMES, lenses
+from cameras import NAMES as CAMERA_NAMES, camera, lenses
 from palette import AMBER, BODIES, CREAM, INK, INK_SOFT, LINE, PAPER, SIGNAL
 from svg import at, circle, deep_shadow, path, rect, rotated, shot, stroked, words
 
@@ -56,6 +56,22 @@ def print_frame(width, height):
     """The print around a photo of width x height, with 12 pixels of room for its shadow."""
     paper = rect(0, 0, width + 42, height + 37, 5, fill=CREAM)
     return at(12, 12, deep_shadow(paper) + rect(20, 13, width + 2, height + 2, fill=LINE))
+
+
+def broken_picture():
+    """626 x 376, in place of a photo: torn."""
+    return (rect(0, 0, 626, 376, fill=INK_SOFT)
+            + path("M0 0h300l-34 84 46 70-52 92 30 130H0z", fill="#3A342E"))
+
+
+def empty_album():
+    """632 x 382: room for a photo, and one waiting to be taken."""
+    room = rect(3, 3, 626, 376, 16, **stroked(CREAM, 3, stroke_opacity=0.4,
+                                              stroke_dasharray="3 11"))
+    paper = rect(196, 34, 240, 212, 6, fill=CREAM)
+    return room + rotated(-4, 316, 148, deep_shadow(paper),
+                          rect(210, 48, 212, 150, fill=PAPER),
+                          at(244, 66, camera("kivo"), scale=0.6))
 
 
 def _splash(ground, disc, pictures, name, size, motto, ink, holes):

@@ -20,6 +20,7 @@ def _gear():
 
 
 _GLYPHS = {
+    "mail": rect(4, 10, 40, 29, 4, **_PEN) + path("M6 14l18 14 18-14", **_PEN),
     "album": path("M14.5 12.5L33 5.5Q36.5 4.5 37.8 8L44 26", **_PEN)
     + rect(5, 15.5, 31, 27, 4, **_PEN)
     + path("M8 38l8.5-10 6 6.5 4-4L34 38z", **_FILL)

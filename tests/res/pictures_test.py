@@ -46,6 +46,7 @@ PLACES = (
     ((190, 44), "btn_resolution_*", "n p n_down"),
     ((148, 44), "toggle_*", "on on_down off off_down"),
     ((68, 68), "album_*", "list list_down trash trash_down walls_n walls_p"),
+    ((64, 64), "ico_mail"), ((626, 376), "album_broken"), ((632, 382), "album_empty"),
     ((348, 437), "album_frame"), ((692, 437), "album_frame_w"),
     ((800, 480), "splash_*", CAMERAS + " album"),
     ((800, 480), "*", "bg setting_bg album_bg"),

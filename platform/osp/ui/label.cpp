@@ -20,6 +20,11 @@ void Label::SetBackgroundBitmap(const Graphics::Bitmap& bitmap) {
     RequestRedraw();
 }
 
+void Label::SetText(const Base::String& text) {
+    text_ = text;
+    RequestRedraw();
+}
+
 result Label::SetTextFont(const Graphics::Font& font) {
     if (font.GetSize() <= 0) return result::kInvalidArgument;
     font_ = font;

@@ -16,6 +16,8 @@ class Label : public Control {
 
     /// Drawn at the top left; shares the bitmap's pixels. Redraws.
     void SetBackgroundBitmap(const Graphics::Bitmap& bitmap);
+    /// Redraws.
+    void SetText(const Base::String& text);
     const Base::String& GetText() const { return text_; }
     /// Default: plain, 24, the text colour of the look. kInvalidArgument for an unconstructed font.
     result SetTextFont(const Graphics::Font& font);

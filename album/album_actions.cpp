@@ -1,0 +1,179 @@
+// What the column and the sheets do.
+//
+// A photograph that is being sent keeps the album busy, which refuses every touch but that of the
+// button that cancels. Who clears it: the button, the share form with how it ended, and going to
+// the background, which is how the e-mail program's coming and going looks from here.
+#include <algorithm>
+#include <memory>
+
+#include <osp/base/collection/array_list.h>
+#include <osp/content/content_manager.h>
+#include <osp/content/image_content_info.h>
+#include <osp/io/file.h>
+#include <osp/ui/controls/message_box.h>
+
+#include "album/album_form.h"
+#include "album/album_layout.h"
+#include "album/album_sheet.h"
+#include "app/model/action_ids.h"
+#include "app/model/request_ids.h"
+#include "share/sns_share_form.h"
+#include "ui/presenting.h"
+
+namespace Kivo {
+
+using Osp::Base::String;
+
+namespace {
+
+constexpr Osp::Graphics::Dimension kThumbnailRoom{130, 78};
+
+void Tell(const char* text) {
+    Osp::Ui::Controls::MessageBox box;
+    const result r = box.Construct("", text, Osp::Ui::Controls::MessageBoxStyle::kOk, 0);
+    if (Osp::Succeeded(r)) (void)box.ShowAndWait();
+}
+
+/// Deletes the file and what is registered of it. One that has vanished is as good as deleted.
+result Delete(const String& path) {
+    Osp::Content::ContentManager manager;
+    Osp::Content::ImageContentInfo info;
+    result r = manager.Construct();
+    if (Osp::Succeeded(r)) r = info.Construct(path, "", false);
+    if (Osp::Succeeded(r)) r = manager.CreateContent(info);
+    if (Osp::Succeeded(r)) return manager.DeleteContent(info.GetContentId());
+    Osp::Io::FileAttributes attributes;
+    const bool isGone = r == result::kFileNotFound &&
+                        Osp::Io::File::GetAttributes(path, attributes) == result::kFileNotFound;
+    return isGone ? result::kSuccess : r;
+}
+
+}  // namespace
+
+void AlbumForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
+    switch (actionId) {
+        case kActionReturn:
+            if (!IsBlocked()) (void)ReturnToMainForm(true);
+            break;
+        case kActionOpenShare:
+            if (!IsBlocked()) OpenShare();
+            break;
+        case kActionOpenDelete:
+            if (!IsBlocked()) OpenDelete();
+            break;
+        case kActionDelete:
+            DeleteCurrent();
+            break;
+        case kActionKeep:
+        case kActionCancelShare:
+            Cancel();
+            break;
+        case kActionShareTwitter:
+            ShareWith(true);
+            break;
+        case kActionShareFacebook:
+            ShareWith(false);
+            break;
+        default:
+            break;
+    }
+}
+
+void AlbumForm::OpenShare() {
+    information_ = {};
+    isShareShown_ = true;
+    Refresh();
+    Reveal(*shareSheet_);
+}
+
+void AlbumForm::OpenDelete() {
+    information_ = {};
+    isDeleteShown_ = true;
+    deleteName_->SetText(String(names_[static_cast<std::size_t>(index_)]));
+    Osp::Graphics::Bitmap thumbnail;
+    if (bitmap_.GetWidth() > 0) {
+        const auto size =
+            AlbumLayout::Fitted({bitmap_.GetWidth(), bitmap_.GetHeight()}, kThumbnailRoom);
+        // Without it, the name has to do.
+        (void)thumbnail.Construct(bitmap_, size);
+    }
+    deleteThumbnail_->SetBackgroundBitmap(thumbnail);
+    Refresh();
+    Reveal(*deleteSheet_);
+}
+
+void AlbumForm::CloseSheets() {
+    isShareShown_ = false;
+    isDeleteShown_ = false;
+    (void)shareSheet_->SetShowState(false);
+    (void)deleteSheet_->SetShowState(false);
+}
+
+void AlbumForm::Cancel() {
+    if (isBusy_) {
+        (void)shareForm_->SendUserEvent(kRequestShareCancelled, nullptr);
+        isBusy_ = false;
+    } else {
+        CloseSheets();
+    }
+    shareForm_->ClearShareMessage();
+    SetProgressShown(false);
+    Refresh();
+}
+
+void AlbumForm::SetProgressShown(bool shown) {
+    if (shown) {
+        Reveal(*progressSheet_);
+    } else {
+        (void)progressSheet_->SetShowState(false);
+    }
+}
+
+void AlbumForm::DeleteCurrent() {
+    if (!isDeleteShown_ || IsEmpty()) return;
+    const result r = Delete(photo_.path);
+    CloseSheets();
+    shareForm_->ClearShareMessage();
+    if (Osp::Failed(r)) {
+        Refresh();
+        return Tell("The picture could not be deleted.");
+    }
+    names_.erase(names_.begin() + index_);
+    index_ = std::clamp(index_, 0, std::max(0, static_cast<int>(names_.size()) - 1));
+    loader_.Clear();
+    LoadCurrent();
+}
+
+void AlbumForm::ShareWith(bool isTwitter) {
+    const String token = isTwitter ? shareForm_->GetTwToken() : shareForm_->GetFbToken();
+    // Nobody can be asked for a message yet.
+    if (!token.IsEmpty()) return;
+    isBusy_ = true;
+    CloseSheets();
+    SetProgressShown(true);
+    Refresh();
+    auto arguments = std::make_unique<Osp::Base::Collection::ArrayList>();
+    if (Osp::Failed(arguments->Construct(1))) return;
+    auto path = std::make_unique<String>(photo_.path);
+    if (Osp::Succeeded(arguments->Add(path.get()))) (void)path.release();
+    if (Osp::Failed(frame_->SetCurrentForm(shareForm_))) {
+        arguments->RemoveAll(true);
+        return;
+    }
+    (void)shareForm_->SendUserEvent(
+        isTwitter ? kRequestTwitterSignInToShare : kRequestFacebookSignInToShare,
+        arguments.release());
+    (void)shareForm_->Show();
+    (void)shareForm_->Draw();
+}
+
+void AlbumForm::FinishShare(long requestId) {
+    isBusy_ = false;
+    SetProgressShown(false);
+    if (requestId == kRequestShared) shared_.insert(names_[static_cast<std::size_t>(index_)]);
+    Refresh();
+    if (requestId == kRequestShared) Tell("Your picture has been shared.");
+    if (requestId >= kRequestFacebookFailed) Tell("The picture could not be shared.");
+}
+
+}  // namespace Kivo
