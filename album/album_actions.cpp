@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <memory>
 
+#include <osp/app/app_manager.h>
 #include <osp/base/collection/array_list.h>
 #include <osp/content/content_manager.h>
 #include <osp/content/image_content_info.h>
@@ -22,11 +23,14 @@
 
 namespace Kivo {
 
+using Osp::App::AppControl;
+using Osp::App::AppManager;
 using Osp::Base::String;
 
 namespace {
 
 constexpr Osp::Graphics::Dimension kThumbnailRoom{130, 78};
+constexpr int kMailArguments = 10;
 
 void Tell(const char* text) {
     Osp::Ui::Controls::MessageBox box;
@@ -60,6 +64,9 @@ void AlbumForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
             break;
         case kActionOpenDelete:
             if (!IsBlocked()) OpenDelete();
+            break;
+        case kActionEmail:
+            SendByMail();
             break;
         case kActionDelete:
             DeleteCurrent();
@@ -127,6 +134,24 @@ void AlbumForm::SetProgressShown(bool shown) {
     } else {
         (void)progressSheet_->SetShowState(false);
     }
+}
+
+// Busy until the application comes back from the background, which it does without an e-mail
+// program as well.
+void AlbumForm::SendByMail() {
+    CloseSheets();
+    isBusy_ = true;
+    Refresh();
+    Osp::Base::Collection::ArrayList arguments;
+    if (Osp::Failed(arguments.Construct(kMailArguments))) return;
+    const std::unique_ptr<AppControl> mail(
+        AppManager::FindAppControlN(Osp::App::APPCONTROL_EMAIL, Osp::App::OPERATION_EDIT));
+    String subject("subject:");
+    String attachment("attachments:");
+    attachment.Append(photo_.path);
+    for (String* argument : {&subject, &attachment}) (void)arguments.Add(argument);
+    // Where it cannot be started, the photograph is gone; nobody else would end the busy state.
+    if (mail && Osp::Failed(mail->Start(&arguments))) isBusy_ = false;
 }
 
 void AlbumForm::DeleteCurrent() {

@@ -119,6 +119,7 @@ class AlbumForm : public Osp::Ui::Controls::Form,
     void OpenDelete();
     void CloseSheets();
     void Cancel();
+    void SendByMail();
     void DeleteCurrent();
     void ShareWith(bool isTwitter);
     void SetProgressShown(bool shown);

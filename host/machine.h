@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/camera_modules.h"
+#include "host/mail_hand_over.h"
 #include "host/options.h"
 #include "host/outcome.h"
 #include "host/time.h"
@@ -78,6 +79,8 @@ class Machine {
     Osp::Ui::Input::Installed installedInput_{input_};
     Osp::Ui::TextInput textInput_;
     Osp::Ui::TextInput::Installed installedTextInput_{textInput_};
+    MailHandOver mail_;
+    Osp::App::MailProgram::Installed installedMail_{mail_};
     Osp::App::Lifecycle lifecycle_;
     Osp::App::Lifecycle::Installed installedLifecycle_{lifecycle_};
 };

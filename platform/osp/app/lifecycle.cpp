@@ -65,6 +65,12 @@ void Lifecycle::EnterBackground() {
     Later(&Application::OnBackground);
 }
 
+void Lifecycle::PassThroughBackground() {
+    if (!isForeground_) return;
+    EnterBackground();
+    EnterForeground();
+}
+
 void Lifecycle::Terminate(bool urgent) {
     isTerminating_ = true;
     isUrgent_ = urgent;

@@ -35,6 +35,9 @@ class Lifecycle : public Service<Lifecycle> {
     /// on. Repeating a state does nothing.
     void EnterForeground();
     void EnterBackground();
+    /// Tells an application in the foreground of the background and of the foreground again, as
+    /// after another program's turn. Nothing in the background, where it has been told.
+    void PassThroughBackground();
     /// Ends the application as a user would. `urgent` tells it that the system insists.
     void Terminate(bool urgent);
 
