@@ -81,6 +81,12 @@ void AlbumForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
         case kActionShareFacebook:
             ShareWith(false);
             break;
+        case kActionMessageDone:
+            ShareWithMessage();
+            break;
+        case kActionMessageCancelled:
+            CancelMessage();
+            break;
         default:
             break;
     }
@@ -171,30 +177,62 @@ void AlbumForm::DeleteCurrent() {
 
 void AlbumForm::ShareWith(bool isTwitter) {
     const String token = isTwitter ? shareForm_->GetTwToken() : shareForm_->GetFbToken();
-    // Nobody can be asked for a message yet.
-    if (!token.IsEmpty()) return;
     isBusy_ = true;
     CloseSheets();
     SetProgressShown(true);
     Refresh();
-    auto arguments = std::make_unique<Osp::Base::Collection::ArrayList>();
-    if (Osp::Failed(arguments->Construct(1))) return;
-    auto path = std::make_unique<String>(photo_.path);
-    if (Osp::Succeeded(arguments->Add(path.get()))) (void)path.release();
-    if (Osp::Failed(frame_->SetCurrentForm(shareForm_))) {
-        arguments->RemoveAll(true);
-        return;
+    if (!token.IsEmpty()) {
+        return AskForMessage(isTwitter ? kRequestTwitterShare : kRequestFacebookShare);
     }
-    (void)shareForm_->SendUserEvent(
-        isTwitter ? kRequestTwitterSignInToShare : kRequestFacebookSignInToShare,
-        arguments.release());
+    if (Osp::Failed(frame_->SetCurrentForm(shareForm_))) return;
+    (void)AskShareForm(isTwitter ? kRequestTwitterSignInToShare : kRequestFacebookSignInToShare,
+                       true);
     (void)shareForm_->Show();
     (void)shareForm_->Draw();
+}
+
+void AlbumForm::AskForMessage(long request) {
+    pendingRequest_ = request;
+    (void)messageArea_->Clear();
+    (void)message_.SetShowState(true);
+    (void)message_.Show();
+    (void)message_.Draw();
+}
+
+void AlbumForm::ShareWithMessage() {
+    (void)message_.SetShowState(false);
+    isBusy_ = true;
+    SetProgressShown(true);
+    Refresh();
+    shareForm_->SetShareMessage(messageArea_->GetText());
+    // The photograph of a sign-in was handed over with it.
+    (void)AskShareForm(pendingRequest_, pendingRequest_ != kRequestTwitterPin);
+}
+
+void AlbumForm::CancelMessage() {
+    isBusy_ = false;
+    CloseSheets();
+    SetProgressShown(false);
+    (void)message_.SetShowState(false);
+    shareForm_->ClearShareMessage();
+    Refresh();
+}
+
+result AlbumForm::AskShareForm(long request, bool withPhotograph) {
+    if (!withPhotograph) return shareForm_->SendUserEvent(request, nullptr);
+    auto arguments = std::make_unique<Osp::Base::Collection::ArrayList>();
+    auto path = std::make_unique<String>(photo_.path);
+    result r = arguments->Construct(1);
+    if (Osp::Succeeded(r)) r = arguments->Add(path.get());
+    if (Osp::Failed(r)) return r;
+    (void)path.release();  // the list's receiver deletes both
+    return shareForm_->SendUserEvent(request, arguments.release());
 }
 
 void AlbumForm::FinishShare(long requestId) {
     isBusy_ = false;
     SetProgressShown(false);
+    if (IsEmpty()) return;
     if (requestId == kRequestShared) shared_.insert(names_[static_cast<std::size_t>(index_)]);
     Refresh();
     if (requestId == kRequestShared) Tell("Your picture has been shared.");

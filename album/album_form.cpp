@@ -136,7 +136,8 @@ result AlbumForm::AddSheets() {
     if (Osp::Succeeded(r)) r = AddSheet(deleteSheet_, {132, 122, 460, 240}, kSheetRadius);
     if (Osp::Succeeded(r)) r = FillDeleteSheet();
     if (Osp::Succeeded(r)) r = AddSheet(progressSheet_, {217, 160, 290, 56}, kPillRadius);
-    return Osp::Failed(r) ? r : FillProgressSheet();
+    if (Osp::Succeeded(r)) r = FillProgressSheet();
+    return Osp::Failed(r) ? r : FillMessage();
 }
 
 result AlbumForm::AddSheet(AlbumSheet*& sheet, const Rectangle& place, int radius) {
@@ -148,7 +149,7 @@ result AlbumForm::AddSheet(AlbumSheet*& sheet, const Rectangle& place, int radiu
 }
 
 result AlbumForm::FillShareSheet() {
-    using Kind = AlbumSheet::Kind;
+    using Kind = SheetButtonKind;
     if (!shareSheet_->AddCentredLine({182, 81, 360, kTitleSize}, "Share this picture",
                                      kTitleSize)) {
         return result::kOutOfMemory;
@@ -164,8 +165,8 @@ result AlbumForm::FillShareSheet() {
                 {Kind::kPaper, 272, "E-mail", pictures_.mail, kActionEmail},
                 {Kind::kInk, 348, "Cancel", {}, kActionCancelShare}};
     for (const auto& row : rows) {
-        const result r = shareSheet_->AddButton(row.kind, {206, row.y, 312, 64}, row.text, row.icon,
-                                                row.actionId, *this);
+        const result r = AddSheetButton(*shareSheet_, row.kind, {206, row.y, 312, 64}, row.text,
+                                        row.icon, row.actionId, *this);
         if (Osp::Failed(r)) return r;
     }
     return result::kSuccess;
@@ -179,11 +180,11 @@ result AlbumForm::FillDeleteSheet() {
     const auto* const question = deleteSheet_->AddLine({312, 155, 268, 42}, "Delete this picture?",
                                                        Osp::Graphics::kFontStyleBold, kTitleSize);
     if (!deleteThumbnail_ || !deleteName_ || !question) return result::kOutOfMemory;
-    const result r = deleteSheet_->AddButton(AlbumSheet::Kind::kRed, {156, 262, 200, 76}, "Delete",
-                                             {}, kActionDelete, *this);
+    const result r = AddSheetButton(*deleteSheet_, SheetButtonKind::kRed, {156, 262, 200, 76},
+                                    "Delete", {}, kActionDelete, *this);
     return Osp::Failed(r) ? r
-                          : deleteSheet_->AddButton(AlbumSheet::Kind::kPaper, {368, 262, 200, 76},
-                                                    "Keep", {}, kActionKeep, *this);
+                          : AddSheetButton(*deleteSheet_, SheetButtonKind::kPaper,
+                                           {368, 262, 200, 76}, "Keep", {}, kActionKeep, *this);
 }
 
 result AlbumForm::FillProgressSheet() {
@@ -191,8 +192,22 @@ result AlbumForm::FillProgressSheet() {
     if (!progressSheet_->AddCentredLine({217, 167, 290, 42}, "Sending\u2026", kPillTextSize)) {
         return result::kOutOfMemory;
     }
-    return progressSheet_->AddButton(AlbumSheet::Kind::kInk, {262, 248, 200, 76}, "Cancel", {},
-                                     kActionCancelShare, *this);
+    return AddSheetButton(*progressSheet_, SheetButtonKind::kInk, {262, 248, 200, 76}, "Cancel", {},
+                          kActionCancelShare, *this);
+}
+
+result AlbumForm::FillMessage() {
+    result r = message_.Construct("Enter message", {480, 310});
+    auto area = std::make_unique<Osp::Ui::Controls::EditArea>();
+    if (Osp::Succeeded(r)) r = area->Construct({22, 56, 436, 154});
+    if (Osp::Succeeded(r)) r = message_.AddControl(area.get());
+    if (Osp::Failed(r)) return r;
+    messageArea_ = area.release();
+    r = AddSheetButton(message_, SheetButtonKind::kRed, {80, 220, 150, 80}, "Done", {},
+                       kActionMessageDone, *this);
+    return Osp::Failed(r) ? r
+                          : AddSheetButton(message_, SheetButtonKind::kPaper, {250, 220, 150, 80},
+                                           "Cancel", {}, kActionMessageCancelled, *this);
 }
 
 result AlbumForm::OnTerminating() {
@@ -204,6 +219,7 @@ result AlbumForm::OnTerminating() {
 void AlbumForm::OnKeyPressed(const Osp::Ui::Control&, Osp::Ui::KeyCode keyCode) {
     switch (keyCode) {
         case Osp::Ui::KeyCode::kBack:
+            if (message_.GetShowState()) return CancelMessage();
             if (isBusy_ || isShareShown_ || isDeleteShown_) return Cancel();
             if (!isSliding_) (void)ReturnToMainForm(true);
             break;
@@ -231,6 +247,10 @@ bool AlbumForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::ILis
             return true;
         case kRequestBecameCurrent:
             RequestRedraw();
+            return true;
+        case kRequestFacebookShare:
+        case kRequestTwitterPin:
+            AskForMessage(requestId);
             return true;
         case kRequestShared:
         case kRequestShareCancelled:

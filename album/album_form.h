@@ -12,9 +12,11 @@
 #include <osp/graphics/font.h>
 #include <osp/media/player.h>
 #include <osp/ui/controls/button.h>
+#include <osp/ui/controls/edit_area.h>
 #include <osp/ui/controls/form.h>
 #include <osp/ui/controls/frame.h>
 #include <osp/ui/controls/label.h>
+#include <osp/ui/controls/popup.h>
 #include <osp/ui/i_action_event_listener.h>
 #include <osp/ui/i_key_event_listener.h>
 #include <osp/ui/i_touch_event_listener.h>
@@ -89,6 +91,7 @@ class AlbumForm : public Osp::Ui::Controls::Form,
     result FillShareSheet();
     result FillDeleteSheet();
     result FillProgressSheet();
+    result FillMessage();
     void BuildList();
     void LoadCurrent();
     void PrepareNeighbours();
@@ -123,6 +126,10 @@ class AlbumForm : public Osp::Ui::Controls::Form,
     void DeleteCurrent();
     void ShareWith(bool isTwitter);
     void SetProgressShown(bool shown);
+    void AskForMessage(long request);
+    void ShareWithMessage();
+    void CancelMessage();
+    result AskShareForm(long request, bool withPhotograph);
     void FinishShare(long requestId);
 
     Osp::Ui::Controls::Frame* frame_ = nullptr;    // not owned
@@ -142,6 +149,9 @@ class AlbumForm : public Osp::Ui::Controls::Form,
     Osp::Ui::Controls::Label* deleteThumbnail_ = nullptr;
     Osp::Ui::Controls::Label* deleteName_ = nullptr;
     AlbumSheet* progressSheet_ = nullptr;
+    Osp::Ui::Controls::Popup message_;
+    Osp::Ui::Controls::EditArea* messageArea_ = nullptr;  // the popup's
+    long pendingRequest_ = 0;                             // of the message that is being written
 
     const char* folder_ = kPhoneFolder;  // of the list
     std::vector<std::string> names_;     // the oldest first

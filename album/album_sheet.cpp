@@ -106,9 +106,9 @@ Label* AlbumSheet::AddCentredLine(const Rectangle& place, const String& text, in
                    Osp::Graphics::kFontStyleBold, size);
 }
 
-result AlbumSheet::AddButton(Kind kind, const Rectangle& place, const String& text,
-                             const Bitmap& icon, int actionId,
-                             Osp::Ui::IActionEventListener& listener) {
+result AddSheetButton(Osp::Ui::Container& sheet, SheetButtonKind kind, const Rectangle& place,
+                      const String& text, const Bitmap& icon, int actionId,
+                      Osp::Ui::IActionEventListener& listener) {
     const Paint& paint = kPaints[static_cast<std::size_t>(kind)];
     auto button = std::make_unique<SheetButton>(paint, icon);
     Osp::Graphics::Font font;
@@ -120,7 +120,7 @@ result AlbumSheet::AddButton(Kind kind, const Rectangle& place, const String& te
     button->SetTextColor(paint.text);
     button->SetActionId(actionId);
     button->AddActionEventListener(listener);
-    r = AddControl(button.get());
+    r = sheet.AddControl(button.get());
     if (Osp::Succeeded(r)) (void)button.release();
     return r;
 }

@@ -11,11 +11,18 @@
 
 namespace Kivo {
 
+enum class SheetButtonKind { kPaper, kRed, kInk };
+
+/// Adds a button to `sheet`, with `place` in it. An unconstructed `icon` leaves the text in the
+/// middle. `listener` outlives the sheet.
+result AddSheetButton(Osp::Ui::Container& sheet, SheetButtonKind kind,
+                      const Osp::Graphics::Rectangle& place, const Osp::Base::String& text,
+                      const Osp::Graphics::Bitmap& icon, int actionId,
+                      Osp::Ui::IActionEventListener& listener);
+
 /// Dims the whole screen and takes every touch beside its buttons. Hidden at first.
 class AlbumSheet : public Osp::Ui::Controls::Panel, public Osp::Ui::ITouchEventListener {
   public:
-    enum class Kind { kPaper, kRed, kInk };
-
     /// The sheet's place on the screen.
     result Construct(const Osp::Graphics::Rectangle& sheet, int radius);
 
@@ -25,11 +32,6 @@ class AlbumSheet : public Osp::Ui::Controls::Panel, public Osp::Ui::ITouchEventL
                                       const Osp::Base::String& text, int style, int size);
     Osp::Ui::Controls::Label* AddCentredLine(const Osp::Graphics::Rectangle& place,
                                              const Osp::Base::String& text, int size);
-    /// An unconstructed `icon` leaves the text in the middle. `listener` outlives the sheet.
-    result AddButton(Kind kind, const Osp::Graphics::Rectangle& place,
-                     const Osp::Base::String& text, const Osp::Graphics::Bitmap& icon, int actionId,
-                     Osp::Ui::IActionEventListener& listener);
-
     result OnDraw() override;
 
     // What goes down beside the buttons is nobody's.

@@ -42,6 +42,13 @@ bool SnsShareForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::I
             (void)mainForm_->SendUserEvent(kRequestShareCancelled, nullptr);
             (void)ReturnToAlbumForm();
             return true;
+        case kRequestFacebookShare:
+            (void)mainForm_->SendUserEvent(kRequestFacebookFailed, nullptr);
+            return true;
+        case kRequestTwitterPin:
+        case kRequestTwitterShare:
+            (void)mainForm_->SendUserEvent(kRequestTwitterFailed, nullptr);
+            return true;
         default:
             return false;
     }

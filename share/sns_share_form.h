@@ -9,7 +9,8 @@ namespace Kivo {
 
 /// Keeps the tokens of the networks that the user is signed in to, and the message of the next
 /// photograph that is shared. Nobody can be signed in by it yet: asked to, it goes back at once to
-/// where it was asked, and nobody is signed in then. Loop thread only.
+/// where it was asked, and nobody is signed in then; asked to share, it has failed. Loop thread
+/// only.
 class SnsShareForm : public Osp::Ui::Controls::Form {
   public:
     /// Neither is owned; both outlive the form. `mainForm` brings the other forms back.

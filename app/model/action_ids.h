@@ -31,6 +31,8 @@ enum ActionId : int {
     kActionCancelShare = 1015,
     kActionShareTwitter = 1016,
     kActionShareFacebook = 1017,
+    kActionMessageDone = 1020,
+    kActionMessageCancelled = 1021,
     kActionOpenShare = 1030,
     kActionOpenDelete = 1031,
     kActionOpenWall = 1032,

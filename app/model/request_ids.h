@@ -24,6 +24,7 @@ inline constexpr long kRequestTwitterSignIn = 112;
 /// To the album: signed in, the message can be written. To the share form: share with it.
 inline constexpr long kRequestFacebookShare = 110;
 inline constexpr long kRequestTwitterPin = 114;
+inline constexpr long kRequestTwitterShare = 115;
 /// To the album: the photograph has been shared, or has not.
 inline constexpr long kRequestShared = 121;
 inline constexpr long kRequestShareCancelled = 122;  ///< to the share form: cancel
