@@ -22,6 +22,7 @@ constexpr Spot kTrashButton{750, 430};
 constexpr Spot kTwitterRow{362, 160};
 constexpr Spot kMailRow{362, 304};
 constexpr Spot kDeleteButton{256, 300};
+constexpr Spot kNoticeButton{400, 290};
 constexpr Spot kPhoto{362, 250};
 
 class AlbumTest : public testing::Test {
@@ -126,9 +127,10 @@ TEST_F(AlbumTest, ShowsWhatIsNoPhotographAsBroken) {
     Swipe(true);
     Swipe(true);
     phone_->Do({Tap(kTrashButton), "wait 50", Tap(kDeleteButton), "wait 50",
-                "expect text could not be deleted", Tap(kMessageButton), "wait 50"});
+                "expect text could not be deleted", Tap(kNoticeButton), "wait 50"});
     EXPECT_EQ(Seen(), "KIVO0004.jpg, 5 / 7, BROKEN") << "a folder is not deleted";
     EXPECT_TRUE(fs::is_directory(PathOf(4)));
+    LeaveForm(*phone_);
 }
 
 TEST_F(AlbumTest, ShowsPhotographsThatOthersChangeOrTakeAway) {
@@ -207,16 +209,16 @@ TEST_F(MailTest, HandsThePhotographOverAndIsReadyAgain) {
 TEST_F(MailTest, SaysWhenItFails) {
     Install("exit 3");
     Send();
-    phone_->Do({"expect text could not be started", Tap(kMessageButton), Tap(kPhoto), "wait 50"});
-    EXPECT_NE(Seen().find("400 x 300"), std::string::npos);
+    phone_->Do({"expect text could not be started", Tap(kNoticeButton), Tap(kPhoto), "wait 50"});
+    EXPECT_NE(Seen().find("400 x 300"), std::string::npos) << Seen();
 }
 
 TEST_F(MailTest, SaysWhenThereIsNone) {
     setenv("PATH", (folder_ / "bin").c_str(), 1);
     Send();
     phone_->Do(
-        {"expect text There is no e-mail program", Tap(kMessageButton), Tap(kPhoto), "wait 50"});
-    EXPECT_NE(Seen().find("400 x 300"), std::string::npos);
+        {"expect text There is no e-mail program", Tap(kNoticeButton), Tap(kPhoto), "wait 50"});
+    EXPECT_NE(Seen().find("400 x 300"), std::string::npos) << Seen();
 }
 
 }  // namespace

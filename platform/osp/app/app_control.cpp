@@ -1,3 +1,4 @@
+#include <chrono>
 #include <string_view>
 
 #include <osp/app/app_control.h>
@@ -14,6 +15,7 @@ namespace Osp::App {
 namespace {
 
 constexpr int kNoticeMs = 5000;
+constexpr std::chrono::milliseconds kNoticeDelay{100};
 
 void Notice(const char* text) {
     Ui::Controls::MessageBox box;
@@ -26,7 +28,9 @@ void ComeBack(const char* failure) {
     if (!Lifecycle::IsInstalled()) return;
     Lifecycle::Current().PassThroughBackground();
     if (failure == nullptr) return;
-    Base::EventLoop::Current().Post(Base::EventClass::kApplication, [failure] { Notice(failure); });
+    // Once the application has seen to its return, which a box would hold up.
+    Base::EventLoop::Current().StartTimer(Base::EventClass::kApplication, kNoticeDelay,
+                                          [failure] { Notice(failure); });
 }
 
 result Read(const Base::String& argument, Mail& mail) {
