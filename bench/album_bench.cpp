@@ -45,7 +45,7 @@ void Multiply(int count) {
         std::exit(1);
     }
     for (int i = 1; i < count; ++i) {
-        char name[16];
+        char name[32];
         (void)std::snprintf(name, sizeof name, "KIVO%04d.jpg", i);
         std::filesystem::copy_file(first, std::filesystem::path(first).parent_path() / name);
     }
