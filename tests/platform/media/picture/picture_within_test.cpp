@@ -25,7 +25,10 @@ std::string StoredPicture(const Dimension& size, int orientation) {
         }
     }
     EncodedPicture encoded;
-    const auto exif = BuildExifSegment({.orientation = orientation, .size = size});
+    ExifInfo info;
+    info.orientation = orientation;
+    info.size = size;
+    const auto exif = BuildExifSegment(info);
     EXPECT_EQ(EncodeJpeg(PackedView(pixels.data(), size, PixelLayout::kRgb), exif, encoded),
               result::kSuccess);
     return {encoded.Bytes().begin(), encoded.Bytes().end()};
