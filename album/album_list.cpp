@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "capture/photo_number.h"
+#include "app/model/photo_number.h"
 
 namespace Kivo {
 

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "app/model/photo_description.h"
 #include "backends/scene/scene_harbour.h"
-#include "capture/photo_description.h"
 #include "cmake/product.h"
 #include "develop/developer.h"
 #include "effects/composition.h"

@@ -11,10 +11,10 @@
 #include <osp/io/directory.h>
 #include <osp/ui/controls/message_box.h>
 
+#include "app/model/photo_description.h"
 #include "app/model/photo_folders.h"
+#include "app/model/photo_number.h"
 #include "capture/main_form.h"
-#include "capture/photo_description.h"
-#include "capture/photo_number.h"
 #include "effects/composition.h"
 #include "effects/kernels/rgba.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "capture/photo_description.h"
+#include "app/model/photo_description.h"
 #include "cmake/product.h"
 #include "effects/kernels/rgba.h"
 #include "osp/media/picture/exif.h"

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "capture/photo_description.h"
-#include "capture/photo_number.h"
+#include "app/model/photo_description.h"
+#include "app/model/photo_number.h"
 
 namespace {
 

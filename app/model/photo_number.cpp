@@ -1,4 +1,4 @@
-#include "capture/photo_number.h"
+#include "app/model/photo_number.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "capture/photo_description.h"
+#include "app/model/photo_description.h"
 
 namespace Kivo {
 
