@@ -9,4 +9,11 @@ inline constexpr bool kIsSanitized = true;
 inline constexpr bool kIsSanitized = false;
 #endif
 
+/// Whose memory for every byte of the program's is several bytes more.
+#if defined(__SANITIZE_THREAD__)
+inline constexpr bool kIsThreadSanitized = true;
+#else
+inline constexpr bool kIsThreadSanitized = false;
+#endif
+
 }  // namespace Kivo::Testing
