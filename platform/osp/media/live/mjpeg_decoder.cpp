@@ -98,7 +98,10 @@ bool MjpegDecoder::Decode(std::span<const std::uint8_t> jpeg, int shrink, Planar
 
 // To 4:2:0 with even sides; an odd last column or row is left out.
 void MjpegDecoder::Join(const Sizes& sizes, PlanarView& view) {
-    const auto& [size, subsampling, planes, strides] = sizes;
+    const Graphics::Dimension& size = sizes.size;
+    const int subsampling = sizes.subsampling;
+    const auto& planes = sizes.planes;
+    const auto& strides = sizes.strides;
     const Graphics::Dimension even{size.width & ~1, size.height & ~1};
     if (subsampling == TJSAMP_420) {
         view = {{VideoPlane{planes[0], strides[0]}, VideoPlane{planes[1], strides[1]},
