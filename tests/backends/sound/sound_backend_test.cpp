@@ -4,15 +4,14 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <gio/gio.h>
 #include <gtest/gtest.h>
-#include <initializer_list>
 #include <memory>
 #include <span>
-#include <thread>
+#include <string>
+#include <vector>
 
 #include "host/sound_module.h"
-#include "osp/base/owner.h"
+#include "tests/support/process.h"
 #include "tests/support/program.h"
 #include "tests/support/temporary_folder.h"
 
@@ -21,33 +20,9 @@ namespace {
 
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
+using Testing::Process;
 using Testing::TemporaryFolder;
-
-void End(GSubprocess* process) {
-    g_subprocess_send_signal(process, SIGTERM);
-    g_subprocess_wait(process, nullptr, nullptr);
-    g_object_unref(process);
-}
-/// A program that is ended with the object, at the latest.
-using Process = Base::Owner<GSubprocess, End>;
-
-Process Launch(std::initializer_list<std::string> arguments) {
-    std::vector<const char*> list;
-    for (const std::string& argument : arguments) list.push_back(argument.c_str());
-    list.push_back(nullptr);
-    Process process(g_subprocess_newv(list.data(), G_SUBPROCESS_FLAGS_NONE, nullptr));
-    EXPECT_NE(process, nullptr) << *arguments.begin() << " is not installed";
-    return process;
-}
-
-template <class Condition>
-bool Within(std::chrono::milliseconds limit, const Condition& condition) {
-    for (const auto end = Clock::now() + limit; Clock::now() < end;) {
-        if (condition()) return true;
-        std::this_thread::sleep_for(10ms);
-    }
-    return condition();
-}
+using Testing::Within;
 
 /// This process's sound servers are those in its own folder.
 class SoundBackendTest : public testing::Test {
@@ -57,9 +32,9 @@ class SoundBackendTest : public testing::Test {
         setenv("PIPEWIRE_RUNTIME_DIR", folder_.Path().c_str(), 1);
         EXPECT_NE(backend_, nullptr) << "the module cannot be loaded";
     }
-    Process StartServer() {
-        auto server =
-            Launch({"pipewire", "-c", std::string(KIVO_SOUND_TESTS) + "/sound_server.conf"});
+    std::unique_ptr<Process> StartServer() {
+        auto server = std::make_unique<Process>(
+            std::vector<std::string>{"pipewire", "-c", KIVO_SOUND_TESTS "/sound_server.conf"});
         EXPECT_TRUE(
             Within(10s, [this] { return std::filesystem::exists(folder_ / "pipewire-0"); }));
         return server;
@@ -104,8 +79,9 @@ TEST_F(SoundBackendTest, PlaysWhatTheMixerMixesUntilTheServerGoes) {
     const auto device = backend_->Open(mixer);
     ASSERT_NE(device, nullptr);
     const std::string recording = folder_ / "recording.wav";
-    auto recorder = Launch({"pw-record", "--target", "0", "-P", "{ node.name = test-recorder }",
-                            "--format", "f32", "--rate", "48000", "--channels", "2", recording});
+    auto recorder = std::make_unique<Process>(std::vector<std::string>{
+        "pw-record", "--target", "0", "-P", "{ node.name = test-recorder }", "--format", "f32",
+        "--rate", "48000", "--channels", "2", recording});
     ASSERT_EQ(std::system("sh " KIVO_SOUND_TESTS "/connect_sound.sh"), 0);
     EXPECT_FALSE(device->IsLost());
     mixer->Start(1, Constant(0.25F, -0.5F, kSoundRate / 2), false);
