@@ -1,3 +1,4 @@
+#include <cassert>
 #include <glib.h>
 
 #include <osp/base/integer.h>
@@ -42,6 +43,23 @@ bool String::StartsWith(const String& prefix, int startPosition) const {
     if (startPosition < 0 || startPosition > GetLength()) return false;
     return text_.compare(static_cast<std::size_t>(startPosition), prefix.text_.size(),
                          prefix.text_) == 0;
+}
+
+int String::IndexOf(const String& text, int startPosition) const {
+    if (startPosition < 0 || startPosition > GetLength()) return -1;
+    const auto at = text_.find(text.text_, static_cast<std::size_t>(startPosition));
+    return at == std::u16string::npos ? -1 : static_cast<int>(at);
+}
+
+void String::Replace(const String& text, const String& replacement) {
+    assert(!text.IsEmpty());
+    std::u16string result;
+    std::size_t done = 0;
+    for (std::size_t at; (at = text_.find(text.text_, done)) != std::u16string::npos;) {
+        result.append(text_, done, at - done).append(replacement.text_);
+        done = at + text.text_.size();
+    }
+    text_ = result.append(text_, done);
 }
 
 result String::SubString(int startPosition, int length, String& out) const {

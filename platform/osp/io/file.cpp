@@ -52,6 +52,13 @@ result File::Read(std::span<Base::byte> bytes, int& readBytes) {
     return total == 0 && !bytes.empty() ? result::kEndOfFile : result::kSuccess;
 }
 
+result File::Read(Base::ByteBuffer& buffer) {
+    int readBytes = 0;
+    const result r = Read(buffer.Remaining(), readBytes);
+    if (Failed(r)) return r;
+    return buffer.SetPosition(buffer.GetPosition() + readBytes);
+}
+
 result File::GetAttributes(const Base::String& path, FileAttributes& attributes) {
     std::string realPath;
     const result r = StorageMap::Current().Resolve(path, Access::kRead, realPath);

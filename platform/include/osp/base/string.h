@@ -31,6 +31,12 @@ class String : public Object {
     /// Whether `prefix` stands at `startPosition`; false for a position outside the string.
     bool StartsWith(const String& prefix, int startPosition = 0) const;
 
+    /// Where `text` stands first, from `startPosition` on; -1 when it stands nowhere there, and for
+    /// a position outside the string.
+    int IndexOf(const String& text, int startPosition = 0) const;
+    /// Puts `replacement` everywhere in the place of `text`, which is not empty.
+    void Replace(const String& text, const String& replacement);
+
     /// Stores `length` units from `startPosition` in `out`; kOutOfRange, leaving `out` alone, when
     /// the string is shorter than that.
     result SubString(int startPosition, int length, String& out) const;

@@ -32,6 +32,10 @@ class File : public Base::Object {
     /// before Construct; kIo, with `readBytes` 0.
     result Read(std::span<Base::byte> bytes, int& readBytes);
 
+    /// Reads on into what remains of `buffer`, whose position moves behind what was read. Codes as
+    /// above.
+    result Read(Base::ByteBuffer& buffer);
+
     /// Leaves `attributes` alone on a failure.
     static result GetAttributes(const Base::String& path, FileAttributes& attributes);
 

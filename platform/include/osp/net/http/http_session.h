@@ -1,0 +1,51 @@
+// Transactions with one server.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <osp/base/object.h>
+#include <osp/base/result.h>
+#include <osp/base/string.h>
+#include <osp/net/http/http_header.h>
+#include <osp/net/http/http_transaction.h>
+
+namespace Osp::Net::Http {
+
+/// Transactions one at a time, or one connection for several.
+enum class HttpSessionMode { kNormal = 0, kPipelining = 1 };
+
+/// Whether the session keeps cookies, and for how long: they end with the session.
+enum class HttpCookieFlag { kNever = 0, kManual = 1, kEnabled = 2 };
+
+/// HTTP/1.1, without redirects and without the environment's proxies. TLS is always verified.
+/// Deleting the session deletes its transactions, without a report. Loop thread only.
+class HttpSession : public Base::Object {
+  public:
+    HttpSession() = default;
+    ~HttpSession() override;
+    HttpSession(const HttpSession&) = delete;
+    HttpSession& operator=(const HttpSession&) = delete;
+
+    /// `hostAddress` is the scheme, "http" or "https", and the host with its port, if any; nothing
+    /// follows but a slash. Fields of `commonHeader`, which may be null, go before those of each
+    /// request. kUnsupported for any mode but the normal one and for a proxy that is not null;
+    /// kInvalidArgument for any other address; kInvalidState when constructed already.
+    result Construct(HttpSessionMode mode, const Base::String* proxyAddress,
+                     const Base::String& hostAddress, const HttpHeader* commonHeader,
+                     HttpCookieFlag cookieFlag);
+
+    /// A new transaction, the caller's to delete before the session ends it; null before
+    /// construction.
+    HttpTransaction* OpenTransactionN();
+
+  private:
+    friend class HttpTransaction;
+
+    std::string hostAddress_;  // empty before construction
+    HttpHeader commonHeader_;
+    HttpCookieFlag cookieFlag_ = HttpCookieFlag::kNever;
+    std::vector<HttpTransaction*> transactions_;  // those that have not been deleted
+};
+
+}  // namespace Osp::Net::Http
