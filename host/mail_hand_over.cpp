@@ -27,7 +27,6 @@ using Osp::App::Mail;
 using Osp::Base::Owner;
 
 constexpr const char* kProgram = "xdg-email";
-constexpr const char* kSandboxMark = "/.flatpak-info";
 constexpr const char* kPortal = "org.freedesktop.portal.Desktop";
 constexpr const char* kPortalPath = "/org/freedesktop/portal/desktop";
 constexpr const char* kPortalInterface = "org.freedesktop.portal.Email";
@@ -38,10 +37,6 @@ constexpr std::chrono::milliseconds kLook{10};
 using Error = Owner<GError, g_error_free>;
 using Connection = Owner<GDBusConnection, g_object_unref>;
 using Variant = Owner<GVariant, g_variant_unref>;
-
-bool IsInSandbox() {
-    return access(kSandboxMark, F_OK) == 0;
-}
 
 Connection SessionBus() {
     GError* error = nullptr;
@@ -124,6 +119,10 @@ Attempt BeginInProgram(const Mail& mail) {
 
 }  // namespace
 
+bool MailHandOver::IsInSandbox() const {
+    return access(sandboxMark_.c_str(), F_OK) == 0;
+}
+
 bool MailHandOver::IsThere() const {
     if (IsInSandbox()) return SessionBus() != nullptr;
     return Owner<char, g_free>(g_find_program_in_path(kProgram)) != nullptr;
@@ -132,9 +131,9 @@ bool MailHandOver::IsThere() const {
 void MailHandOver::Begin(const Mail& mail, std::function<void(bool)> done) {
     const auto attempt = std::make_shared<Attempt>();
     Osp::Base::RunInBackground(
-        [mail, attempt] {
+        [mail, attempt, isInSandbox = IsInSandbox()] {
             *attempt =
-                IsInSandbox() ? Attempt{.isStarted = BeginInPortal(mail)} : BeginInProgram(mail);
+                isInSandbox ? Attempt{.isStarted = BeginInPortal(mail)} : BeginInProgram(mail);
         },
         [attempt, done = std::move(done)] {
             if (attempt->stillRunning != 0) {

@@ -1,11 +1,11 @@
-#include "host/camera_sources.h"
+#include "host/cameras/camera_sources.h"
 
 #include <gtest/gtest.h>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "host/camera_choice.h"
+#include "host/cameras/camera_choice.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/test_loop.h"
 
