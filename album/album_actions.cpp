@@ -5,6 +5,7 @@
 // the background, which is how the e-mail program's coming and going looks from here.
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include <osp/app/app_manager.h>
 #include <osp/base/collection/array_list.h>
@@ -55,15 +56,16 @@ result Delete(const String& path) {
 }  // namespace
 
 void AlbumForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
+    const bool isBlocked = std::exchange(isPressRefused_, false) || IsBlocked();
     switch (actionId) {
         case kActionReturn:
-            if (!IsBlocked()) (void)ReturnToMainForm(true);
+            if (!isBlocked) (void)ReturnToMainForm(true);
             break;
         case kActionOpenShare:
-            if (!IsBlocked()) OpenShare();
+            if (!isBlocked) OpenShare();
             break;
         case kActionOpenDelete:
-            if (!IsBlocked()) OpenDelete();
+            if (!isBlocked) OpenDelete();
             break;
         case kActionEmail:
             SendByMail();

@@ -122,6 +122,7 @@ result AlbumForm::AddColumn() {
         button->SetNormalBitmap(pictures_.*row.normal);
         button->SetPressedBitmap(pictures_.*row.pressed);
         button->AddActionEventListener(*this);
+        button->AddTouchEventListener(*this);
         r = AddControl(button.get());
         if (Osp::Failed(r)) return r;
         column_[i] = button.release();

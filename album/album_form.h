@@ -104,7 +104,7 @@ class AlbumForm : public Osp::Ui::Controls::Form,
     void Swipe(bool isForward);
     void EndSlide();
     Information DescribeCurrent() const;
-    void ForgetTouch() { pressPoint_.reset(); }
+    void ForgetTouch();
 
     // album_drawing.cpp
     result DrawPrint(Osp::Graphics::Canvas& canvas);
@@ -164,6 +164,7 @@ class AlbumForm : public Osp::Ui::Controls::Form,
     Information information_;
 
     std::optional<Osp::Graphics::Point> pressPoint_;  // of a press in the photograph
+    bool isPressRefused_ = false;  // a button of the column went down while all was blocked
     bool isBusy_ = false;
     bool isShareShown_ = false;
     bool isDeleteShown_ = false;

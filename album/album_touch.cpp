@@ -1,7 +1,8 @@
 // Touches and the slide.
 //
-// The buttons are controls of their own and tell of themselves; what goes down on the form is for
-// the photograph, if it goes down there. How it ends is decided by where it comes up: a tap has not
+// The buttons are controls of their own and act by themselves, but a press that comes during a slide
+// is no press, however late the finger leaves. What goes down on the form is for the photograph, if
+// it goes down there. How it ends is decided by where it comes up: a tap has not
 // moved sideways, a swipe has, by more than a tap may, and what lies between is neither.
 //
 // The old photograph slides over the empty desk; the new one is there when the old one is gone.
@@ -35,13 +36,21 @@ String TextOfDate(long long utcMs) {
 
 }  // namespace
 
-void AlbumForm::OnTouchPressed(const Osp::Ui::Control&, const Point& position) {
+void AlbumForm::ForgetTouch() {
+    pressPoint_.reset();
+    isPressRefused_ = false;
+}
+
+void AlbumForm::OnTouchPressed(const Osp::Ui::Control& source, const Point& position) {
     ForgetTouch();
+    isPressRefused_ = IsBlocked() && &source != this;
     if (IsBlocked() || IsEmpty()) return;
     if (AlbumLayout::kTouchArea.Contains(position)) pressPoint_ = position;
 }
 
-void AlbumForm::OnTouchReleased(const Osp::Ui::Control&, const Point& position) {
+void AlbumForm::OnTouchReleased(const Osp::Ui::Control& source, const Point& position) {
+    // Outside, no action follows that would ask.
+    if (!source.GetScreenBounds().Contains(position)) isPressRefused_ = false;
     const std::optional<Point> press = std::exchange(pressPoint_, std::nullopt);
     if (!press || IsBlocked() || !AlbumLayout::kTouchArea.Contains(position)) return;
     const int distance = std::abs(press->x - position.x);

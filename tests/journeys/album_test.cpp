@@ -5,7 +5,7 @@
 
 #include "app/model/action_ids.h"
 #include "tests/support/choosing.h"
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/jpeg.h"
 
 namespace Kivo {
 namespace {
@@ -16,14 +16,7 @@ using nlohmann::json;
 using Osp::Testing::ReadText;
 using Osp::Testing::WriteText;
 
-constexpr Spot kAlbumButton{736, 425};
-constexpr Spot kShareButton{750, 260};
-constexpr Spot kTrashButton{750, 430};
-constexpr Spot kTwitterRow{362, 160};
-constexpr Spot kMailRow{362, 304};
-constexpr Spot kDeleteButton{256, 300};
 constexpr Spot kNoticeButton{400, 290};
-constexpr Spot kPhoto{362, 250};
 
 class AlbumTest : public testing::Test {
   protected:
@@ -89,6 +82,9 @@ TEST_F(AlbumTest, TurnsOverTellsDeletesAndGoesBackToTheCamera) {
     EXPECT_EQ(Seen(), "KIVO0002.jpg, 2 / 2");
     EXPECT_EQ(phone_->Photos(), (std::vector{PathOf(0), PathOf(2)}));
     EXPECT_EQ(phone_->PhotoList().size(), 2u);
+    phone_->Do({"key left", "wait 20", Press(kTrashButton), "wait 150", Release(kTrashButton)});
+    EXPECT_EQ(Seen(), "KIVO0000.jpg, 1 / 2") << "no press counts that comes during a slide";
+    phone_->Do({"key tab", "key tab", "key tab", "key enter", "expect text Delete", "key back"});
     LeaveForm(*phone_);
     phone_->Do({"key camera", "await photos 3", "wait 500"});
     Open();

@@ -29,6 +29,17 @@ constexpr Spot kSoundToggle{624, 204};  // of the settings, like the next three
 constexpr Spot kMemoryToggle{624, 269};
 constexpr Spot kFacebookToggle{624, 334};
 constexpr Spot kTwitterToggle{624, 399};
+constexpr Spot kAlbumButton{736, 425};
+constexpr Spot kPhoto{362, 250};  // of the album, like the rest
+constexpr Spot kShareButton{750, 260};
+constexpr Spot kWallButton{750, 345};
+constexpr Spot kTrashButton{750, 430};
+constexpr Spot kTwitterRow{362, 160};
+constexpr Spot kFacebookRow{362, 232};
+constexpr Spot kMailRow{362, 304};
+constexpr Spot kCancelRow{362, 380};
+constexpr Spot kDeleteButton{256, 300};
+constexpr Spot kKeepButton{468, 300};
 constexpr Spot kMessageButton{400, 320};  // of a message box, the only one
 constexpr Spot kNoControl{400, 200};
 
