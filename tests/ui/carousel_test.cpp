@@ -1,5 +1,5 @@
 // Where the carousels' slots stand, and what their turns choose.
-#include "ui/carousel.h"
+#include "ui/forms/carousel.h"
 
 #include <gtest/gtest.h>
 

@@ -13,7 +13,7 @@
 #include "tests/support/choosing.h"
 #include "tests/support/main_form_access.h"
 #include "tests/support/phone.h"
-#include "tests/support/subjects.h"
+#include "tests/support/pictures/subjects.h"
 
 namespace Kivo::Testing {
 

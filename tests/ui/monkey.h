@@ -69,7 +69,7 @@ class Monkey {
         if (dice < 62) return "drag " + Place() + " " + Place() + " " + Number(1 + Below(12));
         if (dice < 66) return BeginDrag();
         if (dice < 67) return Key();
-        if (dice < 71) return VisitForm();
+        if (dice < 75) return VisitForm();
         return dice < 83 ? Wait() : Change();
     }
 
@@ -84,15 +84,22 @@ class Monkey {
 
     // Plays there for a while and leaves it, or is left there by something in between.
     std::string VisitForm() {
-        const bool isChooser = Below(2) == 0;
+        struct Form {
+            Spot button;
+            std::string (Monkey::*play)();
+        };
+        static constexpr Form kForms[] = {{kCameraTypeButton, &Monkey::InChooser},
+                                          {kSettingsButton, &Monkey::InSettings},
+                                          {kAlbumButton, &Monkey::InAlbum}};
+        const Form& form = kForms[Below(std::size(kForms))];
         plan_ = {"wait " + Number(Below(200))};
-        for (int i = Below(6); i > 0; --i) {
-            plan_.push_back(isChooser ? InChooser() : InSettings());
+        for (int i = Below(8); i > 0; --i) {
+            plan_.push_back((this->*form.play)());
             plan_.push_back("wait " + Number(Below(160)));
         }
         if (Below(3) == 0) plan_.push_back(Change());
         if (Below(3) > 0) plan_.push_back(Below(2) == 0 ? Tap(kReturnButton) : "key back");
-        return Tap(isChooser ? kCameraTypeButton : kSettingsButton);
+        return Tap(form.button);
     }
 
     std::string InChooser() {
@@ -108,6 +115,19 @@ class Monkey {
         static constexpr Spot kPlaces[] = {kSoundToggle,   kMemoryToggle, kFacebookToggle,
                                            kTwitterToggle, {215, 92},     {410, 144}};
         return Below(4) == 0 ? Key() : Tap(kPlaces[Below(std::size(kPlaces))]);
+    }
+
+    // But for e-mail, which starts a program of the machine's.
+    std::string InAlbum() {
+        static constexpr Spot kPlaces[] = {kPhoto,       kShareButton, kTrashButton, kWallButton,
+                                           kTwitterRow,  kFacebookRow, kCancelRow,   kDeleteButton,
+                                           kKeepButton,  kTrashButton};
+        const int dice = Below(10);
+        if (dice < 2) return Below(2) == 0 ? "drag 500 200 440 200" : "drag 440 200 500 200";
+        if (dice < 3) return Below(2) == 0 ? "key left" : "key right";
+        if (dice < 4) return Key();
+        const char* const gesture = dice < 8 ? "tap" : dice < 9 ? "press" : "release";
+        return Line(gesture, kPlaces[Below(std::size(kPlaces))]);
     }
 
     std::string Key() {
