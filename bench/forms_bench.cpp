@@ -1,5 +1,6 @@
-// How long the album takes to open, among few photographs and among many, and to show the next one
-// after a swipe, and what a thousand swipes leave in memory. Headless, real clock.
+// How long the chooser and the album take to open, the album among few photographs and among many,
+// and to show the next one after a swipe, and what a thousand swipes leave in memory. Headless, real
+// clock, photographs of 1600x960.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -21,6 +22,7 @@ using Clock = std::chrono::steady_clock;
 constexpr int kOpenings = 20;
 constexpr int kSwipes = 1000;
 constexpr int kWarmUp = 100;
+constexpr double kSlideMs = 100;
 
 double MsSince(Clock::time_point begin) {
     return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
@@ -52,6 +54,7 @@ void Multiply(int count) {
 }
 
 struct Figures {
+    std::vector<double> choosers;
     std::vector<double> openings;
     std::vector<double> turns;
     double heldBefore = 0;
@@ -65,10 +68,22 @@ void Note(const Figures& figures, std::vector<double>& times) {
     times.push_back(MsSince(figures.begin));
 }
 
+void OpenChooser(Host::ScriptQueue& queue, Figures& f) {
+    queue.Add({"wait 300", 0, [&](const auto&) { f.begin = Clock::now(); }});
+    queue.Add({"tap 60 50", 0, nullptr});
+    queue.Add({"await form OptionForm", 0, [&](const auto&) { Note(f, f.choosers); }});
+    queue.Add({"key back", 0, nullptr});
+    queue.Add({"await preview", 0, nullptr});
+}
+
 Figures Measure(int photographs, int swipes) {
     Figures f;
     Host::ScriptQueue queue;
-    queue.Add({"await preview", 0, nullptr});
+    for (const char* line : {"await preview", "tap 95 425", "await form SettingForm", "wait 100",
+                             "tap 410 144", "key back", "await preview"}) {
+        queue.Add({line, 0, nullptr});
+    }
+    for (int i = 0; i < kOpenings; ++i) OpenChooser(queue, f);
     queue.Add({"key camera", 0, nullptr});
     queue.Add({"await photos 1", 0, nullptr});
     queue.Add({"wait 500", 0, [&](const auto&) { Multiply(photographs); }});
@@ -103,10 +118,12 @@ Figures Measure(int photographs, int swipes) {
 int main() {
     const Figures few = Measure(50, kSwipes);
     const Figures many = Measure(5000, 0);
+    std::printf("the chooser opens             %8.1f ms median\n", Median(few.choosers));
     std::printf("the album opens among 50      %8.1f ms median\n", Median(few.openings));
+    std::printf("the chooser opens             %8.1f ms median\n", Median(few.choosers));
     std::printf("the album opens among 5000    %8.1f ms median\n", Median(many.openings));
-    std::printf("a swipe, slide and next photo %8.1f ms median %8.1f ms at most\n",
-                Median(few.turns), std::ranges::max(few.turns));
+    std::printf("the next photograph, after the slide %8.1f ms median %8.1f ms at most\n",
+                Median(few.turns) - kSlideMs, std::ranges::max(few.turns) - kSlideMs);
     std::printf("held after %d swipes %.1f MB, after %d %.1f MB\n", kWarmUp, few.heldBefore,
                 kSwipes, few.heldAfter);
     return 0;

@@ -10,7 +10,7 @@
 #include <osp/ui/controls/overlay_panel.h>
 
 #include "bench/camera_run.h"
-#include "effects/kernels/preview_conversion.h"
+#include "effects/conversions/preview_conversion.h"
 #include "osp/ui/visible_controls.h"
 
 namespace {

@@ -8,8 +8,8 @@
 #include <thread>
 #include <vector>
 
+#include "tests/support/pictures/subjects.h"
 #include "tests/support/program.h"
-#include "tests/support/subjects.h"
 #include "tests/support/x_server.h"
 
 namespace {

@@ -131,12 +131,22 @@ void XServer::Focus(unsigned long window) {
 }
 
 unsigned long XServer::PixelAt(int x, int y) {
+    return Pixels(x, y, 1).front();
+}
+
+std::vector<unsigned long> XServer::RowAt(int y, int width) {
+    return Pixels(0, y, width);
+}
+
+std::vector<unsigned long> XServer::Pixels(int x, int y, int count) {
+    std::vector<unsigned long> pixels(static_cast<std::size_t>(count));
     XImage* const image =
-        XGetImage(display_, DefaultRootWindow(display_), x, y, 1, 1, AllPlanes, ZPixmap);
-    if (image == nullptr) return 0;
-    const unsigned long pixel = XGetPixel(image, 0, 0);
+        XGetImage(display_, DefaultRootWindow(display_), x, y, static_cast<unsigned>(count), 1,
+                  AllPlanes, ZPixmap);
+    if (image == nullptr) return pixels;
+    for (int i = 0; i < count; ++i) pixels[static_cast<std::size_t>(i)] = XGetPixel(image, i, 0);
     XDestroyImage(image);
-    return pixel;
+    return pixels;
 }
 
 }  // namespace Kivo::Testing

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 typedef struct _GSubprocess GSubprocess;
 typedef struct _XDisplay Display;
@@ -37,9 +38,12 @@ class XServer {
     void Focus(unsigned long window);
     /// The colour that is shown there.
     unsigned long PixelAt(int x, int y);
+    /// Those of a row of the screen, from its left end.
+    std::vector<unsigned long> RowAt(int y, int width);
 
   private:
     unsigned long Search(const std::string& title);
+    std::vector<unsigned long> Pixels(int x, int y, int count);
 
     GSubprocess* server_ = nullptr;
     std::string name_ = ":";
