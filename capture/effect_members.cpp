@@ -8,15 +8,15 @@
 #include "effects/kernels/circular.h"
 #include "effects/kernels/colorize.h"
 #include "effects/kernels/edge.h"
-#include "effects/kernels/hdr.h"
 #include "effects/kernels/mirror.h"
-#include "effects/kernels/mix.h"
 #include "effects/kernels/negative.h"
-#include "effects/kernels/out_focus.h"
-#include "effects/kernels/qshrink.h"
 #include "effects/kernels/sepia.h"
-#include "effects/kernels/tilt_shift.h"
-#include "effects/kernels/vignet.h"
+#include "effects/types/hdr.h"
+#include "effects/types/mix.h"
+#include "effects/types/out_focus.h"
+#include "effects/types/qshrink.h"
+#include "effects/types/tilt_shift.h"
+#include "effects/types/vignet.h"
 
 namespace Kivo {
 

@@ -10,10 +10,10 @@
 #include "app/model/request_ids.h"
 #include "capture/main_form.h"
 #include "share/sns_share_form.h"
-#include "ui/option_form.h"
+#include "ui/forms/option_form.h"
+#include "ui/forms/setting_form.h"
 #include "ui/overlay.h"
 #include "ui/presenting.h"
-#include "ui/setting_form.h"
 
 namespace Kivo {
 

@@ -2,7 +2,7 @@
 
 #include "capture/main_form.h"
 #include "effects/composition.h"
-#include "effects/kernels/preview_conversion.h"
+#include "effects/conversions/preview_conversion.h"
 #include "ui/overlay.h"
 
 namespace Kivo {

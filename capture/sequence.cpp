@@ -4,7 +4,7 @@
 #include "app/model/action_ids.h"
 #include "capture/main_form.h"
 #include "effects/composition.h"
-#include "effects/kernels/bmp_rows.h"
+#include "effects/conversions/bmp_rows.h"
 #include "ui/overlay.h"
 #include "ui/player_stop.h"
 

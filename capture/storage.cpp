@@ -16,7 +16,7 @@
 #include "app/model/photo_number.h"
 #include "capture/main_form.h"
 #include "effects/composition.h"
-#include "effects/kernels/rgba.h"
+#include "effects/conversions/rgba.h"
 
 namespace Kivo {
 

@@ -13,7 +13,7 @@
 #include "develop/developer.h"
 #include "develop/interruption.h"
 #include "develop/memory_budget.h"
-#include "develop/picture_files.h"
+#include "develop/pictures/picture_files.h"
 #include "develop/progress_bar.h"
 #include "osp/io/safe_file.h"
 

@@ -12,7 +12,7 @@
 #include <osp/graphics/canvas.h>
 
 #include "develop/developer.h"
-#include "develop/picture_files.h"
+#include "develop/pictures/picture_files.h"
 #include "develop/sheet_layout.h"
 #include "osp/graphics/access.h"
 #include "osp/graphics/bitmap_pixels.h"

@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-#include "develop/picture_files.h"
+#include "develop/pictures/picture_files.h"
 #include "develop/recipe.h"
 
 namespace Kivo::Tools {

@@ -5,7 +5,7 @@
 
 #include "app/model/photo_description.h"
 #include "cmake/product.h"
-#include "effects/kernels/rgba.h"
+#include "effects/conversions/rgba.h"
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/jpeg_codec.h"
 #include "osp/media/picture/jpeg_rows.h"

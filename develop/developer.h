@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "develop/frame.h"
-#include "develop/picture_format.h"
+#include "develop/pictures/frame.h"
+#include "develop/pictures/picture_format.h"
 #include "develop/problem.h"
 #include "develop/recipe.h"
 #include "effects/composition.h"

@@ -10,7 +10,7 @@
 #include "develop/batch.h"
 #include "develop/contact_sheet.h"
 #include "develop/options.h"
-#include "develop/picture_files.h"
+#include "develop/pictures/picture_files.h"
 #include "effects/effect_tables.h"
 #include "osp/io/safe_file.h"
 

@@ -8,7 +8,7 @@
 #include <system_error>
 #include <vector>
 
-#include "develop/picture_format.h"
+#include "develop/pictures/picture_format.h"
 #include "osp/base/owner.h"
 
 namespace Kivo::Tools {

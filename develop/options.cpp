@@ -10,7 +10,7 @@
 
 #include "cmake/product.h"
 #include "develop/developer.h"
-#include "develop/picture_files.h"
+#include "develop/pictures/picture_files.h"
 #include "effects/composition.h"
 #include "osp/base/owner.h"
 

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstring>
 
-#include "effects/kernels/qshrink.h"
 #include "effects/pixels/preconditions.h"
+#include "effects/types/qshrink.h"
 
 // Frames of ACTION and QUAD are put together before the effects, so effects see one picture, and
 // lines are drawn behind them, so no effect touches a line. Places in the picture are those of the

@@ -11,14 +11,14 @@
 #include "effects/kernels/bw.h"
 #include "effects/kernels/colorize.h"
 #include "effects/kernels/edge.h"
-#include "effects/kernels/hdr.h"
 #include "effects/kernels/mirror.h"
-#include "effects/kernels/mix.h"
 #include "effects/kernels/negative.h"
-#include "effects/kernels/out_focus.h"
 #include "effects/kernels/sepia.h"
-#include "effects/kernels/tilt_shift.h"
 #include "effects/pixels/preconditions.h"
+#include "effects/types/hdr.h"
+#include "effects/types/mix.h"
+#include "effects/types/out_focus.h"
+#include "effects/types/tilt_shift.h"
 
 // A chain is up to three links, each from the picture that the one before it has made so far. Rows
 // arrive from above, and a link that reads `reach` rows beyond those it makes lags behind by as

@@ -10,7 +10,7 @@
 
 #include "effects/blur/gaussian_levels.h"
 #include "effects/kernels/circular.h"
-#include "effects/kernels/vignet.h"
+#include "effects/types/vignet.h"
 
 namespace Kivo::Effects {
 

@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 
-#include "develop/frame.h"
-#include "develop/picture_format.h"
+#include "develop/pictures/frame.h"
+#include "develop/pictures/picture_format.h"
 #include "osp/media/picture/exif.h"
 
 namespace {

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "cmake/product.h"
-#include "develop/picture_files.h"
-#include "develop/picture_format.h"
+#include "develop/pictures/picture_files.h"
+#include "develop/pictures/picture_format.h"
 #include "osp/media/picture/exif.h"
 
 namespace {

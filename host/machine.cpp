@@ -7,7 +7,7 @@
 
 #include <osp/ui/controls/message_box.h>
 
-#include "host/camera_sources.h"
+#include "host/cameras/camera_sources.h"
 #include "host/product.h"
 #include "host/script/report.h"
 #include "host/sound_module.h"

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "host/camera_modules.h"
+#include "host/cameras/camera_modules.h"
 #include "host/mail_hand_over.h"
 #include "host/options.h"
 #include "host/outcome.h"

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "host/application_library.h"
-#include "host/diagnose.h"
+#include "host/cameras/diagnose.h"
 #include "host/machine.h"
 #include "host/options.h"
 #include "host/process.h"

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "cmake/product.h"
-#include "host/camera_sources.h"
+#include "host/cameras/camera_sources.h"
 #include "host/outcome.h"
 #include "osp/base/owner.h"
 

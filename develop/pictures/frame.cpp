@@ -1,4 +1,4 @@
-#include "develop/frame.h"
+#include "develop/pictures/frame.h"
 
 #include <new>
 #include <system_error>

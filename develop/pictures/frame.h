@@ -8,7 +8,7 @@
 #include <osp/base/result.h>
 #include <osp/graphics/dimension.h>
 
-#include "develop/picture_format.h"
+#include "develop/pictures/picture_format.h"
 #include "develop/problem.h"
 #include "effects/pixels/pixels.h"
 #include "osp/base/block_pool.h"

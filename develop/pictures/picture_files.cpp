@@ -1,4 +1,4 @@
-#include "develop/picture_files.h"
+#include "develop/pictures/picture_files.h"
 
 #include <cerrno>
 #include <cstdio>

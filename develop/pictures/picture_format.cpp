@@ -1,4 +1,4 @@
-#include "develop/picture_format.h"
+#include "develop/pictures/picture_format.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <glib.h>
 #include <string>
 
-#include "develop/ppm_codec.h"
+#include "develop/pictures/ppm_codec.h"
 #include "osp/media/picture/jpeg_codec.h"
 #include "osp/media/picture/jpeg_rows.h"
 #include "osp/media/picture/png_codec.h"

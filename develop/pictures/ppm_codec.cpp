@@ -1,4 +1,4 @@
-#include "develop/ppm_codec.h"
+#include "develop/pictures/ppm_codec.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "effects/kernels/bmp_rows.h"
+#include "effects/conversions/bmp_rows.h"
 
 #include <cassert>
 

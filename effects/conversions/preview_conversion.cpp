@@ -1,4 +1,4 @@
-#include "effects/kernels/preview_conversion.h"
+#include "effects/conversions/preview_conversion.h"
 
 #include <algorithm>
 #include <cassert>

@@ -1,4 +1,4 @@
-#include "effects/kernels/rgba.h"
+#include "effects/conversions/rgba.h"
 
 #include <algorithm>
 #include <cassert>

@@ -1,4 +1,4 @@
-#include "effects/kernels/hdr.h"
+#include "effects/types/hdr.h"
 
 #include <algorithm>
 #include <cassert>

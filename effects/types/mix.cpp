@@ -1,4 +1,4 @@
-#include "effects/kernels/mix.h"
+#include "effects/types/mix.h"
 
 #include <cassert>
 

@@ -1,4 +1,4 @@
-#include "effects/kernels/out_focus.h"
+#include "effects/types/out_focus.h"
 
 #include <cassert>
 

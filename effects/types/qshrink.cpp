@@ -1,4 +1,4 @@
-#include "effects/kernels/qshrink.h"
+#include "effects/types/qshrink.h"
 
 #include <cassert>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "effects/kernels/tilt_shift.h"
+#include "effects/types/tilt_shift.h"
 
 #include <algorithm>
 #include <cassert>

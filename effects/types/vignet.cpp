@@ -1,4 +1,4 @@
-#include "effects/kernels/vignet.h"
+#include "effects/types/vignet.h"
 
 #include <algorithm>
 #include <array>

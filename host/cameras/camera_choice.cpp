@@ -1,4 +1,4 @@
-#include "host/camera_choice.h"
+#include "host/cameras/camera_choice.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "host/camera_modules.h"
+#include "host/cameras/camera_modules.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "host/camera_report.h"
+#include "host/cameras/camera_report.h"
 
 #include <algorithm>
 #include <array>

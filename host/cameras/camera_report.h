@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/camera_modules.h"
+#include "host/cameras/camera_modules.h"
 #include "osp/media/live/camera_backend.h"
 
 namespace Host {

@@ -1,4 +1,4 @@
-#include "host/camera_sources.h"
+#include "host/cameras/camera_sources.h"
 
 #include <array>
 #include <cstdio>
@@ -10,7 +10,7 @@
 
 #include "backends/photos/photos_camera.h"
 #include "backends/scene/scene_camera.h"
-#include "host/camera_choice.h"
+#include "host/cameras/camera_choice.h"
 #include "osp/media/live/live_camera.h"
 
 // `auto` looks for real cameras in one way after the other and stays with the first that has any:

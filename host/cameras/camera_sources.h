@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/camera_modules.h"
+#include "host/cameras/camera_modules.h"
 #include "host/outcome.h"
 #include "osp/media/camera/camera_service.h"
 

@@ -1,4 +1,4 @@
-#include "host/diagnose.h"
+#include "host/cameras/diagnose.h"
 
 #include <cstdio>
 #include <nlohmann/json.hpp>
@@ -7,8 +7,8 @@
 #include <osp/base/string.h>
 
 #include "cmake/product.h"
-#include "host/camera_report.h"
-#include "host/camera_sources.h"
+#include "host/cameras/camera_report.h"
+#include "host/cameras/camera_sources.h"
 #include "host/product.h"
 
 namespace Host {

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "host/camera_modules.h"
+#include "host/cameras/camera_modules.h"
 #include "host/options.h"
 #include "host/outcome.h"
 #include "host/time.h"

@@ -17,7 +17,7 @@
 #include <osp/ui/controls/panel.h>
 #include <osp/ui/controls/popup.h>
 
-#include "host/camera_report.h"
+#include "host/cameras/camera_report.h"
 #include "osp/app/lifecycle.h"
 #include "osp/app/registry_file.h"
 #include "osp/base/owner.h"

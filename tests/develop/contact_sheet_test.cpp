@@ -3,7 +3,7 @@
 
 #include "develop/sheet_layout.h"
 #include "tests/develop/develop_fixture.h"
-#include "tests/support/plain_composition.h"
+#include "tests/support/pictures/plain_composition.h"
 
 namespace Kivo::Testing {
 namespace {

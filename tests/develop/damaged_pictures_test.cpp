@@ -4,11 +4,11 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include "develop/frame.h"
-#include "develop/picture_format.h"
+#include "develop/pictures/frame.h"
+#include "develop/pictures/picture_format.h"
 #include "tests/develop/develop_fixture.h"
 #include "tests/support/faults.h"
-#include "tests/support/png.h"
+#include "tests/support/pictures/png.h"
 #include "tests/support/sanitizers.h"
 
 namespace Kivo::Testing {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/jpeg.h"
 #include "tests/support/program.h"
 #include "tests/support/temporary_folder.h"
 

@@ -1,12 +1,12 @@
 // What a developed picture's file says about the picture.
-#include "develop/picture_format.h"
+#include "develop/pictures/picture_format.h"
 #include "osp/media/picture/encoded_picture.h"
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/jpeg_codec.h"
 #include "osp/media/picture/png_codec.h"
 #include "osp/media/picture/upright.h"
 #include "tests/develop/develop_fixture.h"
-#include "tests/support/colour_profile.h"
+#include "tests/support/pictures/colour_profile.h"
 
 namespace Kivo::Testing {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "app/model/camera_types.h"
 #include "tests/develop/develop_fixture.h"
-#include "tests/support/plain_composition.h"
+#include "tests/support/pictures/plain_composition.h"
 
 namespace Kivo::Testing {
 namespace {

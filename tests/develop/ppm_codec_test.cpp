@@ -1,5 +1,5 @@
 // Binary pixmaps, friendly and hostile.
-#include "develop/ppm_codec.h"
+#include "develop/pictures/ppm_codec.h"
 
 #include <gtest/gtest.h>
 #include <string>

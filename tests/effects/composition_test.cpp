@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/pictures.h"
-#include "tests/support/plain_composition.h"
+#include "tests/support/pictures/pictures.h"
+#include "tests/support/pictures/plain_composition.h"
 
 namespace {
 

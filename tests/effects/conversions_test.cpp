@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "effects/kernels/bmp_rows.h"
-#include "effects/kernels/preview_conversion.h"
-#include "effects/kernels/rgba.h"
+#include "effects/conversions/bmp_rows.h"
+#include "effects/conversions/preview_conversion.h"
+#include "effects/conversions/rgba.h"
 #include "tests/effects/plain/plain_conversions.h"
-#include "tests/support/pictures.h"
+#include "tests/support/pictures/pictures.h"
 
 namespace {
 

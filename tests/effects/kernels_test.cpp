@@ -9,17 +9,17 @@
 #include "effects/kernels/bw.h"
 #include "effects/kernels/colorize.h"
 #include "effects/kernels/edge.h"
-#include "effects/kernels/hdr.h"
 #include "effects/kernels/mirror.h"
-#include "effects/kernels/mix.h"
 #include "effects/kernels/negative.h"
-#include "effects/kernels/out_focus.h"
-#include "effects/kernels/qshrink.h"
 #include "effects/kernels/sepia.h"
-#include "effects/kernels/tilt_shift.h"
+#include "effects/types/hdr.h"
+#include "effects/types/mix.h"
+#include "effects/types/out_focus.h"
+#include "effects/types/qshrink.h"
+#include "effects/types/tilt_shift.h"
 #include "tests/effects/plain/plain_blur.h"
 #include "tests/effects/plain/plain_colour.h"
-#include "tests/support/pictures.h"
+#include "tests/support/pictures/pictures.h"
 
 namespace {
 

@@ -5,10 +5,10 @@
 #include "osp/media/camera/camera_service.h"
 #include "tests/support/camera_screen.h"
 #include "tests/support/faulty_camera.h"
-#include "tests/support/jpeg.h"
 #include "tests/support/main_form_access.h"
 #include "tests/support/phone.h"
-#include "tests/support/subjects.h"
+#include "tests/support/pictures/jpeg.h"
+#include "tests/support/pictures/subjects.h"
 
 namespace Kivo {
 namespace {

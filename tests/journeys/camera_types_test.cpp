@@ -7,11 +7,11 @@
 #include "osp/ui/screen.h"
 #include "tests/effects/plain/plain_conversions.h"
 #include "tests/support/camera_screen.h"
-#include "tests/support/jpeg.h"
 #include "tests/support/phone.h"
-#include "tests/support/plain_composition.h"
+#include "tests/support/pictures/jpeg.h"
+#include "tests/support/pictures/plain_composition.h"
+#include "tests/support/pictures/subjects.h"
 #include "tests/support/running_camera.h"
-#include "tests/support/subjects.h"
 
 namespace Kivo {
 namespace {

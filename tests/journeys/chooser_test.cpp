@@ -4,7 +4,7 @@
 
 #include "osp/base/clock.h"
 #include "tests/support/choosing.h"
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/jpeg.h"
 
 namespace Kivo {
 namespace {

@@ -10,7 +10,7 @@
 #include <thread>
 
 #include "osp/app/registry_file.h"
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/jpeg.h"
 #include "tests/support/program.h"
 #include "tests/support/sanitizers.h"
 #include "tests/support/temporary_folder.h"

@@ -5,8 +5,8 @@
 
 #include "tests/support/camera_screen.h"
 #include "tests/support/choosing.h"
-#include "tests/support/jpeg.h"
 #include "tests/support/phone.h"
+#include "tests/support/pictures/jpeg.h"
 #include "tests/support/sanitizers.h"
 
 namespace Kivo {

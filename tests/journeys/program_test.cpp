@@ -17,9 +17,9 @@
 #include <vector>
 
 #include "tests/support/camera_screen.h"
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/jpeg.h"
+#include "tests/support/pictures/subjects.h"
 #include "tests/support/sanitizers.h"
-#include "tests/support/subjects.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Kivo {

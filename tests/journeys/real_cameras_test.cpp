@@ -9,8 +9,8 @@
 
 #include "tests/support/camera_screen.h"
 #include "tests/support/camera_stack.h"
-#include "tests/support/colour_bars.h"
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/colour_bars.h"
+#include "tests/support/pictures/jpeg.h"
 #include "tests/support/program.h"
 #include "tests/support/sanitizers.h"
 #include "tests/support/temporary_folder.h"

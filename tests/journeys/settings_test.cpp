@@ -5,7 +5,7 @@
 #include "app/model/action_ids.h"
 #include "osp/app/lifecycle.h"
 #include "tests/support/choosing.h"
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/jpeg.h"
 
 namespace Kivo {
 namespace {

@@ -16,8 +16,8 @@
 #include "osp/media/picture/exif.h"
 #include "tests/support/camera_screen.h"
 #include "tests/support/faults.h"
-#include "tests/support/jpeg.h"
 #include "tests/support/phone.h"
+#include "tests/support/pictures/jpeg.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Kivo {

@@ -13,9 +13,9 @@
 
 #include <osp/media/camera.h>
 
-#include "host/camera_sources.h"
+#include "host/cameras/camera_sources.h"
 #include "tests/support/camera_fixture.h"
-#include "tests/support/pictures.h"
+#include "tests/support/pictures/pictures.h"
 #include "tests/support/test_loop.h"
 
 namespace Osp::Media {

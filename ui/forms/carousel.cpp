@@ -2,7 +2,7 @@
 // when it ends the values take one step and the slots are back at rest, with the same pictures at
 // nearly the same places. Nearly: the centre at rest is a little off its slot, because its picture
 // is larger than the others.
-#include "ui/carousel.h"
+#include "ui/forms/carousel.h"
 
 #include <cassert>
 

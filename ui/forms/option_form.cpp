@@ -1,4 +1,4 @@
-#include "ui/option_form.h"
+#include "ui/forms/option_form.h"
 
 #include <osp/base/string.h>
 #include <osp/ui/controls/button.h>

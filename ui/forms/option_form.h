@@ -15,8 +15,8 @@
 #include <osp/ui/i_touch_event_listener.h>
 
 #include "app/model/camera_setting.h"
-#include "ui/carousel.h"
-#include "ui/option_pictures.h"
+#include "ui/forms/carousel.h"
+#include "ui/forms/option_pictures.h"
 
 namespace Kivo {
 

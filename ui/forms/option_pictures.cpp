@@ -1,8 +1,8 @@
-#include "ui/option_pictures.h"
+#include "ui/forms/option_pictures.h"
 
 #include <cstddef>
 
-#include "ui/carousel.h"
+#include "ui/forms/carousel.h"
 #include "ui/load_picture.h"
 
 namespace Kivo {

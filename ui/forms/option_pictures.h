@@ -8,7 +8,7 @@
 #include <osp/media/image.h>
 
 #include "app/model/camera_types.h"
-#include "ui/scaled_picture.h"
+#include "ui/forms/scaled_picture.h"
 
 namespace Kivo {
 

@@ -13,7 +13,7 @@
 
 #include <osp/system/system_time.h>
 
-#include "ui/option_form.h"
+#include "ui/forms/option_form.h"
 #include "ui/player_stop.h"
 
 namespace Kivo {

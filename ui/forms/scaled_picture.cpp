@@ -1,4 +1,4 @@
-#include "ui/scaled_picture.h"
+#include "ui/forms/scaled_picture.h"
 
 namespace Kivo {
 

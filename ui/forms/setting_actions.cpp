@@ -12,8 +12,8 @@
 #include "app/model/registry_keys.h"
 #include "app/model/request_ids.h"
 #include "share/sns_share_form.h"
+#include "ui/forms/setting_form.h"
 #include "ui/presenting.h"
-#include "ui/setting_form.h"
 
 namespace Kivo {
 

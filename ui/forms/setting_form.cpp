@@ -1,4 +1,4 @@
-#include "ui/setting_form.h"
+#include "ui/forms/setting_form.h"
 
 #include <memory>
 

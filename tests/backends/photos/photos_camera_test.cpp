@@ -10,9 +10,9 @@
 
 #include "osp/media/picture/exif.h"
 #include "tests/support/faults.h"
-#include "tests/support/jpeg.h"
-#include "tests/support/plain_composition.h"
-#include "tests/support/png.h"
+#include "tests/support/pictures/jpeg.h"
+#include "tests/support/pictures/plain_composition.h"
+#include "tests/support/pictures/png.h"
 #include "tests/support/running_camera.h"
 #include "tests/support/temporary_folder.h"
 

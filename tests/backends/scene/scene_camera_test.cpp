@@ -3,7 +3,7 @@
 #include <set>
 #include <utility>
 
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/jpeg.h"
 #include "tests/support/running_camera.h"
 
 namespace Osp::Media {

@@ -1,4 +1,4 @@
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/jpeg.h"
 
 #include <gtest/gtest.h>
 

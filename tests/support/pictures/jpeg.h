@@ -4,7 +4,7 @@
 #include <string>
 #include <turbojpeg.h>
 
-#include "tests/support/pictures.h"
+#include "tests/support/pictures/pictures.h"
 
 namespace Kivo::Testing {
 

@@ -1,4 +1,4 @@
-#include "tests/support/pictures.h"
+#include "tests/support/pictures/pictures.h"
 
 #include <gtest/gtest.h>
 #include <random>

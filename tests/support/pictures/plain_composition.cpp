@@ -1,4 +1,4 @@
-#include "tests/support/plain_composition.h"
+#include "tests/support/pictures/plain_composition.h"
 
 #include <array>
 #include <cstdint>

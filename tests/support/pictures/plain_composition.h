@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "tests/effects/plain/plain_blur.h"
-#include "tests/support/pictures.h"
+#include "tests/support/pictures/pictures.h"
 
 struct PlainPhotograph {
     int type = 0;

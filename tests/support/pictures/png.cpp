@@ -1,4 +1,4 @@
-#include "tests/support/png.h"
+#include "tests/support/pictures/png.h"
 
 #include <gtest/gtest.h>
 #include <zlib.h>

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/jpeg.h"
-#include "tests/support/pictures.h"
+#include "tests/support/pictures/jpeg.h"
+#include "tests/support/pictures/pictures.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Kivo::Testing {

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "tests/support/colour_bars.h"
+#include "tests/support/pictures/colour_bars.h"
 #include "tests/support/virtual_camera/mode.h"
 
 namespace Osp::Testing {

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <spa/param/video/format-utils.h>
 
-#include "tests/support/colour_bars.h"
+#include "tests/support/pictures/colour_bars.h"
 
 namespace Osp::Testing {
 

@@ -4,7 +4,7 @@
 
 #include <osp/media/camera.h>
 
-#include "host/camera_sources.h"
+#include "host/cameras/camera_sources.h"
 #include "tests/support/camera_fixture.h"
 #include "tests/support/scripted_device.h"
 #include "tests/support/test_loop.h"

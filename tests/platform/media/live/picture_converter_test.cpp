@@ -11,7 +11,7 @@
 
 #include "osp/media/camera/i420.h"
 #include "osp/media/picture/jpeg_codec.h"
-#include "tests/support/colour_bars.h"
+#include "tests/support/pictures/colour_bars.h"
 
 namespace Osp::Media {
 namespace {

@@ -6,7 +6,7 @@
 #include <random>
 
 #include "tests/platform/media/picture/picture_bytes.h"
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/jpeg.h"
 
 namespace Osp::Media {
 namespace {

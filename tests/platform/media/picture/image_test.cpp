@@ -9,7 +9,7 @@
 #include "osp/media/picture/exif.h"
 #include "tests/platform/media/picture/picture_bytes.h"
 #include "tests/support/camera_fixture.h"
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/jpeg.h"
 #include "tests/support/product.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/test_loop.h"

@@ -5,7 +5,7 @@
 
 #include "osp/media/picture/jpeg_rows.h"
 #include "tests/platform/media/picture/picture_bytes.h"
-#include "tests/support/jpeg.h"
+#include "tests/support/pictures/jpeg.h"
 
 namespace Osp::Media {
 namespace {

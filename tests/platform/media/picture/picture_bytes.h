@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "osp/media/picture/pixel_view.h"
-#include "tests/support/pictures.h"
+#include "tests/support/pictures/pictures.h"
 
 namespace Osp::Media {
 

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/platform/media/picture/picture_bytes.h"
-#include "tests/support/jpeg.h"
-#include "tests/support/png.h"
+#include "tests/support/pictures/jpeg.h"
+#include "tests/support/pictures/png.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Osp::Media {

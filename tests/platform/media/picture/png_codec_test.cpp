@@ -7,8 +7,8 @@
 
 #include "osp/media/picture/jpeg_codec.h"
 #include "tests/platform/media/picture/picture_bytes.h"
-#include "tests/support/colour_profile.h"
-#include "tests/support/png.h"
+#include "tests/support/pictures/colour_profile.h"
+#include "tests/support/pictures/png.h"
 
 namespace Osp::Media {
 namespace {
