@@ -51,6 +51,12 @@ class Access {
         return button.actionListeners_;
     }
 
+    /// Null for a form without soft keys; the form's.
+    static Controls::Button* Softkey(const Controls::Form& form,
+                                     Controls::SoftkeyPosition position) {
+        return form.SoftkeyAt(position);
+    }
+
     /// Null before the area is constructed.
     static TextField* Field(const Controls::EditArea& area) { return area.field_.get(); }
     /// Puts the popup where it belongs with or without the screen's keyboard.

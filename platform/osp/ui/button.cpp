@@ -55,10 +55,10 @@ result Button::OnDraw() {
     return Failed(r) || text_.IsEmpty() ? r : DrawText(*canvas);
 }
 
-result Button::DrawText(Graphics::Canvas& canvas) {
+result Button::DrawText(Graphics::Canvas& canvas, const Graphics::Color& color) {
     const result r = canvas.SetFont(font_);
     if (Failed(r)) return r;
-    canvas.SetForegroundColor(textColor_);
+    canvas.SetForegroundColor(color);
     const Graphics::Dimension size = canvas.MeasureText(text_);
     const auto [width, height] = GetBounds().Size();
     return canvas.DrawText({(width - size.width) / 2, (height - size.height) / 2}, text_);

@@ -17,10 +17,16 @@ result Container::AddControl(Control* control) {
     if (control == nullptr || control->GetParent() != nullptr || control == this) {
         return result::kInvalidArgument;
     }
-    controls_.emplace_back(control);
+    controls_.emplace(controls_.end() - pinned_, control);
     Access::SetParent(*control, this);
     Invalidate();
     return result::kSuccess;
+}
+
+result Container::PinControl(Control* control) {
+    const result r = Container::AddControl(control);
+    if (Succeeded(r)) ++pinned_;
+    return r;
 }
 
 result Container::RemoveControl(Control& control) {
@@ -35,6 +41,7 @@ result Container::RemoveControl(Control& control) {
 std::unique_ptr<Control> Container::Release(Control& control) {
     const auto place = std::ranges::find(controls_, &control, &std::unique_ptr<Control>::get);
     if (place == controls_.end()) return nullptr;
+    if (place >= controls_.end() - pinned_) --pinned_;
     std::unique_ptr<Control> released = std::move(*place);
     controls_.erase(place);
     Access::SetParent(control, nullptr);

@@ -139,7 +139,8 @@ void Access::Raise(Control& control) {
     auto& siblings = control.parent_->controls_;
     const auto place = std::ranges::find(siblings, &control, &std::unique_ptr<Control>::get);
     assert(place != siblings.end());
-    std::rotate(place, place + 1, siblings.end());
+    const auto above = siblings.end() - control.parent_->pinned_;
+    if (place < above) std::rotate(place, place + 1, above);
 }
 
 }  // namespace Osp::Ui

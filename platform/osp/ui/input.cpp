@@ -15,6 +15,9 @@
 // - The focus is the screen's. Only a keyboard brings it about, and what it does is done by the
 //   action alone: no finger is down, so nobody hears of a press.
 //
+// - A soft key's own key holds the control that was shown when it went down, and lets that act when
+//   it comes up.
+//
 // Releasing asks again whether the button may act (enabled, visible, finger inside): its listeners
 // heard of the release just before and may have changed that.
 #include "osp/ui/input.h"
@@ -80,6 +83,20 @@ void Act(Controls::Button& button) {
     ForEachListener(button, Access::ActionListeners(button), [&](IActionEventListener& l) {
         l.OnActionPerformed(button, button.GetActionId());
     });
+}
+
+/// Null when the form has none there that is shown.
+Controls::Button* ShownSoftkey(const Controls::Form& form, KeyCode keyCode) {
+    using enum Controls::SoftkeyPosition;
+    if (keyCode != KeyCode::kSoftKey0 && keyCode != KeyCode::kSoftKey1) return nullptr;
+    Controls::Button* const key =
+        Access::Softkey(form, keyCode == KeyCode::kSoftKey0 ? kLeft : kRight);
+    return key != nullptr && key->GetShowState() ? key : nullptr;
+}
+
+void PressSoftkey(Controls::Button& softkey) {
+    ShowPressed(softkey, false);
+    if (softkey.GetShowState() && Screen::Current().TakesInput(softkey)) Act(softkey);
 }
 
 void TellReleasedAndAct(Control& target, Graphics::Point position) {
@@ -161,7 +178,11 @@ void Input::KeyPress(KeyCode keyCode) {
     if (form == nullptr || Screen::Current().HasModal()) return;
     // A popup has the focus; the form may want to close it.
     if (Screen::Current().HasPopup() && keyCode != KeyCode::kBack) return;
-    heldKeys_.insert(keyCode);
+    std::optional<Target>& held = heldKeys_[keyCode];
+    if (Controls::Button* const softkey = ShownSoftkey(*form, keyCode)) {
+        held = Access::Weak(*softkey);
+        return ShowPressed(*softkey, true);
+    }
     ForEachListener(*form, Access::KeyListeners(*form),
                     [&](IKeyEventListener& l) { l.OnKeyPressed(*form, keyCode); });
 }
@@ -171,7 +192,13 @@ void Input::KeyRelease(KeyCode keyCode) {
         return Later([this, keyCode] { KeyRelease(keyCode); });
     }
     Controls::Form* const form = Screen::Current().GetCurrentForm();
-    if (heldKeys_.erase(keyCode) == 0 || form == nullptr) return;
+    const auto held = heldKeys_.extract(keyCode);
+    if (held.empty() || form == nullptr) return;
+    if (held.mapped()) {
+        auto* const softkey = dynamic_cast<Controls::Button*>(Locked(*held.mapped()));
+        if (softkey != nullptr) PressSoftkey(*softkey);
+        return;
+    }
     ForEachListener(*form, Access::KeyListeners(*form),
                     [&](IKeyEventListener& l) { l.OnKeyReleased(*form, keyCode); });
 }
@@ -199,6 +226,10 @@ void Input::LetGo() {
     if (Control* const target = Locked(target_)) ShowPressed(*target, false);
     target_.reset();
     isDown_ = false;
+    for (const auto& [keyCode, softkey] : heldKeys_) {
+        Control* const control = softkey ? Locked(*softkey) : nullptr;
+        if (control != nullptr) ShowPressed(*control, false);
+    }
     heldKeys_.clear();
     ++era_;
 }

@@ -2,8 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
-#include <set>
+#include <optional>
 #include <utility>
 
 #include <osp/graphics/point.h>
@@ -56,7 +57,7 @@ class Input : public Service<Input> {
     Target target_;  // what the finger went down on
     bool isDown_ = false;
     Graphics::Point last_;
-    std::set<KeyCode> heldKeys_;
+    std::map<KeyCode, std::optional<Target>> heldKeys_;  // the soft key, if one acts for it
     std::function<void()> letGo_;
     unsigned era_ = 0;  // counts how often everything was let go
 };

@@ -40,8 +40,9 @@ class Button : public Control {
 
   protected:
     bool IsPressed() const { return pressed_; }
-    /// The text in its font, colour and place.
-    result DrawText(Graphics::Canvas& canvas);
+    /// The text in its font and place, in its own colour or in another.
+    result DrawText(Graphics::Canvas& canvas) { return DrawText(canvas, textColor_); }
+    result DrawText(Graphics::Canvas& canvas, const Graphics::Color& color);
 
   private:
     friend class Osp::Ui::Access;
