@@ -49,30 +49,61 @@ void PaintVideo(cairo_t* context, const Controls::OverlayPanel& panel,
     cairo_restore(context);
 }
 
-void PaintTree(cairo_t* context, const cairo_region_t& damage, const Control& control,
-               Graphics::Point parent) {
-    if (!control.GetShowState()) return;
-    const Graphics::Rectangle area = control.GetBounds().MovedBy(parent.x, parent.y);
-    const cairo_rectangle_int_t rectangle{area.x, area.y, area.width, area.height};
-    const bool isTouched =
-        cairo_region_contains_rectangle(&damage, &rectangle) != CAIRO_REGION_OVERLAP_OUT;
-    if (isTouched) {
-        if (const auto* panel = dynamic_cast<const Controls::OverlayPanel*>(&control)) {
-            PaintVideo(context, *panel, area);
-        }
-        if (const auto& picture = Access::Picture(control)) {
-            cairo_set_source_surface(context, picture->Cairo(), area.x, area.y);
-            const bool isDimmed =
-                !control.IsEnabled() && dynamic_cast<const Controls::Button*>(&control);
-            cairo_paint_with_alpha(context, isDimmed ? kDisabledOpacity : 1.0);
-        }
+void PaintControl(cairo_t* context, const Control& control, const Graphics::Rectangle& area) {
+    if (const auto* panel = dynamic_cast<const Controls::OverlayPanel*>(&control)) {
+        PaintVideo(context, *panel, area);
     }
-    const auto* const container = dynamic_cast<const Container*>(&control);
-    if (container == nullptr) return;
-    for (const auto& child : Access::Children(*container)) {
-        PaintTree(context, damage, *child, {area.x, area.y});
-    }
+    const auto& picture = Access::Picture(control);
+    if (!picture) return;
+    cairo_set_source_surface(context, picture->Cairo(), area.x, area.y);
+    const bool isDimmed = !control.IsEnabled() && dynamic_cast<const Controls::Button*>(&control);
+    cairo_paint_with_alpha(context, isDimmed ? kDisabledOpacity : 1.0);
 }
+
+/// Goes through the trees from bottom to top.
+struct Painter {
+    cairo_t* context;
+    const cairo_region_t& damage;
+    const std::vector<const Control*>& outside;  // whose places are left transparent
+    bool paints;                                 // from the first of those on, if not before
+
+    void PaintRoots(const std::vector<Container*>& roots) {
+        for (const Container* root : roots) {
+            if (paints && dynamic_cast<const Controls::Popup*>(root) != nullptr) {
+                cairo_set_source_rgba(context, 0, 0, 0, kScrimOpacity);
+                cairo_paint(context);
+            }
+            PaintTree(*root, {});
+        }
+    }
+
+    void PaintTree(const Control& control, Graphics::Point parent) {
+        if (!control.GetShowState()) return;
+        const Graphics::Rectangle area = control.GetBounds().MovedBy(parent.x, parent.y);
+        if (std::ranges::count(outside, &control) != 0) {
+            Clear(area);
+            paints = true;
+        } else if (paints && IsTouched(area)) {
+            PaintControl(context, control, area);
+        }
+        const auto* const container = dynamic_cast<const Container*>(&control);
+        if (container == nullptr) return;
+        for (const auto& child : Access::Children(*container)) PaintTree(*child, {area.x, area.y});
+    }
+
+    bool IsTouched(const Graphics::Rectangle& area) const {
+        const cairo_rectangle_int_t rectangle{area.x, area.y, area.width, area.height};
+        return cairo_region_contains_rectangle(&damage, &rectangle) != CAIRO_REGION_OVERLAP_OUT;
+    }
+
+    void Clear(const Graphics::Rectangle& area) {
+        cairo_save(context);
+        cairo_set_operator(context, CAIRO_OPERATOR_CLEAR);
+        cairo_rectangle(context, area.x, area.y, area.width, area.height);
+        cairo_fill(context);
+        cairo_restore(context);
+    }
+};
 
 Graphics::CairoPointer ClippedTo(cairo_region_t& damage, Graphics::Surface& target) {
     Graphics::CairoPointer context(cairo_create(target.Cairo()));
@@ -100,13 +131,15 @@ void Paint(const std::vector<Container*>& roots, cairo_region_t& damage,
     const Graphics::CairoPointer context = ClippedTo(damage, target);
     cairo_set_source_rgb(context.get(), 0, 0, 0);
     cairo_paint(context.get());
-    for (const Container* root : roots) {
-        if (dynamic_cast<const Controls::Popup*>(root) != nullptr) {
-            cairo_set_source_rgba(context.get(), 0, 0, 0, kScrimOpacity);
-            cairo_paint(context.get());
-        }
-        PaintTree(context.get(), damage, *root, {});
-    }
+    Painter{context.get(), damage, {}, true}.PaintRoots(roots);
+}
+
+void PaintAbove(const std::vector<Container*>& roots, const std::vector<const Control*>& outside,
+                cairo_region_t& damage, Graphics::Surface& target) {
+    const Graphics::CairoPointer context = ClippedTo(damage, target);
+    Painter painter{context.get(), damage, outside, false};
+    painter.Clear({0, 0, target.GetDimension().width, target.GetDimension().height});
+    painter.PaintRoots(roots);
 }
 
 void PaintFocus(const Control& control, cairo_region_t& damage, Graphics::Surface& target) {

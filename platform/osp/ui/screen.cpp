@@ -88,6 +88,22 @@ void Screen::ShowKeyboard(bool shown) {
     DamageAll();
 }
 
+void Screen::SetForeground(bool foreground) {
+    foreground_ = foreground;
+    FollowOutside();
+}
+
+void Screen::FollowOutside() {
+    const int bottom = isKeyboardShown_ ? keyboard_->GetBounds().y : kSize.height;
+    // What lies above them is painted only where they are.
+    if (outside_.Follow({0, 0, kSize.width, bottom})) DamageAll();
+}
+
+OutsideView* Screen::GetTypedInto() const {
+    if (GetFocus() != nullptr || !foreground_) return nullptr;
+    return outside_.Find([this](const Control& control) { return TakesInput(control); });
+}
+
 void Screen::SetFocus(Control* control) {
     Control* const former = focus_.Get();
     if (former == control) return;
@@ -122,9 +138,12 @@ void Screen::DamageAll() {
 const Graphics::Surface& Screen::Compose() {
     const std::vector<Container*> roots = GetRoots();
     for (Container* root : roots) DrawPending(*root);
+    FollowOutside();
     const RegionOwner damage(std::exchange(damage_, RegionOwner(cairo_region_create())));
     Paint(roots, *damage, picture_);
-    if (const Control* const focus = GetFocus()) PaintFocus(*focus, *damage, picture_);
+    const Control* const focus = GetFocus();
+    if (focus != nullptr) PaintFocus(*focus, *damage, picture_);
+    outside_.PaintAbove(roots, focus, *damage);
     return picture_;
 }
 

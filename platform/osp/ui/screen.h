@@ -14,6 +14,7 @@
 #include "osp/base/owner.h"
 #include "osp/base/service.h"
 #include "osp/graphics/surface.h"
+#include "osp/ui/outside_views.h"
 
 namespace Osp::Ui {
 
@@ -68,7 +69,7 @@ class Screen : public Service<Screen> {
     /// It lies above everything, but not while a message box waits, which gets all input alone.
     bool IsKeyboardShown() const { return isKeyboardShown_; }
 
-    void SetForeground(bool foreground) { foreground_ = foreground; }
+    void SetForeground(bool foreground);
     bool IsForeground() const { return foreground_; }
 
     /// The control that the keyboard acts on; a ring is drawn on it. Null for none.
@@ -81,6 +82,12 @@ class Screen : public Service<Screen> {
     bool IsDamaged() const { return !cairo_region_is_empty(damage_.get()); }
     /// Brings the picture of the screen up to date. Valid until the next call.
     const Graphics::Surface& Compose();
+    /// What is shown on the screen beside the picture, whose places follow with each picture.
+    OutsideViews& GetOutsideViews() { return outside_; }
+    /// The view that the keys of a keyboard are for: its control takes input and no button has the
+    /// focus. Null when there is none.
+    OutsideView* GetTypedInto() const;
+
     /// Presents what has been drawn before it returns.
     void PresentNow();
 
@@ -95,6 +102,7 @@ class Screen : public Service<Screen> {
     using RegionOwner = Base::Owner<cairo_region_t, cairo_region_destroy>;
 
     void DamageAll();
+    void FollowOutside();
     bool TakesKeyboardInput() const { return isKeyboardShown_ && modals_.empty(); }
 
     Controls::Frame* frame_ = nullptr;      // not owned
@@ -107,6 +115,7 @@ class Screen : public Service<Screen> {
     bool foreground_ = false;
     Graphics::Surface picture_;
     RegionOwner damage_;
+    OutsideViews outside_;
 };
 
 }  // namespace Osp::Ui

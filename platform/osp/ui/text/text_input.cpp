@@ -15,6 +15,15 @@
 
 namespace Osp::Ui {
 
+namespace {
+
+bool IsThere(const Control& control) {
+    const Screen& screen = Screen::Current();
+    return screen.IsForeground() && control.IsVisible() && IsIn(control, screen.GetInputRoot());
+}
+
+}  // namespace
+
 TextInput::TextInput(std::string language) : language_(std::move(language)) {
     Input::Current().WatchLetGo([this] {
         if (keyboard_) keyboard_->LetGo();
@@ -31,32 +40,59 @@ TextInput::~TextInput() {
 }
 
 Controls::EditArea* TextInput::GetTarget() const {
-    Controls::EditArea* const area = target_.Get();
-    const Screen& screen = Screen::Current();
-    const bool isThere = area != nullptr && screen.IsForeground() && area->IsVisible() &&
-                         IsIn(*area, screen.GetInputRoot());
-    return isThere ? area : nullptr;
+    Control* const target = outside_ == nullptr ? Target() : nullptr;
+    return target != nullptr && IsThere(*target) ? dynamic_cast<Controls::EditArea*>(target)
+                                                 : nullptr;
 }
 
-void TextInput::Focus(Controls::EditArea& area, bool isByTouch) {
-    Controls::EditArea* const former = target_.Get();
-    if (former != &area) {
-        if (former != nullptr) former->RequestRedraw();
-        target_ = WeakControl(area);
-        area.RequestRedraw();
-    }
+Control* TextInput::GetOutsideTarget() const {
+    Control* const target = outside_ == nullptr ? nullptr : Target();
+    return target != nullptr && IsThere(*target) ? target : nullptr;
+}
+
+void TextInput::SetTarget(Control& control, OutsideField* field) {
+    Control* const former = Target();
+    if (former == &control && outside_ == field) return;
+    if (former != nullptr && outside_ == nullptr) former->RequestRedraw();
+    target_ = WeakControl(control);
+    outside_ = field;
+    if (field == nullptr) control.RequestRedraw();
+}
+
+void TextInput::ShowKeyboardFor(bool isByTouch) {
     if (isByTouch) isRealKeyboardUsed_ = false;
     isKeyboardWanted_ = !isRealKeyboardUsed_;
     UpdateKeyboard();
     Follow();
 }
 
+void TextInput::Focus(Controls::EditArea& area, bool isByTouch) {
+    SetTarget(area, nullptr);
+    ShowKeyboardFor(isByTouch);
+}
+
+void TextInput::FocusOutside(Control& control, OutsideField& field, bool isByTouch) {
+    // Behind a popup a page does not take the keyboard from it.
+    if (Screen::Current().HasPopup()) return;
+    SetTarget(control, &field);
+    ShowKeyboardFor(isByTouch);
+}
+
+void TextInput::LeaveOutside(const OutsideField& field) {
+    if (outside_ != &field) return;
+    Forget();
+}
+
 void TextInput::Refresh() {
-    Controls::EditArea* const area = target_.Get();
-    const bool isGone =
-        area == nullptr || !area->GetShowState() || !Screen::Current().IsOfApplication(*area);
-    if (!isGone) return;
+    const Control* const control = Target();
+    const bool isGone = control == nullptr || !control->GetShowState() ||
+                        !Screen::Current().IsOfApplication(*control);
+    if (isGone) Forget();
+}
+
+void TextInput::Forget() {
     target_ = {};
+    outside_ = nullptr;
     UpdateKeyboard();
     Follow();
 }
@@ -67,13 +103,13 @@ void TextInput::HideKeyboard() {
 }
 
 void TextInput::UseRealKeyboard() {
-    if (GetTarget() == nullptr) return;
+    if (GetTarget() == nullptr && GetOutsideTarget() == nullptr) return;
     isRealKeyboardUsed_ = true;
     HideKeyboard();
 }
 
 void TextInput::UpdateKeyboard() {
-    const bool isShown = target_.Get() != nullptr && isKeyboardWanted_;
+    const bool isShown = Target() != nullptr && isKeyboardWanted_;
     Screen& screen = Screen::Current();
     if (isShown && !keyboard_) {
         keyboard_ = std::make_unique<Keyboard>(language_);
@@ -94,10 +130,12 @@ void TextInput::Edit(Change change) {
 }
 
 void TextInput::Insert(const Base::String& text) {
+    if (GetOutsideTarget() != nullptr) return outside_->Insert(text);
     Edit([&](TextField& field) { field.Insert(text.Units()); });
 }
 
 void TextInput::Delete(TextEditor::Step step) {
+    if (GetOutsideTarget() != nullptr) return outside_->Delete(step);
     Edit([&](TextField& field) { field.Delete(step); });
 }
 
@@ -127,7 +165,7 @@ Graphics::Rectangle TextInput::GetCaret() const {
 }
 
 void TextInput::Changed(const Controls::EditArea& area) {
-    if (target_.Get() != &area) return;
+    if (Target() != &area) return;
     if (method_ != nullptr) method_->Abandon();
     Follow();
 }

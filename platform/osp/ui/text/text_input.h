@@ -28,6 +28,16 @@ class InputMethod {
     virtual void Abandon() = 0;
 };
 
+/// A text that is edited elsewhere than in an edit area: in a field of a page.
+class OutsideField {
+  public:
+    virtual ~OutsideField() = default;
+    /// In the place of the selection; a line end is Enter.
+    virtual void Insert(const Base::String& text) = 0;
+    /// The selection; without one, what `step` goes over.
+    virtual void Delete(TextEditor::Step step) = 0;
+};
+
 /// Loop thread only. What changes the text does nothing while nothing is edited.
 class TextInput : public Service<TextInput> {
   public:
@@ -40,11 +50,18 @@ class TextInput : public Service<TextInput> {
     /// Not owned; null takes it away.
     void SetMethod(InputMethod* method) { method_ = method; }
 
-    /// What is edited; null while that is not on the screen, or a message box waits above it.
+    /// The area that is edited; null while that is not on the screen, or a message box waits above
+    /// it.
     Controls::EditArea* GetTarget() const;
     /// With the screen's keyboard, unless a real one was used last. A finger on the area wants the
     /// screen's.
     void Focus(Controls::EditArea& area, bool isByTouch);
+    /// The same with a field that is shown by `control`. It is not owned and left before it ends.
+    void FocusOutside(Control& control, OutsideField& field, bool isByTouch);
+    void LeaveOutside(const OutsideField& field);
+    /// The control whose field is edited; null while that is not on the screen, or something lies
+    /// above it.
+    Control* GetOutsideTarget() const;
     /// Lets go of an area that is not on the screen any more.
     void Refresh();
     /// The user's wish; a touch on an area brings it back.
@@ -52,6 +69,7 @@ class TextInput : public Service<TextInput> {
 
     void Insert(const Base::String& text);
     void Delete(TextEditor::Step step);
+    // These are for areas only:
     void Move(CaretMove move, bool extend);
     void SelectAll();
     /// Empty without a selection.
@@ -71,11 +89,17 @@ class TextInput : public Service<TextInput> {
   private:
     template <class Change>
     void Edit(Change change);
+    /// What is written in, on the screen or not; null when there is nothing.
+    Control* Target() const { return target_.Get(); }
+    void SetTarget(Control& control, OutsideField* field);
+    void Forget();
+    void ShowKeyboardFor(bool isByTouch);
     void UpdateKeyboard();
     void Follow();
 
     std::string language_;
-    WeakControl<Controls::EditArea> target_;
+    WeakControl<Control> target_;
+    OutsideField* outside_ = nullptr;     // not owned; null while target_ is an edit area
     std::unique_ptr<Keyboard> keyboard_;  // null until first shown
     InputMethod* method_ = nullptr;       // not owned
     bool isKeyboardWanted_ = true;
