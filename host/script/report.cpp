@@ -16,6 +16,7 @@
 #include <osp/ui/controls/overlay_panel.h>
 #include <osp/ui/controls/panel.h>
 #include <osp/ui/controls/popup.h>
+#include <osp/web/controls/web.h>
 
 #include "host/cameras/camera_report.h"
 #include "osp/app/lifecycle.h"
@@ -58,7 +59,14 @@ const char* KindOf(const Control& control) {
     if (dynamic_cast<const Osp::Ui::Controls::OverlayPanel*>(&control)) return "overlay";
     if (dynamic_cast<const Osp::Ui::Controls::Panel*>(&control)) return "panel";
     if (dynamic_cast<const Osp::Ui::Controls::Form*>(&control)) return "form";
+    if (dynamic_cast<const Osp::Web::Controls::Web*>(&control)) return "web";
     return "control";
+}
+
+/// Without query and fragment, in which secrets stand.
+std::string AddressOf(const Osp::Web::Controls::Web& web) {
+    const std::string url = web.GetUrl().ToUtf8();
+    return url.substr(0, url.find_first_of("?#"));
 }
 
 Json Describe(const Control& control) {
@@ -70,9 +78,15 @@ Json Describe(const Control& control) {
     }
     json["bounds"] = {bounds.x, bounds.y, bounds.width, bounds.height};
     json["text"] = Osp::Ui::TextOf(control);
+    if (const auto* web = dynamic_cast<const Osp::Web::Controls::Web*>(&control)) {
+        json["url"] = AddressOf(*web);
+    }
     json["enabled"] = control.IsEnabled();
     if (&control == Osp::Ui::Screen::Current().GetFocus()) json["focused"] = true;
-    if (&control == Osp::Ui::TextInput::Current().GetTarget()) json["edited"] = true;
+    const auto& input = Osp::Ui::TextInput::Current();
+    if (&control == input.GetTarget() || &control == input.GetOutsideTarget()) {
+        json["edited"] = true;
+    }
     return json;
 }
 

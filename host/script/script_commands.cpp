@@ -150,7 +150,9 @@ std::string Joined(const Words& words, std::size_t first) {
 Steps Text(const Words& words) {
     return {ActionStep{[text = Osp::Base::String(Joined(words, 1))]() -> Outcome<> {
         auto& input = Osp::Ui::TextInput::Current();
-        if (input.GetTarget() == nullptr) return Failure{"no edit area has the focus"};
+        if (input.GetTarget() == nullptr && input.GetOutsideTarget() == nullptr) {
+            return Failure{"no edit area has the focus"};
+        }
         input.Insert(text);
         return kDone;
     }}};
