@@ -1,4 +1,4 @@
-// The clock and the loop on which everything else stands.
+// The clock, the loop and the chance on which everything else stands.
 #pragma once
 
 #include <memory>
@@ -6,6 +6,7 @@
 #include "host/options.h"
 #include "osp/base/clock.h"
 #include "osp/base/event_loop.h"
+#include "osp/base/randomness.h"
 
 namespace Host {
 
@@ -16,11 +17,15 @@ struct Time {
                     ? std::unique_ptr<Osp::Base::Clock>(new Osp::Base::VirtualClock)
                     : std::make_unique<Osp::Base::RealClock>()),
           loop(*clock),
-          installed(loop) {}
+          installed(loop),
+          randomness(*clock),
+          installedRandomness(randomness) {}
 
     std::unique_ptr<Osp::Base::Clock> clock;
     Osp::Base::EventLoop loop;
     Osp::Base::EventLoop::Installed installed;
+    Osp::Base::Randomness randomness;
+    Osp::Base::Randomness::Installed installedRandomness;
 };
 
 }  // namespace Host

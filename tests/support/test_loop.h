@@ -6,6 +6,7 @@
 
 #include "osp/base/clock.h"
 #include "osp/base/event_loop.h"
+#include "osp/base/randomness.h"
 
 namespace Osp::Testing {
 
@@ -42,6 +43,8 @@ class TestLoop : private Base::LoopDriver {
     Base::VirtualClock clock_;
     Base::EventLoop loop_{clock_};
     Base::EventLoop::Installed installed_{loop_};
+    Base::Randomness randomness_{clock_};
+    Base::Randomness::Installed installedRandomness_{randomness_};
     Base::TimePoint until_{0};
     bool isDone_ = false;
 };

@@ -19,7 +19,7 @@ class SecretKeyGenerator : public Base::Object {
     SecretKeyGenerator& operator=(const SecretKeyGenerator&) = delete;
 
     /// For keys of what remains of `keyBytes`, which may be nothing. kInvalidArgument for an
-    /// unconstructed buffer.
+    /// unconstructed buffer, kInvalidState when constructed already.
     result Construct(const Base::ByteBuffer& keyBytes);
     /// A new key, the caller's; null before construction.
     ISecretKey* GenerateN();
