@@ -25,6 +25,9 @@ enum class [[nodiscard]] result : std::uint32_t{
     kPermissionDenied = 0xA00005E2,
     kIo = 0xA00005E3,  ///< any other input or output error
     kDeviceBusy = 0xA0000A00,
+    kTimedOut = 0xA0000A01,
+    kNotConnected = 0xA0000A02,  ///< there is no such server, or no way to it
+    kUntrusted = 0xA0000A03,     ///< who the other side is cannot be verified
 };
 
 constexpr bool Succeeded(result r) {

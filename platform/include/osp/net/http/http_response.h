@@ -17,6 +17,7 @@ class HttpResponse {
     Base::ByteBuffer* ReadBodyN() const;
 
   private:
+    friend class Exchange;
     friend class HttpTransaction;
 
     HttpResponse() = default;

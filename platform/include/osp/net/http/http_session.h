@@ -1,6 +1,7 @@
 // Transactions with one server.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -10,9 +11,13 @@
 #include <osp/net/http/http_header.h>
 #include <osp/net/http/http_transaction.h>
 
+namespace Osp::Net {
+class CookieJar;
+}
+
 namespace Osp::Net::Http {
 
-/// Transactions one at a time, or one connection for several.
+/// A connection for each transaction, or one for several.
 enum class HttpSessionMode { kNormal = 0, kPipelining = 1 };
 
 /// Whether the session keeps cookies, and for how long: they end with the session.
@@ -22,7 +27,7 @@ enum class HttpCookieFlag { kNever = 0, kManual = 1, kEnabled = 2 };
 /// Deleting the session deletes its transactions, without a report. Loop thread only.
 class HttpSession : public Base::Object {
   public:
-    HttpSession() = default;
+    HttpSession();
     ~HttpSession() override;
     HttpSession(const HttpSession&) = delete;
     HttpSession& operator=(const HttpSession&) = delete;
@@ -35,16 +40,18 @@ class HttpSession : public Base::Object {
                      const Base::String& hostAddress, const HttpHeader* commonHeader,
                      HttpCookieFlag cookieFlag);
 
-    /// A new transaction, the caller's to delete before the session ends it; null before
-    /// construction.
+    /// A new transaction, which the caller may delete and the session deletes with itself; null
+    /// before construction.
     HttpTransaction* OpenTransactionN();
 
   private:
+    friend class Exchange;
     friend class HttpTransaction;
 
     std::string hostAddress_;  // empty before construction
     HttpHeader commonHeader_;
     HttpCookieFlag cookieFlag_ = HttpCookieFlag::kNever;
+    std::unique_ptr<CookieJar> cookies_;          // null before the first that wants it
     std::vector<HttpTransaction*> transactions_;  // those that have not been deleted
 };
 

@@ -30,23 +30,25 @@ class HttpTransaction : public Base::Object {
     HttpRequest& GetRequest() { return request_; }
     const HttpResponse& GetResponse() const { return response_; }
 
-    /// Sends the request; how it goes is reported from the loop. kInvalidState without a URI, when
-    /// submitted already and when the device has no network at all; kInvalidArgument when reports
-    /// of writing are wanted and "Content-Length" is no decimal number.
+    /// Sends the request; how it goes is reported from the loop, also that the device has no
+    /// network (kUnsupported) or that a body may not go there in the clear (kPermissionDenied).
+    /// kInvalidState without a URI and when submitted already. kInvalidArgument, sending nothing,
+    /// for a GET with a body, and for a "Content-Length" that is no decimal number, less than has
+    /// been written or, without reports of writing, more; a body needs none without reports.
     result Submit();
 
   private:
     friend class HttpSession;
     friend class Exchange;
 
-    HttpTransaction(HttpSession& session, std::string hostAddress);
+    explicit HttpTransaction(HttpSession& session);
 
-    HttpSession* session_;  // not owned; null when it has ended
+    HttpSession& session_;                               // deletes this when it ends
     IHttpTransactionEventListener* listener_ = nullptr;  // not owned
     HttpRequest request_;
     HttpResponse response_;
     bool reportsReadyToWrite_ = false;
-    std::unique_ptr<Exchange> exchange_;  // null before Submit and after the end
+    std::unique_ptr<Exchange> exchange_;  // null before Submit
 };
 
 }  // namespace Osp::Net::Http

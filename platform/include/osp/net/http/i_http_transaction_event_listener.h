@@ -22,8 +22,9 @@ class IHttpTransactionEventListener {
                                            int recommendedBytes) = 0;
     /// The server has answered, with success or not.
     virtual void OnTransactionCompleted(HttpSession& session, HttpTransaction& transaction) = 0;
-    /// There is no answer: no connection, no trust in the server, time over, an answer that is too
-    /// large or none at all.
+    /// There is no answer: kNotConnected, kUntrusted, kTimedOut (10 s for the connection, 30 s
+    /// without a byte), kOutOfRange for one that is too large, kInvalidFormat for one that is none,
+    /// kIo for one that breaks off, kOutOfMemory, or what Submit says.
     virtual void OnTransactionAborted(HttpSession& session, HttpTransaction& transaction,
                                       result reason) = 0;
 };
