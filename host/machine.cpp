@@ -7,7 +7,9 @@
 
 #include <osp/ui/controls/message_box.h>
 
+#include "host/application_library.h"
 #include "host/cameras/camera_sources.h"
+#include "host/http_module.h"
 #include "host/product.h"
 #include "host/script/report.h"
 #include "host/sound_module.h"
@@ -46,6 +48,22 @@ void Tell(const char* text) {
     std::fprintf(stderr, "kivo-camera: %s\n", text);
 }
 
+/// Those of the package's own file are not worth ending for: a camera is no less without them.
+Outcome<Services> FindServices(const std::string& chosen) {
+    if (!chosen.empty()) return ReadServices(chosen);
+    const Outcome<Services> own = ReadServices(PackageFolder() + "/share/kivo-camera/services.ini");
+    if (own) return own;
+    Tell(own.Why().message.c_str());
+    return Services{};
+}
+
+std::unique_ptr<Osp::Net::Transport> MakeTransport(const Osp::Net::Trust& trust) {
+    auto transport = LoadTransport({.trust = trust});
+    if (transport) return std::move(*transport);
+    Tell(transport.Why().message.c_str());
+    return nullptr;
+}
+
 void ShowNotice(const char* text) {
     Osp::Ui::Controls::MessageBox box;
     const result r = box.Construct("", text, Osp::Ui::Controls::MessageBoxStyle::kOk, kNoticeMs);
@@ -57,6 +75,13 @@ void ShowNotice(const char* text) {
 Outcome<std::unique_ptr<Machine>> Machine::Make(const Options& options,
                                                 const std::string& resourceFolder) {
     Parts parts;
+    auto services = FindServices(options.services);
+    if (!services) return services.Why();
+    parts.services = std::move(*services);
+    if (!options.authorities.empty()) {
+        const Outcome<> check = CheckAuthorities(options.authorities);
+        if (!check) return check.Why();
+    }
     parts.time = std::make_unique<Time>(options.clock);
     parts.modules = std::make_unique<CameraModules>();
     auto cameras = MakeCameras(options.primary, options.secondary,
@@ -84,6 +109,8 @@ Machine::Machine(const Options& options, Parts parts)
       sounds_(MakeSoundOutput(options)),
       device_([this] { return cameras_->Count(); }),
       textInput_(options.clock == ClockKind::kVirtual ? "" : UserLanguage()),
+      services_(std::move(parts.services.hosts)),
+      network_({options.authorities, parts.services.isPlainHttpAllowed}, MakeTransport),
       lifecycle_(settings_) {
     lifecycle_.WatchForeground(
         [this](bool isForeground) { cameras_->SetForeground(isForeground); });

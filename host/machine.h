@@ -9,13 +9,16 @@
 #include "host/mail_hand_over.h"
 #include "host/options.h"
 #include "host/outcome.h"
+#include "host/services.h"
 #include "host/time.h"
 #include "osp/app/lifecycle.h"
 #include "osp/app/registry_file.h"
+#include "osp/app/service_hosts.h"
 #include "osp/content/content_store.h"
 #include "osp/io/storage_map.h"
 #include "osp/media/camera/camera_service.h"
 #include "osp/media/sound/sound_service.h"
+#include "osp/net/network.h"
 #include "osp/system/device.h"
 #include "osp/ui/input.h"
 #include "osp/ui/screen.h"
@@ -30,7 +33,8 @@ using EntryFunction = int (*)(int argc, char** argv);
 /// thread that makes it is the loop thread.
 class Machine {
   public:
-    /// Fails when a camera source is wrong or another process uses the data folder.
+    /// Fails when a camera source or a file that an option names is wrong, or another process uses
+    /// the data folder.
     /// `resourceFolder` holds the files of "/Res".
     static Outcome<std::unique_ptr<Machine>> Make(const Options& options,
                                                   const std::string& resourceFolder);
@@ -51,6 +55,7 @@ class Machine {
         std::unique_ptr<Osp::Media::CameraService> cameras;
         std::unique_ptr<Osp::Io::StorageMap> storage;
         result prepared{};
+        Services services;
     };
 
     Machine(const Options& options, Parts parts);
@@ -79,6 +84,10 @@ class Machine {
     Osp::Ui::Input::Installed installedInput_{input_};
     Osp::Ui::TextInput textInput_;
     Osp::Ui::TextInput::Installed installedTextInput_{textInput_};
+    Osp::App::ServiceHosts services_;
+    Osp::App::ServiceHosts::Installed installedServices_{services_};
+    Osp::Net::Network network_;
+    Osp::Net::Network::Installed installedNetwork_{network_};
     MailHandOver mail_;
     Osp::App::MailProgram::Installed installedMail_{mail_};
     Osp::App::Lifecycle lifecycle_;

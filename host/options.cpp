@@ -21,7 +21,9 @@ namespace {
 struct Raw {
     Raw() = default;
     ~Raw() {
-        for (gchar* text : {clock, data, primary, secondary, script}) g_free(text);
+        for (gchar* text : {authorities, clock, data, primary, secondary, script, services}) {
+            g_free(text);
+        }
     }
     Raw(const Raw&) = delete;
     Raw& operator=(const Raw&) = delete;
@@ -33,11 +35,13 @@ struct Raw {
     gboolean json = FALSE;
     gboolean help = FALSE;
     gboolean version = FALSE;
+    gchar* authorities = nullptr;
     gchar* clock = nullptr;
     gchar* data = nullptr;
     gchar* primary = nullptr;
     gchar* secondary = nullptr;
     gchar* script = nullptr;
+    gchar* services = nullptr;
 };
 
 std::optional<std::string> Text(const gchar* text) {
@@ -75,6 +79,8 @@ Outcome<Options> Interpret(const Raw& raw) {
     options.dataFolder = Text(raw.data).value_or("");
     options.primary = Text(raw.primary).value_or("auto");
     options.secondary = Text(raw.secondary).value_or("auto");
+    options.services = Text(raw.services).value_or("");
+    options.authorities = Text(raw.authorities).value_or("");
     options.script = Text(raw.script);
     if (options.script && IsFolder(*options.script)) {
         return Failure{"the script " + *options.script + " is a folder"};
@@ -96,7 +102,7 @@ Outcome<Options> Interpret(const Raw& raw) {
     return options;
 }
 
-using Entries = std::array<GOptionEntry, 13>;
+using Entries = std::array<GOptionEntry, 15>;
 
 Entries MakeEntries(Raw& raw, const std::string& primaryHelp) {
     return {{
@@ -108,6 +114,10 @@ Entries MakeEntries(Raw& raw, const std::string& primaryHelp) {
         {"primary", 0, 0, G_OPTION_ARG_STRING, &raw.primary, primaryHelp.c_str(), "SOURCE"},
         {"secondary", 0, 0, G_OPTION_ARG_STRING, &raw.secondary, "Front camera, likewise",
          "SOURCE"},
+        {"services", 0, 0, G_OPTION_ARG_FILENAME, &raw.services,
+         "Where the services to share with are, instead of the package's own file", "FILE"},
+        {"ca", 0, 0, G_OPTION_ARG_FILENAME, &raw.authorities,
+         "Trust the authorities in FILE (PEM) beside the system's", "FILE"},
         {"clock", 0, 0, G_OPTION_ARG_STRING, &raw.clock,
          "real, or virtual: only a script moves time", "KIND"},
         {"script", 0, 0, G_OPTION_ARG_FILENAME, &raw.script,

@@ -18,6 +18,8 @@ struct Options {
     std::string dataFolder;        // empty: the user's own folders
     std::string primary = "auto";  // camera sources
     std::string secondary = "auto";
+    std::string services;               // a file; empty: the package's
+    std::string authorities;            // a file of trusted authorities; empty: the system's alone
     std::optional<std::string> script;  // a file, or "-" for standard input
 };
 
