@@ -150,5 +150,19 @@ TEST(Program, EndsWhenAFileThatItIsGivenIsWrong) {
     EXPECT_EQ(ended.exitCode, 0) << ended.errors;
 }
 
+TEST(Program, LoadsNothingForServersUntilOneIsAsked) {
+    const TemporaryFolder folder;
+    Kivo::Testing::CameraProgram program(
+        {"--headless", "--data", folder / "data", "--script", "-"});
+    program.Send("print screen");
+    EXPECT_NE(program.ReadLine(), "");
+    const std::string maps =
+        Osp::Testing::ReadText("/proc/" + std::to_string(program.Id()) + "/maps");
+    EXPECT_NE(maps.find("libosp.so"), std::string::npos);
+    for (const char* library : {"libkivo-http", "libcurl", "libssl", "libgnutls"}) {
+        EXPECT_EQ(maps.find(library), std::string::npos) << library;
+    }
+}
+
 }  // namespace
 }  // namespace Host

@@ -2,7 +2,7 @@
 """Starts the servers that the camera shares with, on this machine, until it is interrupted.
 
   peers.py --serve          for a person: says how to start the camera with them
-  peers.py                  for a program: one line of JSON with ports and paths; ends with its input
+  peers.py                  for a program: a line of JSON with ports and paths; ends with its input
 """
 import argparse
 import json

@@ -1,4 +1,4 @@
-"""An authority made on the spot, and certificates for this machine: a good one and some bad ones."""
+"""An authority made on the spot, and certificates for this machine: a good one and bad ones."""
 import pathlib
 import ssl
 import subprocess

@@ -66,7 +66,8 @@ class Service:
         self.sessions.discard(self._session(request))
         form = dict(forms.parse_pairs(request.body.decode()))
         if form.get("answer") != "allow":
-            return Answer(302, headers=[("Location", self._success() + "?error_reason=user_denied")])
+            denied = self._success() + "?error_reason=user_denied"
+            return Answer(302, headers=[("Location", denied)])
         require(form.get("user") and form.get("password"), "user name and password are missing")
         token = secrets.token_hex(TOKEN_SIZE // 2)
         self.accept(token)
