@@ -17,6 +17,7 @@
 #include "host/script/script_driver.h"
 #include "host/script/script_file.h"
 #include "host/script/show_recorder.h"
+#include "host/web_module.h"
 #include "host/window_module.h"
 
 namespace Host {
@@ -65,6 +66,8 @@ int RunApplication(const Options& options, Machine& machine, EntryFunction entry
         if (!opened) return Fail(opened.Why());
         window = std::move(*opened);
     }
+    WebModule web(window.get(), {});
+    const Osp::Web::WebEngine::Installed installedWeb(web);
     ShowRecorder recorder(window ? &window->GetPresenter() : nullptr);
 
     ScriptQueue queue;

@@ -5,10 +5,12 @@
 #include <memory>
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include "backends/window/accessible_names.h"
 #include "backends/window/screen_saver.h"
 #include "backends/window/texture.h"
+#include "backends/window/widget_layer.h"
 #include "backends/window/window.h"
 #include "backends/window/window_input.h"
 #include "osp/app/lifecycle.h"
@@ -59,6 +61,14 @@ class GtkScreenWindow : public Window, public Presenter {
     void FrameWanted() override;
     void PresentNow() override;
 
+    void AddWidget(GtkWidget* widget, std::function<void(double)> scaled) override {
+        widgets_.Add(widget, std::move(scaled));
+    }
+    void PlaceWidget(GtkWidget* widget, const Graphics::Rectangle& place) override {
+        widgets_.Place(widget, place);
+    }
+    void RemoveWidget(GtkWidget* widget) override { widgets_.Remove(widget); }
+
   private:
     void UpdatePicture();
     void WatchSurface();
@@ -67,6 +77,7 @@ class GtkScreenWindow : public Window, public Presenter {
 
     GtkWindow* window_;
     GtkWidget* picture_;
+    WidgetLayer widgets_;
     std::unique_ptr<WindowInput> input_;
     std::unique_ptr<AccessibleNames> names_;
     ScreenSaver screenSaver_;
@@ -76,7 +87,7 @@ class GtkScreenWindow : public Window, public Presenter {
 };
 
 GtkScreenWindow::GtkScreenWindow(bool isFullscreen)
-    : window_(GTK_WINDOW(gtk_window_new())), picture_(gtk_picture_new()) {
+    : window_(GTK_WINDOW(gtk_window_new())), picture_(gtk_picture_new()), widgets_(picture_) {
     gtk_window_set_title(window_, "KIVO Camera");
     const GdkRectangle bounds = isFullscreen ? FirstMonitor() : kOwnSize;
     gtk_window_set_default_size(window_, bounds.width, bounds.height);
@@ -87,8 +98,8 @@ GtkScreenWindow::GtkScreenWindow(bool isFullscreen)
     gtk_style_context_add_provider_for_display(gdk_display_get_default(), GTK_STYLE_PROVIDER(style),
                                                GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
     g_object_unref(style);
-    gtk_window_set_child(window_, picture_);
-    input_ = std::make_unique<WindowInput>(window_, picture_);
+    gtk_window_set_child(window_, widgets_.GetWidget());
+    input_ = std::make_unique<WindowInput>(window_, widgets_.GetWidget());
     names_ = std::make_unique<AccessibleNames>(picture_);
     System::Device::Current().SetKeepScreenOnFunction(
         [this](bool keepOn) { screenSaver_.Inhibit(keepOn); });
@@ -171,9 +182,10 @@ void GtkScreenWindow::FrameWanted() {
 }
 
 void GtkScreenWindow::UpdatePicture() {
-    GdkTexture* const texture = MakeTexture(Screen::Current().Compose());
+    GdkTexture* const texture = MakeTexture(Screen::Current().Compose(), Opacity::kOpaque);
     gtk_picture_set_paintable(GTK_PICTURE(picture_), GDK_PAINTABLE(texture));
     g_object_unref(texture);
+    widgets_.ScreenChanged();
     names_->ScreenChanged();
 }
 

@@ -18,6 +18,9 @@ class Letterbox {
           left_((windowWidth - screen.width * scale_) / 2),
           top_((windowHeight - screen.height * scale_) / 2) {}
 
+    /// Pixels of the window for one of the screen.
+    double Scale() const { return scale_; }
+
     /// The screen pixel under a place in the window; outside the screen's area, one beside it.
     Graphics::Point ToScreen(double x, double y) const {
         if (scale_ <= 0) return {-1, -1};

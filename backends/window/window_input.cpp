@@ -38,6 +38,10 @@ bool IsConfirmation(guint keyval) {
     return keyval == GDK_KEY_space || keyval == GDK_KEY_Return || keyval == GDK_KEY_KP_Enter;
 }
 
+bool IsTab(guint keyval) {
+    return keyval == GDK_KEY_Tab || keyval == GDK_KEY_ISO_Left_Tab;
+}
+
 KeyCode CodeOf(guint keyval) {
     if (IsConfirmation(keyval)) return KeyCode::kCamera;
     for (const auto& [key, code] : kKeys) {
@@ -60,6 +64,8 @@ WindowInput::WindowInput(GtkWindow* window, GtkWidget* picture)
                          return static_cast<WindowInput*>(self)->OnEvent(event);
                      }),
                      this);
+    // Before the widgets that lie over the picture.
+    gtk_event_controller_set_propagation_phase(pointer, GTK_PHASE_CAPTURE);
     gtk_widget_add_controller(picture_, pointer);
 
     GtkEventController* const keys = gtk_event_controller_key_new();
@@ -99,19 +105,38 @@ bool WindowInput::IsTracked(GdkEvent* event) const {
     return isDown_ && gdk_event_get_event_sequence(event) == sequence_;
 }
 
+bool WindowInput::IsForView(GdkEvent* event) const {
+    const Screen& screen = Screen::Current();
+    const Control* const control = screen.FindTouchableAt(ScreenPoint(event));
+    return control != nullptr && control->IsEnabled() &&
+           screen.GetOutsideViews().Of(*control) != nullptr;
+}
+
+gboolean WindowInput::OnPress(GdkEvent* event) {
+    if (isDown_) return TRUE;
+    if (IsForView(event)) {
+        // Whoever has a finger on the screen needs no ring.
+        Post([] { Screen::Current().SetFocus(nullptr); });
+        return FALSE;
+    }
+    isDown_ = true;
+    sequence_ = gdk_event_get_event_sequence(event);
+    Post([p = ScreenPoint(event)] { Input::Current().Press(p); });
+    return TRUE;
+}
+
 gboolean WindowInput::OnEvent(GdkEvent* event) {
+    // What a widget has opened beside itself, such as a menu, is its own.
+    if (gdk_event_get_surface(event) != gtk_native_get_surface(GTK_NATIVE(window_))) return FALSE;
     const GdkEventType type = gdk_event_get_event_type(event);
     switch (type) {
         case GDK_BUTTON_PRESS:
-            if (gdk_button_event_get_button(event) != GDK_BUTTON_PRIMARY) return FALSE;
+            if (gdk_button_event_get_button(event) != GDK_BUTTON_PRIMARY) return !IsForView(event);
             [[fallthrough]];
-        case GDK_TOUCH_BEGIN: {
-            if (isDown_) return TRUE;
-            isDown_ = true;
-            sequence_ = gdk_event_get_event_sequence(event);
-            Post([p = ScreenPoint(event)] { Input::Current().Press(p); });
-            return TRUE;
-        }
+        case GDK_TOUCH_BEGIN:
+            return OnPress(event);
+        case GDK_SCROLL:
+            return !IsForView(event);
         case GDK_MOTION_NOTIFY:
         case GDK_TOUCH_UPDATE:
             if (IsTracked(event)) Post([p = ScreenPoint(event)] { Input::Current().Move(p); });
@@ -133,17 +158,38 @@ gboolean WindowInput::OnEvent(GdkEvent* event) {
     }
 }
 
+// The keys that lead away from a page stay the phone's.
+bool WindowInput::IsForView(guint keyval) const {
+    if (Screen::Current().GetTypedInto() == nullptr) return false;
+    if (IsTab(keyval)) return TextInput::Current().GetOutsideTarget() != nullptr;
+    const KeyCode code = CodeOf(keyval);
+    return code == KeyCode::kNone || code == KeyCode::kLeft || code == KeyCode::kRight ||
+           IsConfirmation(keyval);
+}
+
+gboolean WindowInput::LeaveKey(GdkEvent* event) {
+    const bool types = gdk_event_get_event_type(event) == GDK_KEY_PRESS &&
+                       gdk_key_event_is_modifier(event) == FALSE;
+    if (types) {
+        Post([] { TextInput::Current().UseRealKeyboard(); });
+    }
+    return FALSE;
+}
+
 gboolean WindowInput::OnKey(GtkEventController* keys, guint keyval, bool isPress) {
-    if (keyval == GDK_KEY_Tab || keyval == GDK_KEY_ISO_Left_Tab) {
+    // A key of the phone's that went down before must come up there.
+    const KeyCode code = CodeOf(keyval);
+    const bool isHeld = !isPress && code != KeyCode::kNone && code == keyDown_;
+    GdkEvent* const event = gtk_event_controller_get_current_event(keys);
+    if (!isHeld && IsForView(keyval)) return LeaveKey(event);
+    if (IsTab(keyval)) {
         const bool backward = keyval == GDK_KEY_ISO_Left_Tab;
         if (isPress) Post([backward] { Input::Current().FocusNext(backward); });
         return TRUE;
     }
-    // A key of the camera's that went down before must come up there.
-    const KeyCode code = CodeOf(keyval);
-    const bool isHeld = !isPress && code != KeyCode::kNone && code == keyDown_;
-    if (!isHeld && text_.TakeKey(gtk_event_controller_get_current_event(keys))) return TRUE;
-    if (code == KeyCode::kNone) return FALSE;
+    if (!isHeld && text_.TakeKey(event)) return TRUE;
+    // What lies above a view keeps its keys from it.
+    if (code == KeyCode::kNone) return gtk_window_get_focus(window_) != nullptr;
     if (isPress) {
         if (keyDown_ == code) return TRUE;  // the keyboard's own repetition
         keyDown_ = code;

@@ -14,7 +14,8 @@ namespace Osp::Ui {
 /// Everything is posted to the loop as a system event, in the order of arrival.
 class WindowInput {
   public:
-    /// Neither widget is owned; both outlive this object. `picture` shows the screen, letterboxed.
+    /// Neither widget is owned; both outlive this object. `picture` shows the screen, letterboxed,
+    /// and holds the widgets that lie over it: what is meant for outside views goes on to them.
     WindowInput(GtkWindow* window, GtkWidget* picture);
 
     /// What is held down is let go: its end may happen where the window does not hear of it.
@@ -25,6 +26,10 @@ class WindowInput {
     gboolean OnKey(GtkEventController* keys, guint keyval, bool isPress);
     Graphics::Point ScreenPoint(GdkEvent* event) const;
     bool IsTracked(GdkEvent* event) const;
+    bool IsForView(GdkEvent* event) const;
+    bool IsForView(guint keyval) const;
+    gboolean OnPress(GdkEvent* event);
+    gboolean LeaveKey(GdkEvent* event);
 
     GtkWindow* window_;
     GtkWidget* picture_;

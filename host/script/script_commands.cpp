@@ -12,6 +12,7 @@
 
 #include <osp/base/integer.h>
 
+#include "host/script/page_pictures.h"
 #include "host/script/report.h"
 #include "host/script/show_recorder.h"
 #include "osp/app/lifecycle.h"
@@ -267,7 +268,15 @@ Steps RecordShows(const Words& words, const CommandContext& context) {
 }
 
 Steps Screenshot(const Words& words) {
-    return {ActionStep{[path = words[1]] { return SaveScreenshot(path); }}};
+    const auto plain = [](void (*task)()) {
+        return ActionStep{[task] {
+            task();
+            return kDone;
+        }};
+    };
+    // The loop waits for the pages before it asks for the next step.
+    return {plain(TakePagePictures), ActionStep{[path = words[1]] { return SaveScreenshot(path); }},
+            plain(DropPagePictures)};
 }
 
 Steps Live(void (*task)(Lifecycle&)) {

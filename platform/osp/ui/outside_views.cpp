@@ -59,6 +59,8 @@ bool OutsideViews::Follow(const Graphics::Rectangle& limit) {
         entry.view->Place(place);
         hasMoved = true;
     }
+    // Painted anew, and transparent where no view is any more.
+    if (hasMoved) above_.reset();
     return hasMoved;
 }
 

@@ -32,7 +32,8 @@ class OutsideViews {
     OutsideView* Find(const std::function<bool(const Control&)>& answers) const;
     OutsideView* Of(const Control& control) const;
 
-    /// Tells the views where they are now, within `limit`. Returns whether any has a new place.
+    /// Tells the views where they are now, within `limit`. Returns whether any has a new place; then
+    /// all of the picture above has to be painted.
     bool Follow(const Graphics::Rectangle& limit);
 
     /// Brings that picture up to date inside `damage`, which is in screen pixels.
@@ -51,7 +52,7 @@ class OutsideViews {
     };
 
     std::vector<Entry> entries_;
-    std::unique_ptr<Graphics::Surface> above_;  // null before the first place
+    std::unique_ptr<Graphics::Surface> above_;  // null until painted for the present places
     unsigned paintings_ = 0;
 };
 

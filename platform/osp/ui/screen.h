@@ -84,6 +84,7 @@ class Screen : public Service<Screen> {
     const Graphics::Surface& Compose();
     /// What is shown on the screen beside the picture, whose places follow with each picture.
     OutsideViews& GetOutsideViews() { return outside_; }
+    const OutsideViews& GetOutsideViews() const { return outside_; }
     /// The view that the keys of a keyboard are for: its control takes input and no button has the
     /// focus. Null when there is none.
     OutsideView* GetTypedInto() const;

@@ -19,6 +19,7 @@ class Page : private WebViewClient, private Ui::ITouchEventListener {
   public:
     /// `control` owns the page.
     explicit Page(Web& control);
+    static Page& Of(const Web& control) { return *control.page_; }
     ~Page() override;
     Page(const Page&) = delete;
     Page& operator=(const Page&) = delete;
