@@ -4,6 +4,7 @@
 // button that cancels. Who clears it: the button, the share form with how it ended, and going to
 // the background, which is how the e-mail program's coming and going looks from here.
 #include <algorithm>
+#include <cassert>
 #include <memory>
 #include <utility>
 
@@ -163,7 +164,7 @@ void AlbumForm::SendByMail() {
 }
 
 void AlbumForm::DeleteCurrent() {
-    if (!isDeleteShown_ || IsEmpty()) return;
+    assert(isDeleteShown_ && !IsEmpty());
     const result r = Delete(photo_.path);
     CloseSheets();
     shareForm_->ClearShareMessage();

@@ -33,6 +33,7 @@ TEST(PhotoInformation, ComesFromTheDescription) {
                  {",1X", ",1X", "1600 x 960", false},
                  {"HDR,1X", "HDR", "1X 1600 x 960", false},
                  {"An HDR", "An HDR", "1600 x 960", false},
+                 {"xHDR,1X", "xHDR", "1X 1600 x 960", false},
                  {"a,HDR", "a", "1600 x 960", true}};
     for (const auto& c : cases) {
         EXPECT_EQ(TitleOf(c.description), c.title);

@@ -1,9 +1,11 @@
 // The album, used with one finger, and what other programs do to its photographs meanwhile.
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 
 #include "app/model/action_ids.h"
+#include "osp/ui/screen.h"
 #include "tests/support/choosing.h"
 #include "tests/support/pictures/jpeg.h"
 
@@ -40,6 +42,14 @@ class AlbumTest : public testing::Test {
         const json screen = phone_->Screen();
         return screen["controls"].back()["text"];
     }
+    /// The lowest of the three colours on the screen.
+    int BrightnessAt(Spot spot) {
+        return phone_->On([spot] {
+            const auto& screen = Osp::Ui::Screen::Current().Compose();
+            const auto* const pixel = screen.Data() + spot.y * screen.StrideBytes() + spot.x * 4;
+            return std::min({int{pixel[0]}, int{pixel[1]}, int{pixel[2]}});
+        });
+    }
     std::string PathOf(int number) const { return Images() + "/" + Name(number); }
     std::string Images() const { return folder_ / "Media/Images"; }
     static std::string Name(int number) { return "KIVO000" + std::to_string(number) + ".jpg"; }
@@ -65,6 +75,8 @@ TEST_F(AlbumTest, TurnsOverTellsDeletesAndGoesBackToTheCamera) {
     Photograph(3);
     Open();
     EXPECT_EQ(Seen(), "KIVO0002.jpg, 3 / 3");
+    phone_->Do({Tap(kPhoto), Tap(kShareButton), "wait 50", "key back"});
+    EXPECT_EQ(Seen(), "KIVO0002.jpg, 3 / 3") << "a sheet takes the information away";
     (void)phone_->Sounds();
     Swipe(true);
     EXPECT_TRUE(phone_->Sounds().empty()) << "the newest is the last";
@@ -72,7 +84,9 @@ TEST_F(AlbumTest, TurnsOverTellsDeletesAndGoesBackToTheCamera) {
     EXPECT_EQ(Seen(), "KIVO0002.jpg, 3 / 3") << "neither a tap nor a swipe";
     phone_->Do(Tap(kPhoto));
     EXPECT_EQ(Seen(), "KIVO0002.jpg, 3 / 3, KIVO (Normal), 1X 1280 x 960, 01/01/2026 12:00");
-    Swipe(false);
+    phone_->Do({"key left", "wait 20"});
+    EXPECT_EQ(Seen(), "KIVO0002.jpg, 3 / 3") << "without the information";
+    phone_->Wait(150);
     EXPECT_EQ(phone_->Sounds(), std::vector<std::string>{"/Res/snd_change_album.wav"});
     EXPECT_EQ(Seen(), "KIVO0001.jpg, 2 / 3");
     phone_->Do({"key left", "wait 150", "key left", "wait 150"});
@@ -92,7 +106,9 @@ TEST_F(AlbumTest, TurnsOverTellsDeletesAndGoesBackToTheCamera) {
 }
 
 TEST_F(AlbumTest, ShowsWhatIsNoPhotographAsBroken) {
-    Put(0, Jpeg(64, 64).substr(0, 3071));
+    std::string small = EncodeJpeg(RandomPicture(64, 64, Look::kGradient, 1));
+    small.resize(3071);  // whole; what follows a picture does no harm
+    Put(0, small);
     Put(1, std::string(4000, 'x'));
     Put(2, Jpeg(400, 300).substr(0, 20000));
     Put(3, JpegClaiming(Jpeg(400, 300), 60000, 60000));
@@ -118,10 +134,12 @@ TEST_F(AlbumTest, ShowsWhatIsNoPhotographAsBroken) {
         phone_->Do(Tap(kPhoto));
         EXPECT_TRUE(Seen().ends_with("BROKEN"));
     }
+    small.resize(3072);
+    Put(0, small);
     Swipe(true);
-    Swipe(true);
-    Swipe(true);
-    Swipe(true);
+    Swipe(false);
+    EXPECT_EQ(Seen(), "KIVO0000.jpg, 1 / 7") << "large enough";
+    for (int i = 0; i < 4; ++i) Swipe(true);
     phone_->Do({Tap(kTrashButton), "wait 50", Tap(kDeleteButton), "wait 50",
                 "expect text could not be deleted", Tap(kNoticeButton), "wait 50"});
     EXPECT_EQ(Seen(), "KIVO0004.jpg, 5 / 7, BROKEN") << "a folder is not deleted";
@@ -136,11 +154,13 @@ TEST_F(AlbumTest, ShowsPhotographsThatOthersChangeOrTakeAway) {
     Begin();
     Open();
     phone_->Wait(200);
-    Put(1, Jpeg(480, 640));
+    const std::string white = EncodeJpeg(Picture(480, 640, 0xFF));
+    Put(1, white);
     fs::remove(PathOf(0));
     Swipe(false);
+    EXPECT_GT(BrightnessAt(kPhoto), 250) << "not what was decoded ahead";
     phone_->Do(Tap(kPhoto));
-    EXPECT_NE(Seen().find("480 x 640"), std::string::npos) << "not what was decoded ahead";
+    EXPECT_NE(Seen().find("480 x 640"), std::string::npos) << Seen();
     Swipe(false);
     EXPECT_EQ(Seen(), "KIVO0000.jpg, 1 / 3, BROKEN");
     phone_->Do({Tap(kTrashButton), "wait 50", Tap(kDeleteButton), "wait 50"});
@@ -170,6 +190,16 @@ TEST_F(AlbumTest, AsksToSignInAndForAMessageBeforeItShares) {
         EXPECT_TRUE(phone_->Button(kActionCancelShare).is_null()) << "nothing is being sent";
     }
     phone_->Do("expect text could not be shared");
+}
+
+TEST_F(AlbumTest, GoesBackFromTheMessageToThePhotograph) {
+    Put(0, Jpeg(400, 300));
+    Begin({{"TW_TOKEN", "a"}});
+    Open();
+    phone_->Do({Tap(kShareButton), "wait 50", Tap(kTwitterRow), "wait 50", "text Hello", "key back",
+                "wait 50"});
+    EXPECT_TRUE(phone_->Button(kActionMessageDone).is_null());
+    LeaveForm(*phone_);
 }
 
 class MailTest : public AlbumTest {
@@ -207,6 +237,15 @@ TEST_F(MailTest, SaysWhenItFails) {
     Send();
     phone_->Do({"expect text could not be started", Tap(kNoticeButton), Tap(kPhoto), "wait 50"});
     EXPECT_NE(Seen().find("400 x 300"), std::string::npos) << Seen();
+}
+
+TEST_F(MailTest, IsReadyAgainWhenThePhotographIsGone) {
+    Install("exit 0");
+    Begin();
+    Open();
+    fs::remove(PathOf(0));
+    phone_->Do({Tap(kShareButton), "wait 50", Tap(kMailRow), "wait 200", Tap(kTrashButton),
+                "expect text Delete this picture"});
 }
 
 TEST_F(MailTest, SaysWhenThereIsNone) {
