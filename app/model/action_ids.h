@@ -33,9 +33,12 @@ enum ActionId : int {
     kActionShareFacebook = 1017,
     kActionMessageDone = 1020,
     kActionMessageCancelled = 1021,
+    kActionClose = 1014,  ///< of the pages of the web
+    kActionMoreOfWall = 1022,
     kActionOpenShare = 1030,
     kActionOpenDelete = 1031,
     kActionOpenWall = 1032,
+    kActionShareOutcomeSeen = 1033,
     kActionFirstResolution = 1050,  ///< and the five that follow
 };
 
