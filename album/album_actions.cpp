@@ -1,8 +1,9 @@
 // What the column and the sheets do.
 //
 // A photograph that is being sent keeps the album busy, which refuses every touch but that of the
-// button that cancels. Who clears it: the button, the share form with how it ended, and going to
-// the background, which is how the e-mail program's coming and going looks from here.
+// button that cancels. Who clears it: the button, the share form with how it ended or by coming
+// back from it, and going to the background, which is how the e-mail program's coming and going
+// looks from here.
 #include <algorithm>
 #include <cassert>
 #include <memory>
@@ -68,6 +69,9 @@ void AlbumForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
         case kActionOpenDelete:
             if (!isBlocked) OpenDelete();
             break;
+        case kActionOpenWall:
+            if (!isBlocked) OpenWall();
+            break;
         case kActionEmail:
             SendByMail();
             break;
@@ -76,6 +80,7 @@ void AlbumForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
             break;
         case kActionKeep:
         case kActionCancelShare:
+        case kActionShareOutcomeSeen:
             Cancel();
             break;
         case kActionShareTwitter:
@@ -121,28 +126,23 @@ void AlbumForm::OpenDelete() {
 void AlbumForm::CloseSheets() {
     isShareShown_ = false;
     isDeleteShown_ = false;
-    (void)shareSheet_->SetShowState(false);
-    (void)deleteSheet_->SetShowState(false);
+    for (AlbumSheet* const sheet : {shareSheet_, deleteSheet_, outcomeSheet_}) {
+        (void)sheet->SetShowState(false);
+    }
 }
 
+// The background has ended the busy state of an upload, but not the upload.
 void AlbumForm::Cancel() {
-    if (isBusy_) {
+    if (isBusy_ || progressSheet_->GetShowState()) {
         (void)shareForm_->SendUserEvent(kRequestShareCancelled, nullptr);
         isBusy_ = false;
+        sharing_.clear();
     } else {
         CloseSheets();
     }
     shareForm_->ClearShareMessage();
     SetProgressShown(false);
     Refresh();
-}
-
-void AlbumForm::SetProgressShown(bool shown) {
-    if (shown) {
-        Reveal(*progressSheet_);
-    } else {
-        (void)progressSheet_->SetShowState(false);
-    }
 }
 
 // Busy until the application comes back from the background, which it does without an e-mail
@@ -176,70 +176,6 @@ void AlbumForm::DeleteCurrent() {
     index_ = std::clamp(index_, 0, std::max(0, static_cast<int>(names_.size()) - 1));
     loader_.Clear();
     LoadCurrent();
-}
-
-void AlbumForm::ShareWith(bool isTwitter) {
-    const String token = isTwitter ? shareForm_->GetTwToken() : shareForm_->GetFbToken();
-    isBusy_ = true;
-    CloseSheets();
-    SetProgressShown(true);
-    Refresh();
-    if (!token.IsEmpty()) {
-        return AskForMessage(isTwitter ? kRequestTwitterShare : kRequestFacebookShare);
-    }
-    if (Osp::Failed(frame_->SetCurrentForm(shareForm_))) return;
-    (void)AskShareForm(isTwitter ? kRequestTwitterSignInToShare : kRequestFacebookSignInToShare,
-                       true);
-    (void)shareForm_->Show();
-    (void)shareForm_->Draw();
-}
-
-void AlbumForm::AskForMessage(long request) {
-    pendingRequest_ = request;
-    (void)messageArea_->Clear();
-    (void)message_.SetShowState(true);
-    (void)message_.Show();
-    (void)message_.Draw();
-}
-
-void AlbumForm::ShareWithMessage() {
-    (void)message_.SetShowState(false);
-    isBusy_ = true;
-    SetProgressShown(true);
-    Refresh();
-    shareForm_->SetShareMessage(messageArea_->GetText());
-    // The photograph of a sign-in was handed over with it.
-    (void)AskShareForm(pendingRequest_, pendingRequest_ != kRequestTwitterPin);
-}
-
-void AlbumForm::CancelMessage() {
-    isBusy_ = false;
-    CloseSheets();
-    SetProgressShown(false);
-    (void)message_.SetShowState(false);
-    shareForm_->ClearShareMessage();
-    Refresh();
-}
-
-result AlbumForm::AskShareForm(long request, bool withPhotograph) {
-    if (!withPhotograph) return shareForm_->SendUserEvent(request, nullptr);
-    auto arguments = std::make_unique<Osp::Base::Collection::ArrayList>();
-    auto path = std::make_unique<String>(photo_.path);
-    result r = arguments->Construct(1);
-    if (Osp::Succeeded(r)) r = arguments->Add(path.get());
-    if (Osp::Failed(r)) return r;
-    (void)path.release();  // the list's receiver deletes both
-    return shareForm_->SendUserEvent(request, arguments.release());
-}
-
-void AlbumForm::FinishShare(long requestId) {
-    isBusy_ = false;
-    SetProgressShown(false);
-    if (IsEmpty()) return;
-    if (requestId == kRequestShared) shared_.insert(names_[static_cast<std::size_t>(index_)]);
-    Refresh();
-    if (requestId == kRequestShared) Tell("Your picture has been shared.");
-    if (requestId >= kRequestFacebookFailed) Tell("The picture could not be shared.");
 }
 
 }  // namespace Kivo

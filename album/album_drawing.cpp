@@ -165,8 +165,6 @@ void AlbumForm::Refresh() {
     const auto [back, share, wall, trash] = column_;
     (void)share->SetEnabled(!IsEmpty() && !photo_.isBroken);
     (void)trash->SetEnabled(!IsEmpty());
-    // There is no photo wall yet.
-    (void)wall->SetEnabled(false);
     String name;
     if (IsEmpty()) {
         name = "No photos yet";

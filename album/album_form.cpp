@@ -13,10 +13,9 @@
 #include <osp/media/image.h>
 
 #include "album/album_list.h"
-#include "album/album_sheet.h"
 #include "app/model/action_ids.h"
 #include "app/model/request_ids.h"
-#include "share/sns_share_form.h"
+#include "share/wall/kivo_wall_form.h"
 #include "ui/leaving.h"
 
 namespace Kivo {
@@ -24,15 +23,10 @@ namespace Kivo {
 using Osp::Base::String;
 using Osp::Graphics::Bitmap;
 using Osp::Graphics::Font;
-using Osp::Graphics::Rectangle;
 
 namespace {
 
 constexpr const char* kSound = "/Res/snd_change_album.wav";
-constexpr int kSheetRadius = 22;
-constexpr int kPillRadius = 27;
-constexpr int kTitleSize = 34;
-constexpr int kNameSize = 27;
 
 std::vector<std::string> ListFolder(const String& folder) {
     std::vector<std::string> names;
@@ -131,86 +125,6 @@ result AlbumForm::AddColumn() {
     return result::kSuccess;
 }
 
-result AlbumForm::AddSheets() {
-    result r = AddSheet(shareSheet_, {182, 62, 360, 366}, kSheetRadius);
-    if (Osp::Succeeded(r)) r = FillShareSheet();
-    if (Osp::Succeeded(r)) r = AddSheet(deleteSheet_, {132, 122, 460, 240}, kSheetRadius);
-    if (Osp::Succeeded(r)) r = FillDeleteSheet();
-    if (Osp::Succeeded(r)) r = AddSheet(progressSheet_, {217, 160, 290, 56}, kPillRadius);
-    if (Osp::Succeeded(r)) r = FillProgressSheet();
-    return Osp::Failed(r) ? r : FillMessage();
-}
-
-result AlbumForm::AddSheet(AlbumSheet*& sheet, const Rectangle& place, int radius) {
-    auto created = std::make_unique<AlbumSheet>();
-    result r = created->Construct(place, radius);
-    if (Osp::Succeeded(r)) r = AddControl(created.get());
-    if (Osp::Succeeded(r)) sheet = created.release();
-    return r;
-}
-
-result AlbumForm::FillShareSheet() {
-    using Kind = SheetButtonKind;
-    if (!shareSheet_->AddCentredLine({182, 81, 360, kTitleSize}, "Share this picture",
-                                     kTitleSize)) {
-        return result::kOutOfMemory;
-    }
-    const struct {
-        Kind kind;
-        int y;
-        const char* text;
-        Bitmap icon;
-        int actionId;
-    } rows[] = {{Kind::kPaper, 128, "Twitter", pictures_.twitter, kActionShareTwitter},
-                {Kind::kPaper, 200, "Facebook", pictures_.facebook, kActionShareFacebook},
-                {Kind::kPaper, 272, "E-mail", pictures_.mail, kActionEmail},
-                {Kind::kInk, 348, "Cancel", {}, kActionCancelShare}};
-    for (const auto& row : rows) {
-        const result r = AddSheetButton(*shareSheet_, row.kind, {206, row.y, 312, 64}, row.text,
-                                        row.icon, row.actionId, *this);
-        if (Osp::Failed(r)) return r;
-    }
-    return result::kSuccess;
-}
-
-result AlbumForm::FillDeleteSheet() {
-    deleteThumbnail_ =
-        deleteSheet_->AddLine({160, 150, 130, 78}, "", Osp::Graphics::kFontStylePlain, kNameSize);
-    deleteName_ =
-        deleteSheet_->AddLine({312, 193, 268, 34}, "", Osp::Graphics::kFontStylePlain, kNameSize);
-    const auto* const question = deleteSheet_->AddLine({312, 155, 268, 42}, "Delete this picture?",
-                                                       Osp::Graphics::kFontStyleBold, kTitleSize);
-    if (!deleteThumbnail_ || !deleteName_ || !question) return result::kOutOfMemory;
-    const result r = AddSheetButton(*deleteSheet_, SheetButtonKind::kRed, {156, 262, 200, 76},
-                                    "Delete", {}, kActionDelete, *this);
-    return Osp::Failed(r) ? r
-                          : AddSheetButton(*deleteSheet_, SheetButtonKind::kPaper,
-                                           {368, 262, 200, 76}, "Keep", {}, kActionKeep, *this);
-}
-
-result AlbumForm::FillProgressSheet() {
-    constexpr int kPillTextSize = 41;
-    if (!progressSheet_->AddCentredLine({217, 167, 290, 42}, "Sending\u2026", kPillTextSize)) {
-        return result::kOutOfMemory;
-    }
-    return AddSheetButton(*progressSheet_, SheetButtonKind::kInk, {262, 248, 200, 76}, "Cancel", {},
-                          kActionCancelShare, *this);
-}
-
-result AlbumForm::FillMessage() {
-    result r = message_.Construct("Enter message", {480, 310});
-    auto area = std::make_unique<Osp::Ui::Controls::EditArea>();
-    if (Osp::Succeeded(r)) r = area->Construct({22, 56, 436, 154});
-    if (Osp::Succeeded(r)) r = message_.AddControl(area.get());
-    if (Osp::Failed(r)) return r;
-    messageArea_ = area.release();
-    r = AddSheetButton(message_, SheetButtonKind::kRed, {80, 220, 150, 80}, "Done", {},
-                       kActionMessageDone, *this);
-    return Osp::Failed(r) ? r
-                          : AddSheetButton(message_, SheetButtonKind::kPaper, {250, 220, 150, 80},
-                                           "Cancel", {}, kActionMessageCancelled, *this);
-}
-
 result AlbumForm::OnTerminating() {
     loader_.Clear();
     return timer_.Cancel();
@@ -220,9 +134,7 @@ result AlbumForm::OnTerminating() {
 void AlbumForm::OnKeyPressed(const Osp::Ui::Control&, Osp::Ui::KeyCode keyCode) {
     switch (keyCode) {
         case Osp::Ui::KeyCode::kBack:
-            if (message_.GetShowState()) return CancelMessage();
-            if (isBusy_ || isShareShown_ || isDeleteShown_) return Cancel();
-            if (!isSliding_) (void)ReturnToMainForm(true);
+            if (!isSliding_) GoBack();
             break;
         case Osp::Ui::KeyCode::kLeft:
             if (!IsBlocked()) Swipe(false);
@@ -235,10 +147,33 @@ void AlbumForm::OnKeyPressed(const Osp::Ui::Control&, Osp::Ui::KeyCode keyCode) 
     }
 }
 
+void AlbumForm::GoBack() {
+    if (message_.GetShowState()) return CancelMessage();
+    if (isBusy_ || IsSheetShown()) return Cancel();
+    (void)ReturnToMainForm(true);
+}
+
+// The album holds it from then on, as long as it lasts itself.
+void AlbumForm::OpenWall() {
+    KivoWallForm* wall = wall_.Get();
+    if (wall == nullptr) {
+        auto made = std::make_unique<KivoWallForm>();
+        result r = made->Construct(frame_, this);
+        if (Osp::Succeeded(r)) r = frame_->AddControl(made.get());
+        if (Osp::Failed(r)) return;
+        wall = made.release();
+        wall_ = Osp::Ui::WeakControl<KivoWallForm>(*wall);
+    }
+    if (Osp::Failed(frame_->SetCurrentForm(wall))) return;
+    (void)wall->Draw();
+    (void)wall->Show();
+}
+
 bool AlbumForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::IList* args) {
     Form::OnUserEventReceivedN(requestId, args);
     switch (requestId) {
         case kRequestBackground:
+            // A photograph that is being uploaded goes on, and its sheet with it.
             isBusy_ = false;
             // The finger is off the screen, and nobody will tell of its release.
             ForgetTouch();
@@ -247,6 +182,7 @@ bool AlbumForm::OnUserEventReceivedN(long requestId, Osp::Base::Collection::ILis
             BuildList();
             return true;
         case kRequestBecameCurrent:
+            EndSignIn();
             RequestRedraw();
             return true;
         case kRequestFacebookShare:
@@ -301,6 +237,7 @@ String AlbumForm::PathOf(const std::string& name) const {
 result AlbumForm::ReturnToMainForm(bool notify) {
     names_.clear();
     bitmap_ = Bitmap();
+    if (KivoWallForm* const wall = wall_.Get()) (void)frame_->RemoveControl(*wall);
     return LeaveForMainForm(*frame_, *mainForm_, *this,
                             notify ? std::optional(kRequestReturnFromAlbum) : std::nullopt);
 }

@@ -20,6 +20,7 @@
 #include <osp/ui/i_action_event_listener.h>
 #include <osp/ui/i_key_event_listener.h>
 #include <osp/ui/i_touch_event_listener.h>
+#include <osp/ui/weak_control.h>
 
 #include "album/album_loader.h"
 #include "album/album_pictures.h"
@@ -29,12 +30,14 @@
 namespace Kivo {
 
 class AlbumSheet;
+class KivoWallForm;
 class SnsShareForm;
 
 /// Shows one photograph at a time, the newest first. A swipe turns over, a tap tells about the
 /// photograph; it can be shared, sent and deleted. Sources: album_form.cpp (construction, the list,
-/// the way back), album_touch.cpp (touches and the slide), album_drawing.cpp, album_actions.cpp
-/// (what the panels do). Loop thread only.
+/// the way back), album_sheets.cpp (what lies over the photograph), album_touch.cpp (touches and
+/// the slide), album_drawing.cpp, album_actions.cpp (what the panels do), album_sharing.cpp (how a
+/// photograph is shared). Loop thread only.
 class AlbumForm : public Osp::Ui::Controls::Form,
                   public Osp::Ui::IActionEventListener,
                   public Osp::Ui::IKeyEventListener,
@@ -86,20 +89,26 @@ class AlbumForm : public Osp::Ui::Controls::Form,
     result ConstructFonts();
     result OpenSound();
     result AddColumn();
-    result AddSheets();
-    result AddSheet(AlbumSheet*& sheet, const Osp::Graphics::Rectangle& place, int radius);
-    result FillShareSheet();
-    result FillDeleteSheet();
-    result FillProgressSheet();
-    result FillMessage();
+    void GoBack();
+    void OpenWall();
     void BuildList();
     void LoadCurrent();
     void PrepareNeighbours();
     Osp::Base::String PathOf(const std::string& name) const;
     bool IsEmpty() const { return names_.empty(); }
 
+    // album_sheets.cpp
+    result AddSheets();
+    result AddSheet(AlbumSheet*& sheet, const Osp::Graphics::Rectangle& place, int radius);
+    result FillShareSheet();
+    result FillDeleteSheet();
+    result FillProgressSheet();
+    result FillOutcomeSheet();
+    result FillMessage();
+
     // album_touch.cpp
-    bool IsBlocked() const { return isBusy_ || isSliding_ || isShareShown_ || isDeleteShown_; }
+    bool IsBlocked() const { return isBusy_ || isSliding_ || IsSheetShown(); }
+    bool IsSheetShown() const;
     void Tap();
     void Swipe(bool isForward);
     void EndSlide();
@@ -124,12 +133,18 @@ class AlbumForm : public Osp::Ui::Controls::Form,
     void Cancel();
     void SendByMail();
     void DeleteCurrent();
+
+    // album_sharing.cpp
+    struct Outcome;
     void ShareWith(bool isTwitter);
+    void SignIn(bool isTwitter);
     void SetProgressShown(bool shown);
     void AskForMessage(long request);
     void ShareWithMessage();
     void CancelMessage();
     result AskShareForm(long request, bool withPhotograph);
+    /// Back from a sign-in, however that ended.
+    void EndSignIn();
     void FinishShare(long requestId);
 
     Osp::Ui::Controls::Frame* frame_ = nullptr;    // not owned
@@ -149,9 +164,15 @@ class AlbumForm : public Osp::Ui::Controls::Form,
     Osp::Ui::Controls::Label* deleteThumbnail_ = nullptr;
     Osp::Ui::Controls::Label* deleteName_ = nullptr;
     AlbumSheet* progressSheet_ = nullptr;
+    AlbumSheet* outcomeSheet_ = nullptr;
+    Osp::Ui::Controls::Label* outcomeTitle_ = nullptr;
+    Osp::Ui::Controls::Label* outcomeAdvice_ = nullptr;
     Osp::Ui::Controls::Popup message_;
     Osp::Ui::Controls::EditArea* messageArea_ = nullptr;  // the popup's
     long pendingRequest_ = 0;                             // of the message that is being written
+    bool isSigningIn_ = false;                            // in the share form
+    std::string sharing_;                      // name of what is being uploaded; empty: none
+    Osp::Ui::WeakControl<KivoWallForm> wall_;  // made when it is first wanted; goes with the album
 
     const char* folder_ = kPhoneFolder;  // of the list
     std::vector<std::string> names_;     // the oldest first
