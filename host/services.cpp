@@ -111,9 +111,9 @@ bool LooksLikeCertificate(const std::string& base64) {
 Outcome<Services> ParseServices(std::string_view text) {
     const KeyFile file(g_key_file_new());
     GError* error = nullptr;
-    const bool isRead =
-        text.find('\0') == std::string_view::npos &&
-        g_key_file_load_from_data(file.get(), text.data(), text.size(), G_KEY_FILE_KEEP_TRANSLATIONS, &error);
+    const bool isRead = text.find('\0') == std::string_view::npos &&
+                        g_key_file_load_from_data(file.get(), text.data(), text.size(),
+                                                  G_KEY_FILE_KEEP_TRANSLATIONS, &error);
     const Owner<GError, g_error_free> owned(error);
     if (!isRead) return Failure{error != nullptr ? error->message : "it is no text"};
     const Outcome<> names = CheckNames(file.get());

@@ -33,8 +33,10 @@ microseconds Now() {
     return microseconds(g_get_monotonic_time());
 }
 
-bool IsBlank(const std::string& value) {
-    return value.find_first_not_of(' ') == std::string::npos;
+std::string EntryOf(const std::string& name, const std::string& value) {
+    const bool isBlank = value.find_first_not_of(' ') == std::string::npos;
+    std::string entry(name);
+    return isBlank ? entry.append(";") : entry.append(": ").append(value);
 }
 
 result ResultOf(CURLcode code) {
@@ -122,7 +124,7 @@ void CurlTransfer::SetHeader(const Net::OutgoingRequest& request) {
     });
     if (!hasType) Append(fields_, (std::string(kContentType) + ":").c_str());
     for (const auto& [name, value] : request.fields) {
-        Append(fields_, IsBlank(value) ? (name + ";").c_str() : (name + ": " + value).c_str());
+        Append(fields_, EntryOf(name, value).c_str());
     }
     CURL* const easy = easy_.get();
     curl_easy_setopt(easy, CURLOPT_HTTPHEADER, fields_.get());
