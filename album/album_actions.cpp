@@ -80,8 +80,10 @@ void AlbumForm::OnActionPerformed(const Osp::Ui::Control&, int actionId) {
             break;
         case kActionKeep:
         case kActionCancelShare:
-        case kActionShareOutcomeSeen:
             Cancel();
+            break;
+        case kActionShareOutcomeSeen:
+            CloseSheets();
             break;
         case kActionShareTwitter:
             ShareWith(true);

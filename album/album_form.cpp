@@ -13,6 +13,7 @@
 #include <osp/media/image.h>
 
 #include "album/album_list.h"
+#include "album/album_sheet.h"
 #include "app/model/action_ids.h"
 #include "app/model/request_ids.h"
 #include "share/wall/kivo_wall_form.h"
@@ -149,6 +150,7 @@ void AlbumForm::OnKeyPressed(const Osp::Ui::Control&, Osp::Ui::KeyCode keyCode) 
 
 void AlbumForm::GoBack() {
     if (message_.GetShowState()) return CancelMessage();
+    if (outcomeSheet_->GetShowState()) return CloseSheets();
     if (isBusy_ || IsSheetShown()) return Cancel();
     (void)ReturnToMainForm(true);
 }

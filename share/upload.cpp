@@ -83,18 +83,20 @@ result SnsShareForm::SubmitUpload(std::span<const Field> fields, const char* fil
 // as if the connection had broken.
 void SnsShareForm::OnTransactionReadyToWrite(HttpSession&, HttpTransaction& transaction,
                                              int recommendedBytes) {
-    if (!IsUploading() || !photo_) return;
+    if (!IsUploading()) return;
     if (Osp::Succeeded(WriteMore(transaction, recommendedBytes))) return;
     EndCall();
     TellMainForm(kRequestShareCancelled);
 }
 
 result SnsShareForm::WriteMore(HttpTransaction& transaction, int recommendedBytes) {
+    if (!photo_) return result::kInvalidState;
     ByteBuffer part;
     result r = part.Construct(recommendedBytes);
     if (Osp::Failed(r)) return r;
     r = photo_->Read(part);
     if (r == result::kEndOfFile) {
+        photo_.reset();  // nothing is asked for after the boundary, unless the file has shrunk
         const std::unique_ptr<ByteBuffer> last(body_->GetLastBoundaryN());
         return last ? transaction.GetRequest().WriteBody(*last) : result::kOutOfMemory;
     }

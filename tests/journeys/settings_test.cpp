@@ -157,7 +157,7 @@ TEST_F(SettingsTest, FollowACardThatComesAndGoes) {
     EXPECT_FALSE(Has("EXT_MEMORY"));
 }
 
-TEST_F(SettingsTest, SignOutAndDoNotPretendToSignIn) {
+TEST_F(SettingsTest, SignOutAndOpenTheSignInThatCanBeClosed) {
     Begin({{"TW_TOKEN", "a"}, {"TW_TOKEN_SECRET", "b"}, {"FB_TOKEN", "c"}});
     EXPECT_TRUE(IsOn(kTwitterToggle));
     EXPECT_TRUE(IsOn(kFacebookToggle));
@@ -165,7 +165,8 @@ TEST_F(SettingsTest, SignOutAndDoNotPretendToSignIn) {
     EXPECT_EQ(Saved().find("TOKEN"), std::string::npos) << "both of Twitter's, at once";
     for (const Spot toggle : {kTwitterToggle, kFacebookToggle}) {
         EXPECT_FALSE(IsOn(toggle));
-        phone_->Do({Tap(toggle), "wait 100", "expect form SettingForm"});
+        phone_->Do({Tap(toggle), "wait 100", "expect form SnsShareForm", "key soft1", "wait 50",
+                    "expect form SettingForm"});
         EXPECT_FALSE(IsOn(toggle));
     }
     LeaveForm(*phone_);

@@ -58,7 +58,7 @@ class UploadBodyTest : public testing::Test {
     Osp::Testing::TemporaryFolder folder_;
     const std::filesystem::path images_ = std::filesystem::path(folder_.Path()) / "Media/Images";
     Osp::Io::StorageMap storage_{
-        {.product = {}, .dataFolder = folder_.Path(), .resourceFolder = ""}};
+        {.product = {"test", "test", "test"}, .dataFolder = folder_.Path(), .resourceFolder = ""}};
     Osp::Io::StorageMap::Installed installed_{storage_};
 };
 

@@ -60,8 +60,8 @@ std::string Result(const std::string& link, const std::string& thumbnail) {
 }
 
 TEST(WallPage, IsTheMosaicWithAnItemPerCell) {
-    const std::vector<WallItem> items{{"http://A/", "https://A.png"},
-                                      {"http://B/", "https://B.png"}};
+    const std::vector<WallItem> items{{"http://B/", "https://B.png"},
+                                      {"http://A/", "https://A.png"}};
     int next = 10;  // mosaic 4, then the items in turn
     const String page = ComposeWall(items, [&] { return next++; });
     EXPECT_EQ(page.ToUtf8(), std::string(kHead) + kMosaic + kFoot);
