@@ -147,6 +147,10 @@ TEST_F(HttpFaultsTest, AnswerBeforeTheEndOfTheBodyCounts) {
             };
             Run(upload);
             heard_.then = nullptr;
+            // A connection that is closed with something unread in it is reset, and that may reach
+            // the sender before the answer does.
+            const bool mayBeLost = fault.contains("close_request_after") && !fault.contains("keep");
+            if (mayBeLost && Ended() == Aborted(result::kIo)) continue;
             EXPECT_EQ(Ended(), "completed " + std::to_string(kind["status"].get<int>())) << fault;
             EXPECT_EQ(heard_.body, "too large") << fault;
         }
