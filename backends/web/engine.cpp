@@ -3,10 +3,10 @@
 #include <optional>
 #include <string>
 
+#include "backends/web/authorities.h"
 #include "backends/web/page_view.h"
 #include "backends/web/private_folder.h"
 #include "backends/web/sandbox.h"
-#include "backends/web/trust.h"
 #include "backends/web/web_module.h"
 
 namespace Osp::Web {
@@ -16,7 +16,7 @@ namespace {
 class Engine : public WebEngine {
   public:
     Engine(Ui::Window& window, const EngineOptions& options)
-        : window_(window), trust_(options.authorityFile) {}
+        : window_(window), authorities_(options.authorityFile) {}
 
     ~Engine() override {
         if (context_) RemoveSandboxTraces();
@@ -33,12 +33,12 @@ class Engine : public WebEngine {
             PrivateFolder::RemoveOrphans();
             context_.reset(webkit_web_context_new());
         }
-        return std::make_unique<PageView>(window_, context_.get(), trust_, client);
+        return std::make_unique<PageView>(window_, context_.get(), authorities_, client);
     }
 
   private:
     Ui::Window& window_;
-    Trust trust_;
+    Authorities authorities_;
     std::optional<std::string> whyNoSandbox_;                // once tried
     Base::Owner<WebKitWebContext, g_object_unref> context_;  // null before the first view
 };

@@ -12,6 +12,10 @@ constexpr guint kLeavingMs = 100;
 constexpr const char* kWorld = "kivo";  // where our scripts run
 constexpr const char* kHandler = "field";
 
+// What the script says.
+constexpr int kLeft = 0;
+constexpr int kTouched = 2;  // entered, or entered again, with a finger
+
 constexpr const char* kWatchScript = R"js((() => {
     const typed = /^(|text|password|email|search|tel|url|number)$/;
     const isField = (e) => !!e && !e.readOnly && !e.disabled &&
@@ -22,17 +26,19 @@ constexpr const char* kWatchScript = R"js((() => {
         while (e && e.shadowRoot && e.shadowRoot.activeElement) e = e.shadowRoot.activeElement;
         return e;
     };
-    const post = (edits) => window.webkit.messageHandlers.field.postMessage(edits);
+    let touched = false;
     let told = false;
-    const tell = (again) => {
-        const edits = isField(active());
-        if (edits !== told || (edits && again)) post(edits);
+    const tell = (edits, again) => {
+        if (edits !== told || again)
+            window.webkit.messageHandlers.field.postMessage(!edits ? 0 : touched ? 2 : 1);
         told = edits;
     };
-    addEventListener('focusin', () => tell(false), true);
-    addEventListener('focusout', () => { if (told) post(told = false); }, true);
-    addEventListener('click', () => tell(true), true);
-    addEventListener('pagehide', () => { if (told) post(told = false); }, true);
+    addEventListener('keydown', () => { touched = false; }, true);
+    addEventListener('pointerdown', () => { touched = true; }, true);
+    addEventListener('click', () => { if (isField(active())) tell(true, touched); }, true);
+    addEventListener('focusin', () => tell(isField(active()), false), true);
+    addEventListener('focusout', () => tell(false, false), true);
+    addEventListener('pagehide', () => tell(false, false), true);
     addEventListener('resize', () => {
         if (isField(active())) active().scrollIntoView({block: 'nearest'});
     });
@@ -59,14 +65,14 @@ constexpr const char* kEnterScript = R"js((() => {
 
 }  // namespace
 
-FieldWatch::FieldWatch(WebKitUserContentManager* content, std::function<void()> entered,
+FieldWatch::FieldWatch(WebKitUserContentManager* content, std::function<void(bool)> entered,
                        std::function<void()> left)
     : content_(WEBKIT_USER_CONTENT_MANAGER(g_object_ref(content))),
       entered_(std::move(entered)),
       left_(std::move(left)) {
     g_signal_connect(content_, "script-message-received::field",
                      G_CALLBACK(+[](WebKitUserContentManager*, JSCValue* value, gpointer self) {
-                         static_cast<FieldWatch*>(self)->OnMessage(jsc_value_to_boolean(value));
+                         static_cast<FieldWatch*>(self)->OnMessage(jsc_value_to_int32(value));
                      }),
                      this);
     webkit_user_content_manager_register_script_message_handler(content_, kHandler, kWorld);
@@ -84,11 +90,11 @@ FieldWatch::~FieldWatch() {
     g_object_unref(content_);
 }
 
-void FieldWatch::OnMessage(bool isEdited) {
+void FieldWatch::OnMessage(int message) {
     if (leaving_ != 0) g_source_remove(std::exchange(leaving_, 0));
-    if (isEdited) {
+    if (message != kLeft) {
         isEdited_ = true;
-        return entered_();
+        return entered_(message == kTouched);
     }
     leaving_ = g_timeout_add_once(
         kLeavingMs,

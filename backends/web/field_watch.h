@@ -13,7 +13,7 @@ class FieldWatch {
   public:
     /// `entered` is also called when the field in use is touched again; `left` not when the next
     /// one is entered at once. From the loop.
-    FieldWatch(WebKitUserContentManager* content, std::function<void()> entered,
+    FieldWatch(WebKitUserContentManager* content, std::function<void(bool isByTouch)> entered,
                std::function<void()> left);
     ~FieldWatch();
     FieldWatch(const FieldWatch&) = delete;
@@ -26,10 +26,10 @@ class FieldWatch {
     static void PressEnter(WebKitWebView* view);
 
   private:
-    void OnMessage(bool isEdited);
+    void OnMessage(int message);
 
     WebKitUserContentManager* content_;
-    std::function<void()> entered_;
+    std::function<void(bool)> entered_;
     std::function<void()> left_;
     bool isEdited_ = false;
     guint leaving_ = 0;  // a timeout of GLib's

@@ -79,17 +79,18 @@ class PageView::Decision : public AnswerDecision {
     bool isMade_ = false;
 };
 
-PageView::PageView(Ui::Window& window, WebKitWebContext* context, const Trust& trust,
+PageView::PageView(Ui::Window& window, WebKitWebContext* context, const Authorities& authorities,
                    WebViewClient& client)
     : window_(window),
-      trust_(trust),
+      authorities_(authorities),
       client_(client),
       session_(MakeSession()),
       view_(MakeWidget(context, session_.get())),
       history_(view_.get()),
       fields_(
           webkit_web_view_get_user_content_manager(view_.get()),
-          [this] { client_.OnFieldEntered(); }, [this] { client_.OnFieldLeft(); }) {
+          [this](bool isByTouch) { client_.OnFieldEntered(isByTouch); },
+          [this] { client_.OnFieldLeft(); }) {
     RefuseAllElse(view_.get());
     // As the window itself, where no GPU is.
     if (g_strcmp0(g_getenv("GSK_RENDERER"), "cairo") == 0) {
@@ -311,7 +312,7 @@ void PageView::OnLoadFailed(const char* url, const GError* error) {
 void PageView::OnUnsafe(const std::string& url, GTlsCertificate* certificate) {
     isThere_ = false;
     const std::string host = HostOf(url);
-    if (!trust_.Vouches(certificate, host)) {
+    if (!authorities_.Vouches(certificate, host)) {
         return ShowFailure(url, "The connection to " + host + " is not safe.",
                            "Nobody who is trusted vouches for this host.", true);
     }

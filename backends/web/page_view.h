@@ -7,9 +7,9 @@
 #include <webkit/webkit.h>
 
 #include "backends/web/answer_intake.h"
+#include "backends/web/authorities.h"
 #include "backends/web/field_watch.h"
 #include "backends/web/page_history.h"
-#include "backends/web/trust.h"
 #include "backends/window/window.h"
 #include "osp/base/owner.h"
 #include "osp/web/web_engine.h"
@@ -19,7 +19,7 @@ namespace Osp::Web {
 class PageView : public WebView {
   public:
     /// None is owned; all outlive the view.
-    PageView(Ui::Window& window, WebKitWebContext* context, const Trust& trust,
+    PageView(Ui::Window& window, WebKitWebContext* context, const Authorities& authorities,
              WebViewClient& client);
     ~PageView() override;
     PageView(const PageView&) = delete;
@@ -58,7 +58,7 @@ class PageView : public WebView {
     void OnProcessEnded();
 
     Ui::Window& window_;
-    const Trust& trust_;
+    const Authorities& authorities_;
     WebViewClient& client_;
     Base::Owner<WebKitNetworkSession, g_object_unref> session_;
     Base::Owner<WebKitWebView, g_object_unref> view_;

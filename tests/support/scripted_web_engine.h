@@ -37,7 +37,9 @@ class ScriptedWebEngine : public Web::WebEngine {
     }
     void Chunk(const std::string& text) { client_->OnChunk(Web::Bytes(text.begin(), text.end())); }
     /// The caret is in a field of the page from now on, or not any more.
-    void Edit(bool isEdited) { isEdited ? client_->OnFieldEntered() : client_->OnFieldLeft(); }
+    void Edit(bool isEdited, bool isByTouch = false) {
+        isEdited ? client_->OnFieldEntered(isByTouch) : client_->OnFieldLeft();
+    }
 
     /// The log since the last call, but zooms and places, which come with every view.
     std::vector<std::string> TakeLoads() {

@@ -156,11 +156,12 @@ void Page::OnChunk(Bytes chunk) {
     });
 }
 
-void Page::OnFieldEntered() {
-    EventLoop::Current().Post(EventClass::kSystem, [this, alive = std::weak_ptr(generation_)] {
-        if (alive.expired() || !view_ || !IsCurrent(control_)) return;
-        Ui::TextInput::Current().FocusOutside(control_, *view_, false);
-    });
+void Page::OnFieldEntered(bool isByTouch) {
+    EventLoop::Current().Post(
+        EventClass::kSystem, [this, isByTouch, alive = std::weak_ptr(generation_)] {
+            if (alive.expired() || !view_ || !IsCurrent(control_)) return;
+            Ui::TextInput::Current().FocusOutside(control_, *view_, isByTouch);
+        });
 }
 
 void Page::OnFieldLeft() {

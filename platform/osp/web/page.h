@@ -63,7 +63,7 @@ class Page : private WebViewClient, private Ui::ITouchEventListener {
     void OnPageFinished() override;
     void OnAnswer(const std::string& url, std::shared_ptr<AnswerDecision> decision) override;
     void OnChunk(Bytes chunk) override;
-    void OnFieldEntered() override;
+    void OnFieldEntered(bool isByTouch) override;
     void OnFieldLeft() override;
 
     // The page has the touches of the window. These are a script's, which nobody needs to hear.

@@ -45,7 +45,7 @@ class WebViewClient {
     /// The next part of an answer that was decided to be handed over, in order.
     virtual void OnChunk(Bytes chunk) = 0;
     /// A field of the page can be written in from now on, or has been touched again.
-    virtual void OnFieldEntered() = 0;
+    virtual void OnFieldEntered(bool isByTouch) = 0;
     virtual void OnFieldLeft() = 0;
 };
 

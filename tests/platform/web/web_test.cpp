@@ -252,6 +252,10 @@ TEST_F(WebTest, AFieldOfThePageHasTheScreensKeyboard) {
     engine_.Edit(true);
     loop_.Settle();
     EXPECT_EQ(textInput_.GetOutsideTarget(), web_);
+    EXPECT_FALSE(screen_.IsKeyboardShown()) << "the real one is still in use";
+    engine_.Edit(true, true);
+    loop_.Settle();
+    EXPECT_TRUE(screen_.IsKeyboardShown()) << "but a finger wants the screen's";
     web_->Clear();
     textInput_.Insert("nobody hears it");
     EXPECT_EQ(engine_.TakeLoads(), Log{"end"});

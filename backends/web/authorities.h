@@ -8,16 +8,16 @@
 
 namespace Osp::Web {
 
-class Trust {
+class Authorities {
   public:
     /// A file of PEM certificates; empty for none. One that cannot be read adds none.
-    explicit Trust(const std::string& authorityFile);
+    explicit Authorities(const std::string& authorityFile);
 
     /// Whether those vouch for `certificate` as that of `host`, in every respect.
     bool Vouches(GTlsCertificate* certificate, const std::string& host) const;
 
   private:
-    Base::Owner<GTlsDatabase, g_object_unref> authorities_;  // null without a file
+    Base::Owner<GTlsDatabase, g_object_unref> database_;  // null without a file
 };
 
 }  // namespace Osp::Web
