@@ -66,6 +66,7 @@ bool OutsideViews::Follow(const Graphics::Rectangle& limit) {
 
 void OutsideViews::PaintAbove(const std::vector<Container*>& roots, const Control* focus,
                               const cairo_region_t& damage) {
+    if (entries_.empty()) return;
     const RegionOwner places(cairo_region_create());
     std::vector<const Control*> controls;
     for (const Entry& entry : entries_) {

@@ -18,8 +18,10 @@ class Page;
 /// Loads wait until the control's form is current for the first time, and only the last of them is
 /// run; so the engine starts when it is needed. Where there is no engine, no display or no sandbox
 /// to run it in, the control says so in words and nothing is ever loaded. Cookies and whatever else
-/// pages leave end with the control. Only http and https are gone to; whether servers are who they
-/// say they are is always verified. While the application is in the background pages rest.
+/// pages leave end with the control, or with Clear. Only http and https are gone to; whether servers
+/// are who they say they are is always verified. Pages have no other windows, files, cameras, notes
+/// or dialogs: whatever they ask for is refused, and new windows open in the same place. While the
+/// application is in the background pages rest.
 ///
 /// Touches and keys on it go to the page, but those of the controls above it. Loop thread only.
 class Web : public Ui::Control {
@@ -43,7 +45,8 @@ class Web : public Ui::Control {
     /// Whether what LoadData shows from now on may run scripts; true at first. Pages that are gone
     /// to from there may in any case.
     void SetScriptsEnabled(bool enabled);
-    /// Stops what is being loaded and shows nothing, as at first: nothing of the page is left.
+    /// Stops what is being loaded and shows nothing, as at first: nothing of the page is left, and
+    /// the engine goes until the next load.
     void Clear();
 
     /// Of the page that is shown or being loaded; empty when there is none.
