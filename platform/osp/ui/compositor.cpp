@@ -64,7 +64,7 @@ void PaintControl(cairo_t* context, const Control& control, const Graphics::Rect
 struct Painter {
     cairo_t* context;
     const cairo_region_t& damage;
-    const std::vector<const Control*>& outside;  // whose places are left transparent
+    const std::vector<const Control*>& outside;  // which are never painted
     bool paints;                                 // from the first of those on, if not before
 
     void PaintRoots(const std::vector<Container*>& roots) {
@@ -81,7 +81,6 @@ struct Painter {
         if (!control.GetShowState()) return;
         const Graphics::Rectangle area = control.GetBounds().MovedBy(parent.x, parent.y);
         if (std::ranges::count(outside, &control) != 0) {
-            Clear(area);
             paints = true;
         } else if (paints && IsTouched(area)) {
             PaintControl(context, control, area);
@@ -94,14 +93,6 @@ struct Painter {
     bool IsTouched(const Graphics::Rectangle& area) const {
         const cairo_rectangle_int_t rectangle{area.x, area.y, area.width, area.height};
         return cairo_region_contains_rectangle(&damage, &rectangle) != CAIRO_REGION_OVERLAP_OUT;
-    }
-
-    void Clear(const Graphics::Rectangle& area) {
-        cairo_save(context);
-        cairo_set_operator(context, CAIRO_OPERATOR_CLEAR);
-        cairo_rectangle(context, area.x, area.y, area.width, area.height);
-        cairo_fill(context);
-        cairo_restore(context);
     }
 };
 
@@ -137,9 +128,10 @@ void Paint(const std::vector<Container*>& roots, cairo_region_t& damage,
 void PaintAbove(const std::vector<Container*>& roots, const std::vector<const Control*>& outside,
                 cairo_region_t& damage, Graphics::Surface& target) {
     const Graphics::CairoPointer context = ClippedTo(damage, target);
-    Painter painter{context.get(), damage, outside, false};
-    painter.Clear({0, 0, target.GetDimension().width, target.GetDimension().height});
-    painter.PaintRoots(roots);
+    cairo_set_operator(context.get(), CAIRO_OPERATOR_CLEAR);
+    cairo_paint(context.get());
+    cairo_set_operator(context.get(), CAIRO_OPERATOR_OVER);
+    Painter{context.get(), damage, outside, false}.PaintRoots(roots);
 }
 
 void PaintFocus(const Control& control, cairo_region_t& damage, Graphics::Surface& target) {

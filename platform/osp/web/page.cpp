@@ -60,7 +60,7 @@ void Page::Load(Wanted wanted) {
 }
 
 void Page::BeginWhenCurrent() {
-    if (!wanted_ || view_ || isBeginning_ || !whyNot_.empty() || !IsCurrent(control_)) return;
+    if (!wanted_ || view_ || isBeginning_ || !whyNot_.empty()) return;
     isBeginning_ = true;
     EventLoop::Current().Post(EventClass::kSystem, [this, alive = std::weak_ptr(generation_)] {
         if (!alive.expired()) Begin();

@@ -50,6 +50,14 @@ class WebTest : public Ui::UiTest, public ILoadingListener, public IWebDownloadL
         EXPECT_EQ(web_->LoadUrl("https://a.example/x"), result::kSuccess);
         Settle();
     }
+    /// A pixel of what lies above the view, or that there is no such picture.
+    std::uint32_t Above(int x, int y) {
+        (void)screen_.Compose();
+        const Graphics::Surface* const picture = screen_.GetOutsideViews().GetPictureAbove();
+        if (picture == nullptr) return 0xDEAD;
+        const auto* row = picture->Data() + std::ptrdiff_t{picture->StrideBytes()} * y;
+        return reinterpret_cast<const std::uint32_t*>(row)[x];
+    }
     Ui::Controls::Form* AddForm() {
         auto* const form = new Ui::Controls::Form;
         EXPECT_EQ(form->Construct(0), result::kSuccess);
@@ -215,31 +223,27 @@ TEST_F(WebTest, TheViewIsWhereTheControlIsSeenAndRestsOtherwise) {
 
 TEST_F(WebTest, WhatLiesAboveTheViewIsPaintedASecondTimeAndNothingElse) {
     Open();
-    const auto above = [this](int x, int y) {
-        (void)screen_.Compose();
-        const Graphics::Surface* const picture = screen_.GetOutsideViews().GetPictureAbove();
-        if (picture == nullptr) return 0xDEADu;
-        const auto* row = picture->Data() + std::ptrdiff_t{picture->StrideBytes()} * y;
-        return reinterpret_cast<const std::uint32_t*>(row)[x];
-    };
-    EXPECT_EQ(above(50, 50), 0u) << "the control itself and what is below";
+    EXPECT_EQ(Above(50, 50), 0u) << "the control itself and what is below";
     Ui::Area* const area = AddArea({40, 40, 100, 100}, kGreen);
-    EXPECT_EQ(above(50, 50), 0xFF00FF00u);
-    EXPECT_EQ(above(200, 200), 0u);
+    EXPECT_EQ(Above(50, 50), 0xFF00FF00u);
+    EXPECT_EQ(Above(200, 200), 0u);
     const unsigned paintings = screen_.GetOutsideViews().GetPaintings();
     (void)screen_.Compose();
     EXPECT_EQ(screen_.GetOutsideViews().GetPaintings(), paintings) << "nothing is damaged";
     (void)area->SetShowState(false);
-    EXPECT_EQ(above(50, 50), 0u);
+    EXPECT_EQ(Above(50, 50), 0u);
     web_->Clear();
-    EXPECT_EQ(above(50, 50), 0xDEADu) << "no view, no picture";
+    EXPECT_EQ(Above(50, 50), 0xDEADu) << "no view, no picture";
 }
 
 TEST_F(WebTest, AFieldOfThePageHasTheScreensKeyboard) {
     Open();
+    AddArea({40, 400, 50, 50}, kGreen);
+    EXPECT_EQ(Above(50, 410), 0xFF00FF00u);
     engine_.Edit(true);
     Settle();
     EXPECT_TRUE(screen_.IsKeyboardShown());
+    EXPECT_EQ(Above(50, 410), 0u) << "the view is not there any more";
     EXPECT_EQ(engine_.log.back(), "place 0 0 800 316") << "above the keyboard";
     textInput_.Insert("a");
     textInput_.Delete(Ui::TextEditor::Step::kCharacterBefore);
