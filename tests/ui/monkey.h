@@ -119,9 +119,9 @@ class Monkey {
 
     // But for e-mail, which starts a program of the machine's.
     std::string InAlbum() {
-        static constexpr Spot kPlaces[] = {kPhoto,       kShareButton, kTrashButton, kWallButton,
-                                           kTwitterRow,  kFacebookRow, kCancelRow,   kDeleteButton,
-                                           kKeepButton,  kTrashButton};
+        static constexpr Spot kPlaces[] = {kPhoto,      kShareButton, kTrashButton, kWallButton,
+                                           kTwitterRow, kFacebookRow, kCancelRow,   kDeleteButton,
+                                           kKeepButton, kTrashButton};
         const int dice = Below(10);
         if (dice < 2) return Below(2) == 0 ? "drag 500 200 440 200" : "drag 440 200 500 200";
         if (dice < 3) return Below(2) == 0 ? "key left" : "key right";
@@ -131,7 +131,8 @@ class Monkey {
     }
 
     std::string Key() {
-        static constexpr const char* kNames[] = {"back", "soft0", "tab", "tab", "tab", "enter"};
+        static constexpr const char* kNames[] = {"back", "soft0", "soft1", "tab",
+                                                 "tab",  "tab",   "enter"};
         return std::string("key ") + kNames[Below(std::size(kNames))];
     }
 
