@@ -39,7 +39,7 @@ result HashMap::Construct(int capacity, float loadFactor) {
 
 result HashMap::Add(String* key, Object* value) {
     if (!entries_) return result::kInvalidState;
-    const bool isNew = entries_->byText.try_emplace(key->Units(), key, value).second;
+    const bool isNew = entries_->byText.try_emplace(key->Units(), Entries::Entry{key, value}).second;
     return isNew ? result::kSuccess : result::kKeyAlreadyExists;
 }
 
