@@ -66,7 +66,7 @@ int RunApplication(const Options& options, Machine& machine, EntryFunction entry
         if (!opened) return Fail(opened.Why());
         window = std::move(*opened);
     }
-    WebModule web(window.get(), {});
+    WebModule web(window.get(), {options.authorities});
     const Osp::Web::WebEngine::Installed installedWeb(web);
     ShowRecorder recorder(window ? &window->GetPresenter() : nullptr);
 
