@@ -107,7 +107,7 @@ void AlbumForm::FinishShare(long requestId) {
     static constexpr Outcome kOutcomes[] = {
         {kRequestShared, true, "Your picture has been shared.", ""},
         {kRequestShareCancelled, true, "The picture was not shared.",
-         "The connection broke. Please try again."},
+         "The connection failed. Please try again."},
         {kRequestShareCancelled, false, "The picture was not shared.", "Nobody has signed in."},
         {kRequestFacebookFailed, true, "Facebook did not take the picture.",
          "Please sign in again and try once more."},

@@ -17,7 +17,7 @@ using Osp::Base::String;
 /// What is no address: everything but what stands between the quotation marks of links and sources.
 std::string FrameOf(const String& page) {
     std::string text = page.ToUtf8();
-    for (const std::string_view mark : {"href='", "src='"}) {
+    for (const std::string_view mark : {"<a href='", "' src='"}) {
         for (std::size_t at = 0; (at = text.find(mark, at)) != text.npos;) {
             at += mark.size();
             text.erase(at, text.find('\'', at) - at);

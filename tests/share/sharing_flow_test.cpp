@@ -245,7 +245,7 @@ TEST_F(FlowTest, AnUploadEndsWithItsConnectionOrByTheUser) {
     };
     start();
     Break();
-    EXPECT_TRUE(Says("The connection broke."));
+    EXPECT_TRUE(Says("The connection failed."));
     Press(kActionShareOutcomeSeen);
     start();
     Press(kActionCancelShare);
