@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <string>
 
-#include "host/application_library.h"
 #include "host/machine.h"
+#include "host/modules/application_library.h"
 #include "host/script/script_driver.h"
 #include "host/script/show_recorder.h"
 #include "osp/base/trace.h"

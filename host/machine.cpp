@@ -7,12 +7,12 @@
 
 #include <osp/ui/controls/message_box.h>
 
-#include "host/application_library.h"
 #include "host/cameras/camera_sources.h"
-#include "host/http_module.h"
+#include "host/modules/application_library.h"
+#include "host/modules/http_module.h"
+#include "host/modules/sound_module.h"
 #include "host/product.h"
 #include "host/script/report.h"
-#include "host/sound_module.h"
 #include "osp/app/registry_file.h"
 #include "osp/media/picture/exif.h"
 #include "osp/media/picture/picture_within.h"

@@ -9,16 +9,16 @@
 #include <utility>
 #include <vector>
 
-#include "host/application_library.h"
 #include "host/cameras/diagnose.h"
 #include "host/machine.h"
+#include "host/modules/application_library.h"
+#include "host/modules/web_module.h"
+#include "host/modules/window_module.h"
 #include "host/options.h"
 #include "host/process.h"
 #include "host/script/script_driver.h"
 #include "host/script/script_file.h"
 #include "host/script/show_recorder.h"
-#include "host/web_module.h"
-#include "host/window_module.h"
 
 namespace Host {
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <memory>
 
-#include "osp/base/block_pool.h"
+#include "osp/base/values/block_pool.h"
 
 namespace Osp::Ui {
 

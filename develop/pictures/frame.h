@@ -11,7 +11,7 @@
 #include "develop/pictures/picture_format.h"
 #include "develop/problem.h"
 #include "effects/pixels/pixels.h"
-#include "osp/base/block_pool.h"
+#include "osp/base/values/block_pool.h"
 
 namespace Kivo::Tools {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/application_library.h"
+#include "host/modules/application_library.h"
 
 namespace Host {
 

@@ -10,7 +10,7 @@
 #include <osp/net/http/http_session.h>
 #include <osp/net/http/i_http_transaction_event_listener.h>
 
-#include "osp/base/buffer_copy.h"
+#include "osp/base/values/buffer_copy.h"
 
 namespace Osp::Testing {
 

@@ -8,8 +8,8 @@
 #include <mutex>
 #include <thread>
 
-#include "host/application_library.h"
 #include "host/machine.h"
+#include "host/modules/application_library.h"
 #include "host/script/report.h"
 #include "host/script/script_driver.h"
 #include "host/script/script_queue.h"

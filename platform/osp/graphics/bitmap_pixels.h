@@ -8,7 +8,7 @@
 
 #include <osp/graphics/dimension.h>
 
-#include "osp/base/block_pool.h"
+#include "osp/base/values/block_pool.h"
 #include "osp/graphics/surface.h"
 
 namespace Osp::Graphics {

@@ -5,8 +5,8 @@
 
 #include <osp/graphics/dimension.h>
 
-#include "osp/base/block_pool.h"
 #include "osp/base/owner.h"
+#include "osp/base/values/block_pool.h"
 
 namespace Osp::Graphics {
 

@@ -1,6 +1,6 @@
 #include <osp/net/http/http_response.h>
 
-#include "osp/base/buffer_copy.h"
+#include "osp/base/values/buffer_copy.h"
 
 namespace Osp::Net::Http {
 

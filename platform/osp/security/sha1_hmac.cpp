@@ -4,8 +4,8 @@
 
 #include <osp/security/crypto/sha1_hmac.h>
 
-#include "osp/base/buffer_copy.h"
 #include "osp/base/owner.h"
+#include "osp/base/values/buffer_copy.h"
 
 namespace Osp::Security::Crypto {
 

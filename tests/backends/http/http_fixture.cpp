@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "host/http_module.h"
+#include "host/modules/http_module.h"
 
 namespace Osp::Http {
 

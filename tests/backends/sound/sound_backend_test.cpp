@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "host/sound_module.h"
+#include "host/modules/sound_module.h"
 #include "tests/support/process.h"
 #include "tests/support/program.h"
 #include "tests/support/temporary_folder.h"

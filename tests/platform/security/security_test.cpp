@@ -9,9 +9,9 @@
 #include <osp/security/des_secure_random.h>
 #include <osp/security/secret_key_generator.h>
 
-#include "osp/base/buffer_copy.h"
 #include "osp/base/clock.h"
 #include "osp/base/randomness.h"
+#include "osp/base/values/buffer_copy.h"
 #include "osp/security/secret_key.h"
 #include "tests/support/test_loop.h"
 

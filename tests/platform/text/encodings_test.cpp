@@ -5,7 +5,7 @@
 #include <osp/text/ascii_encoding.h>
 #include <osp/text/utf8_encoding.h>
 
-#include "osp/base/buffer_copy.h"
+#include "osp/base/values/buffer_copy.h"
 
 namespace Osp::Text {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-#include "osp/base/block_pool.h"
+#include "osp/base/values/block_pool.h"
 #include "osp/media/live/planar_picture.h"
 
 namespace Osp::Media {

@@ -7,7 +7,7 @@
 #include <osp/graphics/dimension.h>
 #include <osp/graphics/rectangle.h>
 
-#include "osp/base/block_pool.h"
+#include "osp/base/values/block_pool.h"
 #include "osp/media/live/video_source.h"
 
 namespace Osp::Media {

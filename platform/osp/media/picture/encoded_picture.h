@@ -8,7 +8,7 @@
 #include <osp/base/byte_buffer.h>
 #include <osp/base/result.h>
 
-#include "osp/base/block_pool.h"
+#include "osp/base/values/block_pool.h"
 
 namespace Osp::Media {
 

@@ -8,7 +8,7 @@
 #include <osp/base/result.h>
 #include <osp/graphics/dimension.h>
 
-#include "osp/base/block_pool.h"
+#include "osp/base/values/block_pool.h"
 #include "osp/media/picture/encoded_picture.h"
 #include "osp/media/picture/pixel_view.h"
 

@@ -7,7 +7,7 @@
 #include <osp/base/result.h>
 #include <osp/graphics/dimension.h>
 
-#include "osp/base/block_pool.h"
+#include "osp/base/values/block_pool.h"
 
 /// Paths are real ones; failures are those of picture_file.h. Any thread.
 namespace Osp::Media {

@@ -3,8 +3,8 @@
 #include <osp/ui/controls/form.h>
 #include <osp/ui/controls/frame.h>
 
+#include "osp/ui/controls/softkey.h"
 #include "osp/ui/screen.h"
-#include "osp/ui/softkey.h"
 
 namespace Osp::Ui::Controls {
 

@@ -9,7 +9,7 @@
 
 #include <osp/ui/controls/overlay_panel.h>
 
-#include "osp/base/block_pool.h"
+#include "osp/base/values/block_pool.h"
 #include "osp/ui/access.h"
 
 namespace Osp::Ui::Controls {

@@ -1,4 +1,4 @@
-#include "host/application_library.h"
+#include "host/modules/application_library.h"
 
 #include <dlfcn.h>
 #include <filesystem>

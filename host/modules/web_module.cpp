@@ -1,8 +1,8 @@
-#include "host/web_module.h"
+#include "host/modules/web_module.h"
 
 #include <cstdio>
 
-#include "host/application_library.h"
+#include "host/modules/application_library.h"
 
 namespace Host {
 

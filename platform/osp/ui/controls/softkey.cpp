@@ -1,4 +1,4 @@
-#include "osp/ui/softkey.h"
+#include "osp/ui/controls/softkey.h"
 
 #include <memory>
 #include <numbers>

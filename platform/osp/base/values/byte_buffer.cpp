@@ -3,8 +3,8 @@
 
 #include <osp/base/byte_buffer.h>
 
-#include "osp/base/block_pool.h"
 #include "osp/base/out_of_memory.h"
+#include "osp/base/values/block_pool.h"
 
 namespace Osp::Base {
 

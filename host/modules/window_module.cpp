@@ -1,6 +1,6 @@
-#include "host/window_module.h"
+#include "host/modules/window_module.h"
 
-#include "host/application_library.h"
+#include "host/modules/application_library.h"
 
 namespace Host {
 

@@ -6,7 +6,7 @@
 // When memory runs out, the pool lets go of everything and keeps nothing from then on. That is
 // deliberate and for good: a machine that ran out once will again, and then slower is better than a
 // photograph lost.
-#include "osp/base/block_pool.h"
+#include "osp/base/values/block_pool.h"
 
 #include <algorithm>
 #include <bit>

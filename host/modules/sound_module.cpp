@@ -1,6 +1,6 @@
-#include "host/sound_module.h"
+#include "host/modules/sound_module.h"
 
-#include "host/application_library.h"
+#include "host/modules/application_library.h"
 
 namespace Host {
 

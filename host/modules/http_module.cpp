@@ -1,6 +1,6 @@
-#include "host/http_module.h"
+#include "host/modules/http_module.h"
 
-#include "host/application_library.h"
+#include "host/modules/application_library.h"
 
 namespace Host {
 
