@@ -161,17 +161,22 @@ gboolean WindowInput::OnEvent(GdkEvent* event) {
 // The keys that lead away from a page stay the phone's.
 bool WindowInput::IsForView(guint keyval) const {
     if (Screen::Current().GetTypedInto() == nullptr) return false;
-    if (IsTab(keyval)) return TextInput::Current().GetOutsideTarget() != nullptr;
+    const bool hasRing = Screen::Current().GetFocus() != nullptr;
+    if (IsTab(keyval)) return !hasRing && TextInput::Current().GetOutsideTarget() != nullptr;
+    if (IsConfirmation(keyval)) return !hasRing;
     const KeyCode code = CodeOf(keyval);
-    return code == KeyCode::kNone || code == KeyCode::kLeft || code == KeyCode::kRight ||
-           IsConfirmation(keyval);
+    return code == KeyCode::kNone || code == KeyCode::kLeft || code == KeyCode::kRight;
 }
 
 gboolean WindowInput::LeaveKey(GdkEvent* event) {
     const bool types = gdk_event_get_event_type(event) == GDK_KEY_PRESS &&
                        gdk_key_event_is_modifier(event) == FALSE;
     if (types) {
-        Post([] { TextInput::Current().UseRealKeyboard(); });
+        Post([] {
+            // The ring was on a button; the page has the keys again.
+            Screen::Current().SetFocus(nullptr);
+            TextInput::Current().UseRealKeyboard();
+        });
     }
     return FALSE;
 }

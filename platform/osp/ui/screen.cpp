@@ -100,7 +100,7 @@ void Screen::FollowOutside() {
 }
 
 OutsideView* Screen::GetTypedInto() const {
-    if (GetFocus() != nullptr || !foreground_) return nullptr;
+    if (!foreground_) return nullptr;
     return outside_.Find([this](const Control& control) { return TakesInput(control); });
 }
 

@@ -85,8 +85,8 @@ class Screen : public Service<Screen> {
     /// What is shown on the screen beside the picture, whose places follow with each picture.
     OutsideViews& GetOutsideViews() { return outside_; }
     const OutsideViews& GetOutsideViews() const { return outside_; }
-    /// The view that the keys of a keyboard are for: its control takes input and no button has the
-    /// focus. Null when there is none.
+    /// The view whose control takes input, and which keys are for that no button wants. Null when
+    /// there is none.
     OutsideView* GetTypedInto() const;
 
     /// Presents what has been drawn before it returns.
