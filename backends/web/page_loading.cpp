@@ -104,7 +104,7 @@ void PageView::ConnectLoading() {
 void PageView::BeginLoad() {
     awaitsStart_ = true;
     isThere_ = false;
-    awaitsOwn_ = false;
+    ownUrl_.clear();
     awaitsDownload_ = false;
     isOwn_ = false;
     showsFailure_ = false;
@@ -125,7 +125,7 @@ void PageView::LoadData(PageData data) {
 void PageView::ShowData(const PageData& data) {
     BeginLoad();
     isOwn_ = true;
-    awaitsOwn_ = true;
+    ownUrl_ = data.baseUrl;
     webkit_settings_set_enable_javascript_markup(webkit_web_view_get_settings(view_.get()),
                                                  data.runsScripts);
     GBytes* const bytes = g_bytes_new(data.content.data(), data.content.size());
@@ -149,7 +149,7 @@ void PageView::GoBack() {
 
 bool PageView::OnNavigation(WebKitPolicyDecision* decision, WebKitNavigationAction* action) {
     const std::string url = UrlOf(action);
-    if (std::exchange(awaitsOwn_, false)) return false;
+    if (url == ownUrl_) return false;
     const bool isBlank = url == "about:blank" || url == "about:srcdoc";
     if (IsOfTheWeb(url.c_str()) || isBlank) return false;
     webkit_policy_decision_ignore(decision);

@@ -247,7 +247,7 @@ TEST_F(WebWindowTest, NothingLeadsOutOfTheWeb) {
     const std::string script = "<script>document.body.style.background='#ff0000'</script>";
     const std::string page = "data <body style='background:#00c800;margin:0'>" + link + script;
     Start("url BASE/tricks\nurl BASE/file\nurl http://127.0.0.1:9/\n" + page + "\nscripts off\n" +
-          page + "\nback");
+          page + "\nback\ntwice " + page.substr(5));
     Next();
     Await("completed 1");
     for (const int x : {50, 160, 270}) Click(x, 130);
@@ -273,6 +273,8 @@ TEST_F(WebWindowTest, NothingLeadsOutOfTheWeb) {
     Next();
     Await("completed 6 localhost");
     EXPECT_TRUE(ShowsAt(400, 300, kGreen));
+    Next();
+    Await("completed 7 localhost");  // the second of two that are given at once
     EndWell();
 }
 

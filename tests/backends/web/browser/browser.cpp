@@ -68,6 +68,7 @@ class BrowserForm : public Ui::Controls::Form,
         const std::string rest = space == std::string::npos ? "" : step.substr(space + 1);
         if (verb == "url") (void)web_->LoadUrl(String(std::string_view(rest)));
         if (verb == "data") Show(rest);
+        if (verb == "twice") Show("given up"), Show(rest);
         if (verb == "many") renders_ = 0, Show("0");
         if (verb == "take") takes_ = rest == "on";
         if (verb == "scripts") web_->SetScriptsEnabled(rest == "on");
