@@ -1,9 +1,7 @@
 // From the answer of the search to the page of the wall.
 #include <chrono>
 #include <gtest/gtest.h>
-#include <set>
 
-#include "share/wall/wall_layouts.h"
 #include "share/wall/wall_page.h"
 #include "share/wall/wall_scan.h"
 
@@ -68,22 +66,6 @@ TEST(WallPage, IsTheMosaicWithAnItemPerCell) {
     EXPECT_EQ(next, 20);
     EXPECT_EQ(ComposeEmptyWall().ToUtf8(), std::string(kHead) + kFoot);
     EXPECT_EQ(ComposeWall({}, [&] { return next++; }), ComposeEmptyWall());
-}
-
-TEST(WallPage, EveryMosaicHasItsCells) {
-    const std::vector<WallItem> one{{"http://A/", "https://A.png"}};
-    std::vector<std::size_t> counts;
-    for (int mosaic = 0; mosaic < 6; ++mosaic) {
-        int calls = 0;
-        const std::string page =
-            ComposeWall(one, [&] { return calls++ == 0 ? mosaic : 2147483647; }).ToUtf8();
-        std::set<std::string> cells;
-        for (std::size_t at = 0; (at = page.find("<span ", at)) != page.npos; ++at) {
-            cells.insert(page.substr(at, page.find('>', at) - at));
-        }
-        counts.push_back(cells.size());
-    }
-    EXPECT_EQ(counts, (std::vector<std::size_t>{13, 8, 9, 8, 9, 9}));
 }
 
 TEST(WallScan, TakesLinksAndThumbnailsInTheirOrder) {
