@@ -13,8 +13,8 @@
 
 #include "bench/camera_run.h"
 #include "osp/base/trace.h"
-#include "tests/support/camera_stack.h"
-#include "tests/support/program.h"
+#include "tests/support/programs/camera_stack.h"
+#include "tests/support/programs/program.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "tests/support/pictures/subjects.h"
-#include "tests/support/program.h"
-#include "tests/support/x_server.h"
+#include "tests/support/programs/program.h"
+#include "tests/support/programs/x_server.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "tests/support/pictures/jpeg.h"
-#include "tests/support/program.h"
+#include "tests/support/programs/program.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Kivo::Testing {

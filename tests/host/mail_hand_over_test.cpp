@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "osp/base/owner.h"
-#include "tests/support/fake_service.h"
+#include "tests/support/programs/fake_service.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/test_loop.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "osp/net/address.h"
-#include "tests/support/program.h"
+#include "tests/support/programs/program.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Host {

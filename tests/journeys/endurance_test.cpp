@@ -11,10 +11,10 @@
 
 #include "osp/app/registry_file.h"
 #include "tests/support/pictures/jpeg.h"
-#include "tests/support/program.h"
+#include "tests/support/programs/program.h"
+#include "tests/support/programs/usage.h"
 #include "tests/support/sanitizers.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/support/usage.h"
 
 namespace Kivo {
 namespace {

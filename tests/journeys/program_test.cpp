@@ -1,5 +1,5 @@
 // The program from its command line.
-#include "tests/support/program.h"
+#include "tests/support/programs/program.h"
 
 #include <algorithm>
 #include <chrono>

@@ -8,13 +8,13 @@
 #include <vector>
 
 #include "tests/support/camera_screen.h"
-#include "tests/support/camera_stack.h"
 #include "tests/support/pictures/colour_bars.h"
 #include "tests/support/pictures/jpeg.h"
-#include "tests/support/program.h"
+#include "tests/support/programs/camera_stack.h"
+#include "tests/support/programs/program.h"
+#include "tests/support/programs/usage.h"
 #include "tests/support/sanitizers.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/support/usage.h"
 
 namespace Kivo {
 namespace {

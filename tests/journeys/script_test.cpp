@@ -3,7 +3,7 @@
 
 #include "tests/support/camera_screen.h"
 #include "tests/support/phone.h"
-#include "tests/support/program.h"
+#include "tests/support/programs/program.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Kivo {

@@ -15,10 +15,10 @@
 
 #include "osp/app/registry_file.h"
 #include "tests/support/camera_screen.h"
-#include "tests/support/peers.h"
-#include "tests/support/program.h"
+#include "tests/support/programs/peers.h"
+#include "tests/support/programs/program.h"
+#include "tests/support/programs/x_server.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/support/x_server.h"
 
 namespace Kivo::Testing {
 

@@ -11,7 +11,7 @@
 #include "osp/base/event_loop.h"
 #include "osp/net/network.h"
 #include "tests/support/http_recorder.h"
-#include "tests/support/peers.h"
+#include "tests/support/programs/peers.h"
 
 namespace Osp::Http {
 

@@ -7,8 +7,8 @@
 
 #include "osp/base/owner.h"
 #include "tests/backends/http/http_fixture.h"
+#include "tests/support/programs/usage.h"
 #include "tests/support/sanitizers.h"
-#include "tests/support/usage.h"
 
 namespace Osp::Http {
 namespace {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <unistd.h>
 
-#include "tests/support/fake_service.h"
+#include "tests/support/programs/fake_service.h"
 
 namespace Osp::Media {
 

@@ -7,7 +7,7 @@
 
 #include "backends/pipewire/pipewire_connection.h"
 #include "tests/backends/pipewire/fake_portal.h"
-#include "tests/support/camera_stack.h"
+#include "tests/support/programs/camera_stack.h"
 
 namespace Osp::Media {
 namespace {

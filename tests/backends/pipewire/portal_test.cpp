@@ -8,7 +8,7 @@
 #include <sys/socket.h>
 
 #include "tests/backends/pipewire/fake_portal.h"
-#include "tests/support/process.h"
+#include "tests/support/programs/process.h"
 
 namespace Osp::Media {
 namespace {

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "host/modules/sound_module.h"
-#include "tests/support/process.h"
-#include "tests/support/program.h"
+#include "tests/support/programs/process.h"
+#include "tests/support/programs/program.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Osp::Media {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/process.h"
+#include "tests/support/programs/process.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Osp::Web {

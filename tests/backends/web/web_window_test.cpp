@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "osp/base/owner.h"
-#include "tests/support/process.h"
-#include "tests/support/program.h"
+#include "tests/support/programs/process.h"
+#include "tests/support/programs/program.h"
+#include "tests/support/programs/x_server.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/support/x_server.h"
 
 namespace Kivo {
 namespace {

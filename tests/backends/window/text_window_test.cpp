@@ -4,9 +4,9 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "tests/support/program.h"
+#include "tests/support/programs/program.h"
+#include "tests/support/programs/x_server.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/support/x_server.h"
 
 namespace Kivo {
 namespace {

@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "tests/support/camera_screen.h"
-#include "tests/support/fake_screen_saver.h"
-#include "tests/support/program.h"
+#include "tests/support/programs/fake_screen_saver.h"
+#include "tests/support/programs/program.h"
+#include "tests/support/programs/x_server.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/support/x_server.h"
 
 namespace Kivo {
 namespace {

@@ -1,10 +1,10 @@
-#include "tests/support/camera_stack.h"
+#include "tests/support/programs/camera_stack.h"
 
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 
-#include "tests/support/program.h"
+#include "tests/support/programs/program.h"
 
 namespace Osp::Testing {
 

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "tests/support/process.h"
+#include "tests/support/programs/process.h"
 
 namespace Osp::Testing {
 

@@ -1,4 +1,4 @@
-#include "tests/support/peers.h"
+#include "tests/support/programs/peers.h"
 
 #include <chrono>
 #include <cstdlib>

@@ -3,7 +3,7 @@
 
 #include <atomic>
 
-#include "tests/support/fake_service.h"
+#include "tests/support/programs/fake_service.h"
 
 namespace Kivo::Testing {
 

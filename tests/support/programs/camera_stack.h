@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/process.h"
+#include "tests/support/programs/process.h"
 #include "tests/support/temporary_folder.h"
 
 namespace Osp::Testing {

@@ -1,4 +1,4 @@
-#include "tests/support/process.h"
+#include "tests/support/programs/process.h"
 
 #include <algorithm>
 #include <cstdlib>

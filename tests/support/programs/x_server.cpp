@@ -1,4 +1,4 @@
-#include "tests/support/x_server.h"
+#include "tests/support/programs/x_server.h"
 
 #include <chrono>
 #include <gio/gio.h>

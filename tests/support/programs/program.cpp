@@ -1,4 +1,4 @@
-#include "tests/support/program.h"
+#include "tests/support/programs/program.h"
 
 #include <cstdlib>
 #include <filesystem>
