@@ -50,7 +50,7 @@ class Service:
         session = secrets.token_hex(8)
         self.sessions.add(session)
         return Answer(302, headers=[("Location", "/login.php?next=authorize"),
-                                    ("Set-Cookie", f"login={session}; HttpOnly; Secure")])
+                                    ("Set-Cookie", f"login={session}; Path=/; HttpOnly; Secure")])
 
     def _session(self, request):
         cookies = [part.strip() for part in request.field("Cookie").split(";")]
