@@ -88,18 +88,6 @@ TEST_F(ContentTest, AnUnusablePlaceNeverStopsTheStore) {
     EXPECT_EQ(run.Describe(kSecond), "held in memory");
 }
 
-TEST_F(ContentTest, TwoProcessesShareTheDatabase) {
-    PhoneRun run(folder_.Path());
-    EXPECT_EQ(run.Describe(kFirst, "ours"), "ours");
-    Testing::InOwnProcess([&] {
-        PhoneRun other(folder_.Path());
-        EXPECT_FALSE(other.store.WasDamaged());
-        EXPECT_EQ(other.Describe(kFirst), "ours");
-        EXPECT_EQ(other.Describe(kSecond, "theirs"), "theirs");
-    });
-    EXPECT_EQ(run.Describe(kSecond), "theirs");
-}
-
 // On a small file system only; where none can be mounted, no single file grows.
 TEST_F(ContentTest, AFullDiskHarmsNoRowAndNoDatabase) {
     const std::string small = folder_ / "small";

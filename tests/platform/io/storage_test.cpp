@@ -97,21 +97,6 @@ TEST_F(StorageTest, IsLockedForOthersUntilItsProcessEnds) {
     EXPECT_EQ(lockElsewhere(), result::kSuccess) << "what is not there holds nobody up";
 }
 
-TEST_F(StorageTest, TheCardComesAndGoes) {
-    EXPECT_EQ(Failure("/Storagecard/Media/Images"), result::kFileNotFound);
-    EXPECT_FALSE(Directory::Exists("/Storagecard/Media/Images"));
-    fs::create_directory(data_ + "/Storagecard");
-    EXPECT_TRUE(Directory::Exists("/Storagecard/Media/Images"));
-    EXPECT_EQ(Real("/Storagecard/a"), data_ + "/Storagecard/a");
-    // A folder that vanishes from a card that stays is not silently made again.
-    fs::remove_all(data_ + "/Storagecard/Media");
-    EXPECT_FALSE(Directory::Exists("/Storagecard/Media/Images"));
-    fs::remove_all(data_ + "/Storagecard");
-    EXPECT_FALSE(Directory::Exists("/Storagecard"));
-    fs::create_directory(data_ + "/Storagecard");
-    EXPECT_TRUE(Directory::Exists("/Storagecard/Media/Images"));
-}
-
 TEST(StorageMap, LiesInTheDesktopsFoldersByDefault) {
     const Testing::TemporaryFolder home;
     Testing::InOwnProcess([&] {
@@ -130,48 +115,31 @@ TEST(StorageMap, LiesInTheDesktopsFoldersByDefault) {
 
 TEST(RemovableDevice, IsToldByWhatTheSystemSaysOfItsDisk) {
     const Testing::TemporaryFolder sys;
-    const auto addDisk = [&](const std::string& disk, unsigned number, const char* removable) {
-        fs::create_directories(sys / ("devices/" + disk + "/part"));
-        fs::create_directories(sys / ("devices/" + disk + "/device"));
-        WriteText(sys / ("devices/" + disk + "/removable"), removable);
-        WriteText(sys / ("devices/" + disk + "/part/partition"), "1\n");
-        const std::string link = sys / ("dev/block/8:" + std::to_string(number));
-        fs::create_directories(sys / "dev/block");
-        fs::create_directory_symlink("../../devices/" + disk, link);
-        fs::create_directory_symlink("../../devices/" + disk + "/part", link + "1");
-    };
-    addDisk("pci/ata1/sda", 1, "0\n");
-    addDisk("pci/usb1/sdb", 2, "0\n");
-    addDisk("pci/reader/sdc", 3, "1\n");
-    addDisk("mmc_host/mmcblk0", 4, "0\n");
-    WriteText(sys / "devices/mmc_host/mmcblk0/device/type", "SD\n");
-    addDisk("mmc_host/mmcblk1", 5, "0\n");
-    WriteText(sys / "devices/mmc_host/mmcblk1/device/type", "MMC\n");
-
-    const std::vector<std::pair<unsigned, bool>> expected = {
-        {1, false}, {11, false}, {2, true},  {21, true},  {3, true}, {31, true},
-        {4, true},  {41, true},  {5, false}, {51, false}, {9, false}};
-    for (const auto& [minorNumber, isRemovable] : expected) {
-        EXPECT_EQ(IsRemovableDevice(sys.Path(), makedev(8, minorNumber)), isRemovable)
-            << minorNumber;
+    fs::create_directories(sys / "dev/block");
+    const struct {
+        const char *disk, *removable, *type;
+        bool isRemovable;
+    } cases[] = {{"pci/ata1/sda", "0\n", nullptr, false},
+                 {"pci/usb1/sdb", "0\n", nullptr, true},
+                 {"pci/reader/sdc", "1\n", nullptr, true},
+                 {"mmc_host/mmcblk0", "0\n", "SD\n", true},
+                 {"mmc_host/mmcblk1", "0\n", "MMC\n", false}};
+    for (unsigned i = 0; i < std::size(cases); ++i) {
+        const std::string disk = std::string("devices/") + cases[i].disk;
+        fs::create_directories(sys / (disk + "/part"));
+        fs::create_directories(sys / (disk + "/device"));
+        WriteText(sys / (disk + "/removable"), cases[i].removable);
+        WriteText(sys / (disk + "/part/partition"), "1\n");
+        if (cases[i].type != nullptr) WriteText(sys / (disk + "/device/type"), cases[i].type);
+        const std::string link = sys / ("dev/block/8:" + std::to_string(i));
+        fs::create_directory_symlink("../../" + disk, link);
+        fs::create_directory_symlink("../../" + disk + "/part", link + "1");
+        for (const unsigned number : {i, 10 * i + 1}) {
+            EXPECT_EQ(IsRemovableDevice(sys.Path(), makedev(8, number)), cases[i].isRemovable)
+                << number << " of " << disk;
+        }
     }
-}
-
-TEST_F(StorageTest, ReadsAFileToItsEndAndReportsTheEndOnlyThen) {
-    WriteText(data_ + "/Media/Images/a", "0123456");
-    File file;
-    std::vector<Base::byte> bytes(4);
-    int count = -1;
-    EXPECT_EQ(file.Read(bytes, count), result::kInvalidState);
-    EXPECT_EQ(file.Construct("/Media/Images/a", "w"), result::kInvalidArgument);
-    ASSERT_EQ(file.Construct("/Media/Images/a", "r"), result::kSuccess);
-    EXPECT_EQ(file.Construct("/Media/Images/a", "r"), result::kInvalidState);
-    EXPECT_EQ(file.Read(bytes, count), result::kSuccess);
-    EXPECT_EQ(count, 4);
-    EXPECT_EQ(file.Read(bytes, count), result::kSuccess);
-    EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + count), "456");
-    EXPECT_EQ(file.Read(bytes, count), result::kEndOfFile);
-    EXPECT_EQ(count, 0);
+    EXPECT_FALSE(IsRemovableDevice(sys.Path(), makedev(8, 9)));
 }
 
 TEST_F(StorageTest, OpensRegularFilesOnlyAndNeverWaits) {
