@@ -42,22 +42,5 @@ TEST(Upright, TurnsEveryOrientationInEveryLayout) {
     }
 }
 
-// Pictures that are turned in more than one square.
-TEST(Upright, TurnsBackWhatItTurned) {
-    const Picture picture = RandomPicture(47, 35, Look::kNoise, 1);
-    for (int orientation = 1; orientation <= 8; ++orientation) {
-        const int back = orientation == 6 ? 8 : orientation == 8 ? 6 : orientation;
-        Graphics::Dimension size = SizeOf(picture);
-        Bytes turned(picture.bytes.size());
-        TurnUpright(PackedView(picture.bytes.data(), size, PixelLayout::kRgb), orientation,
-                    turned.data());
-        if (IsTransposed(orientation)) std::swap(size.width, size.height);
-        Bytes again(picture.bytes.size());
-        TurnUpright(PackedView(turned.data(), size, PixelLayout::kRgb), back, again.data());
-        EXPECT_EQ(again, picture.bytes) << orientation;
-        EXPECT_EQ(turned != picture.bytes, orientation != 1);
-    }
-}
-
 }  // namespace
 }  // namespace Osp::Media
