@@ -154,9 +154,8 @@ TEST_F(MetadataTest, ThatIsRubbishDoesNoHarm) {
 
 TEST_F(MetadataTest, TurnsThePictureUpright) {
     for (int orientation = 1; orientation <= 8; ++orientation) {
-        const bool isTransposed = orientation > 4;
-        const Picture stored =
-            RandomPicture(isTransposed ? 32 : 48, isTransposed ? 48 : 32, Look::kGradient, 5);
+        const Picture stored = orientation > 4 ? RandomPicture(32, 48, Look::kGradient, 5)
+                                               : RandomPicture(48, 32, Look::kGradient, 5);
         ExifInfo info = SomeInfo();
         info.orientation = orientation;
         const std::string in = WriteJpeg(SegmentOf(info), stored);

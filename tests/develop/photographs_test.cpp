@@ -164,13 +164,10 @@ TEST_F(OptionsTest, TakeStandardInputAndOutput) {
 TEST_F(OptionsTest, ExplainThemselves) {
     const ProgramResult help = RunDevelop({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    for (const char* part :
-         {"Usage:", "--secondary", "Examples:", "kivo-develop --sheet", "Fisheye"}) {
+    for (const char* part : {"Usage:", "--secondary", "kivo-develop --sheet", "Fisheye"}) {
         EXPECT_NE(help.output.find(part), std::string::npos) << part;
     }
-    const ProgramResult version = RunDevelop({"--version"});
-    EXPECT_EQ(version.exitCode, 0);
-    EXPECT_EQ(version.output.find("kivo-develop "), 0U);
+    EXPECT_TRUE(RunDevelop({"--version"}).output.starts_with("kivo-develop "));
 }
 
 TEST_F(OptionsTest, ThatMakeNoSenseAreRefused) {
