@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
-#include <memory>
 
 #include <osp/base/byte_buffer.h>
-#include <osp/base/collection/hash_map.h>
 #include <osp/base/string.h>
 
 namespace Osp::Base {
@@ -42,29 +40,6 @@ TEST(StringTest, FindsAndReplaces) {
     EXPECT_EQ(text, String("xyzab"));
     text.Replace("b", "");
     EXPECT_EQ(text, String("xyza"));
-}
-
-TEST(HashMapTest, KeepsTheFirstValueOfAKey) {
-    using Collection::HashMap;
-    HashMap map;
-    auto key = std::make_unique<String>("k");
-    auto value = std::make_unique<String>("first");
-    EXPECT_EQ(map.Add(key.get(), value.get()), result::kInvalidState);
-    EXPECT_EQ(map.Construct(-1, 0.75F), result::kInvalidArgument);
-    ASSERT_TRUE(Succeeded(map.Construct(16, 0.75F)));
-    EXPECT_EQ(map.Construct(16, 0.75F), result::kMapConstruction);
-    Object* const first = value.get();
-    ASSERT_TRUE(Succeeded(map.Add(key.release(), value.release())));
-    String again("k");
-    String second("second");
-    EXPECT_EQ(map.Add(&again, &second), result::kKeyAlreadyExists);
-    EXPECT_EQ(map.GetValue("k"), first);
-    EXPECT_EQ(map.GetValue("other"), nullptr);
-    const std::unique_ptr<Collection::IList> keys(map.GetKeysN());
-    ASSERT_EQ(keys->GetCount(), 1);
-    EXPECT_EQ(*static_cast<String*>(keys->GetAt(0)), String("k"));
-    map.RemoveAll(true);
-    EXPECT_EQ(map.GetCount(), 0);
 }
 
 }  // namespace
