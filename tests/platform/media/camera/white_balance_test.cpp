@@ -26,19 +26,6 @@ constexpr CameraWhiteBalance kAll[] = {
     CameraWhiteBalance::kAuto, CameraWhiteBalance::kSunny, CameraWhiteBalance::kCloudy,
     CameraWhiteBalance::kFluorescent, CameraWhiteBalance::kTungsten};
 
-TEST(WhiteBalance, OnlyTheAutomaticOneLeavesColoursAlone) {
-    const Bytes grey = {128, 128, 128, 77};
-    for (const CameraWhiteBalance balance : kAll) {
-        Bytes pixel = grey;
-        ApplyGains(GainsOf(balance), pixel.data(), pixel.data(), 1);
-        EXPECT_EQ(pixel == grey, balance == CameraWhiteBalance::kAuto);
-        EXPECT_EQ(pixel[3], 77);
-        const bool isForBlueLight =
-            balance == CameraWhiteBalance::kSunny || balance == CameraWhiteBalance::kCloudy;
-        EXPECT_EQ(pixel[2] > pixel[0], isForBlueLight) << "warmer";
-    }
-}
-
 // The plain formulas of ITU-R BT.601 in video range, first chroma plane Cb, second Cr.
 TEST(I420, FramesHaveTheColoursOfThePicture) {
     constexpr int kWidth = 46;

@@ -35,15 +35,6 @@ TEST(SoundMixer, AddsItsVoicesAndIsSilentWithoutThem) {
     EXPECT_EQ(Mixed(mixer, 1), (Samples{1, -1})) << "clipped, not wrapped";
 }
 
-TEST(SoundMixer, LoopsUntilItIsToldToEndTheRound) {
-    SoundMixer mixer;
-    mixer.Start(1, Clip({0.25F, 0, 0.5F, 0}), true);
-    EXPECT_EQ(Mixed(mixer, 5), (Samples{0.25F, 0, 0.5F, 0, 0.25F, 0, 0.5F, 0, 0.25F, 0}));
-    mixer.StopLooping(1);
-    mixer.StopLooping(7);
-    EXPECT_EQ(Mixed(mixer, 3), (Samples{0.5F, 0, 0, 0, 0, 0}));
-}
-
 TEST(SoundMixer, AStoppedVoiceFadesWithinFiveMillisecondsAndDisturbsNoOther) {
     SoundMixer mixer;
     mixer.Start(1, Clip(Samples(9600, 0.5F)), true);
