@@ -97,6 +97,20 @@ TEST_F(StorageTest, IsLockedForOthersUntilItsProcessEnds) {
     EXPECT_EQ(lockElsewhere(), result::kSuccess) << "what is not there holds nobody up";
 }
 
+TEST_F(StorageTest, TheCardComesAndGoes) {
+    EXPECT_FALSE(Directory::Exists("/Storagecard/Media/Images"));
+    fs::create_directory(data_ + "/Storagecard");
+    EXPECT_TRUE(Directory::Exists("/Storagecard/Media/Images"));
+    EXPECT_EQ(Real("/Storagecard/a"), data_ + "/Storagecard/a");
+    // A folder that vanishes from a card that stays is not silently made again.
+    fs::remove_all(data_ + "/Storagecard/Media");
+    EXPECT_FALSE(Directory::Exists("/Storagecard/Media/Images"));
+    fs::remove_all(data_ + "/Storagecard");
+    EXPECT_FALSE(Directory::Exists("/Storagecard"));
+    fs::create_directory(data_ + "/Storagecard");
+    EXPECT_TRUE(Directory::Exists("/Storagecard/Media/Images"));
+}
+
 TEST(StorageMap, LiesInTheDesktopsFoldersByDefault) {
     const Testing::TemporaryFolder home;
     Testing::InOwnProcess([&] {
