@@ -91,4 +91,22 @@ class UiTest : public testing::Test {
     Controls::Form* form_;  // the frame's
 };
 
+/// Notes what buttons and keys do.
+class NotingUiTest : public UiTest, public IActionEventListener, public IKeyEventListener {
+  protected:
+    void Tap(Graphics::Point position) {
+        input_.Press(position);
+        input_.Release(position);
+        loop_.Settle();
+    }
+    void OnActionPerformed(const Control&, int id) override {
+        log_.push_back("action " + std::to_string(id));
+    }
+    void OnKeyPressed(const Control&, KeyCode code) override {
+        log_.push_back("key " + std::to_string(static_cast<int>(code)));
+    }
+    void OnKeyReleased(const Control&, KeyCode) override { log_.push_back("key up"); }
+    void OnKeyLongPressed(const Control&, KeyCode) override {}
+};
+
 }  // namespace Osp::Ui

@@ -1,8 +1,6 @@
 // Buttons used by keyboard.
 #include <functional>
 
-#include <osp/ui/controls/message_box.h>
-
 #include "tests/support/ui_fixture.h"
 
 namespace Osp::Ui {
@@ -10,7 +8,7 @@ namespace {
 
 using Log = std::vector<std::string>;
 
-class FocusTest : public UiTest, public IActionEventListener, public IKeyEventListener {
+class FocusTest : public NotingUiTest {
   protected:
     FocusTest() { form_->AddKeyEventListener(*this); }
 
@@ -36,15 +34,6 @@ class FocusTest : public UiTest, public IActionEventListener, public IKeyEventLi
     }
     /// Whether the ring is drawn on the button at that corner.
     bool HasRing(int x, int y) { return PixelAt(x + 40, y + 3) == 0xFFB938; }
-
-    void OnActionPerformed(const Control&, int id) override {
-        log_.push_back("action " + std::to_string(id));
-    }
-    void OnKeyPressed(const Control&, KeyCode code) override {
-        log_.push_back("key " + std::to_string(static_cast<int>(code)));
-    }
-    void OnKeyReleased(const Control&, KeyCode) override { log_.push_back("key up"); }
-    void OnKeyLongPressed(const Control&, KeyCode) override {}
 };
 
 TEST_F(FocusTest, GoesRoundTheButtonsThatCouldBeTouched) {
@@ -109,27 +98,6 @@ TEST_F(FocusTest, GoesWithTheNextTouchTheBackgroundAndTheForm) {
     (void)frame_.SetCurrentForm(form_);
     Tab();
     EXPECT_EQ(Focused(), 0) << "no keys in the background";
-}
-
-TEST_F(FocusTest, BelongsToTheMessageBoxWhileThatWaits) {
-    AddNoted({0, 0, 80, 80}, 1);
-    Tab();
-    Base::EventLoop& loop = loop_.Loop();
-    loop.StartTimer(Base::EventClass::kSystem, std::chrono::milliseconds(10), [this] {
-        EXPECT_EQ(Focused(), 0);
-        EXPECT_FALSE(HasRing(0, 0));
-        input_.FocusNext(false);
-        EXPECT_NE(screen_.GetFocus(), nullptr) << "its button";
-        input_.Confirm();
-    });
-    loop.Post(Base::EventClass::kApplication, [this] {
-        Controls::MessageBox box;
-        ASSERT_EQ(box.Construct("", "text", Controls::MessageBoxStyle::kOk, 0), result::kSuccess);
-        (void)box.ShowAndWait();
-        log_.push_back("answered");
-    });
-    loop_.Pass(std::chrono::milliseconds(20));
-    EXPECT_EQ(log_, Log{"answered"});
 }
 
 }  // namespace

@@ -80,13 +80,6 @@ TEST_F(FormsTest, AFailingFormStaysItsCallers) {
     EXPECT_EQ(log_, Log{"initialized a"});
 }
 
-TEST_F(FormsTest, CurrentFormsAreChosenAmongThoseThatWereAdded) {
-    NotingForm stranger(log_, "stranger");
-    EXPECT_EQ(frame_.SetCurrentForm(nullptr), result::kInvalidArgument);
-    EXPECT_EQ(frame_.SetCurrentForm(&stranger), result::kObjectNotFound);
-    EXPECT_EQ(frame_.GetCurrentForm(), form_);
-}
-
 TEST_F(FormsTest, VisibleMeansCurrentAndInTheForeground) {
     auto* const area = AddArea({0, 0, 10, 10});
     NotingForm& other = AddForm("other");

@@ -14,7 +14,7 @@ constexpr Graphics::Point kRightKey{726, 446};
 constexpr Graphics::Point kBesideText{20, 446};  // still on the left key
 constexpr std::uint32_t kCream = 0xFAF5EA;
 
-class SoftkeyTest : public UiTest, public IActionEventListener, public IKeyEventListener {
+class SoftkeyTest : public NotingUiTest {
   protected:
     SoftkeyTest() {
         form_->AddKeyEventListener(*this);
@@ -28,36 +28,13 @@ class SoftkeyTest : public UiTest, public IActionEventListener, public IKeyEvent
     void Name(Controls::SoftkeyPosition position, const char* text) {
         EXPECT_EQ(form_->SetSoftkeyText(position, text), result::kSuccess);
     }
-    void Tap(Graphics::Point point) {
-        input_.Press(point);
-        input_.Release(point);
-        loop_.Settle();
-    }
     void Key(KeyCode code) {
         input_.KeyPress(code);
         input_.KeyRelease(code);
         loop_.Settle();
     }
     std::uint32_t LeftKeyColor() { return PixelAt(kBesideText.x, kBesideText.y); }
-
-    void OnActionPerformed(const Control&, int id) override {
-        log_.push_back("action " + std::to_string(id));
-    }
-    void OnKeyPressed(const Control&, KeyCode code) override {
-        log_.push_back("key " + std::to_string(static_cast<int>(code)));
-    }
-    void OnKeyReleased(const Control&, KeyCode) override { log_.push_back("key up"); }
-    void OnKeyLongPressed(const Control&, KeyCode) override {}
 };
-
-TEST_F(SoftkeyTest, AreForFormsOfThatStyleOnly) {
-    Controls::Form form;
-    EXPECT_EQ(form.Construct(1), result::kUnsupported);
-    EXPECT_EQ(form.Construct(0), result::kSuccess);
-    EXPECT_EQ(form.SetSoftkeyText(kLeft, "More"), result::kInvalidState);
-    EXPECT_EQ(form.SetSoftkeyActionId(kLeft, 1), result::kInvalidState);
-    EXPECT_EQ(form.AddSoftkeyActionListener(kLeft, *this), result::kInvalidState);
-}
 
 TEST_F(SoftkeyTest, AreThereWhileTheyHaveAText) {
     Tap(kLeftKey);

@@ -1,7 +1,6 @@
 // The web control over an engine that does what the test says.
 #include <functional>
 
-#include <osp/ui/controls/message_box.h>
 #include <osp/ui/controls/popup.h>
 #include <osp/ui/weak_control.h>
 #include <osp/web/controls/web.h>
@@ -13,9 +12,7 @@ namespace Osp::Web::Controls {
 namespace {
 
 using Log = std::vector<std::string>;
-using Ui::kGreen;
 
-constexpr std::uint32_t kSheetColor = 0xFAF5EA;
 constexpr std::uint32_t kBlankColor = 0xFFFFFF;
 
 class WebTest : public Ui::UiTest, public ILoadingListener, public IWebDownloadListener {
@@ -49,14 +46,6 @@ class WebTest : public Ui::UiTest, public ILoadingListener, public IWebDownloadL
     void Open() {
         EXPECT_EQ(web_->LoadUrl("https://a.example/x"), result::kSuccess);
         Settle();
-    }
-    /// A pixel of what lies above the view, or that there is no such picture.
-    std::uint32_t Above(int x, int y) {
-        (void)screen_.Compose();
-        const Graphics::Surface* const picture = screen_.GetOutsideViews().GetPictureAbove();
-        if (picture == nullptr) return 0xDEAD;
-        const auto* row = picture->Data() + std::ptrdiff_t{picture->StrideBytes()} * y;
-        return reinterpret_cast<const std::uint32_t*>(row)[x];
     }
     Ui::Controls::Form* AddForm() {
         auto* const form = new Ui::Controls::Form;
@@ -143,20 +132,6 @@ TEST_F(WebTest, ListenersHearFromTheLoopOfWhatIsLoadedNow) {
     EXPECT_EQ(engine_.decisions.back(), DecisionPolicy::kRender) << "nobody objects";
 }
 
-TEST_F(WebTest, AMessageBoxHoldsTheListenersUp) {
-    Open();
-    Ui::Controls::MessageBox box;
-    ASSERT_EQ(box.Construct("", "wait", Ui::Controls::MessageBoxStyle::kNone, 1000),
-              result::kSuccess);
-    loop_.Loop().Post(Base::EventClass::kApplication, [&] {
-        engine_.Finish("https://a.example/");
-        (void)box.ShowAndWait();
-        log_.push_back("answered");
-    });
-    loop_.Pass(std::chrono::seconds(2));
-    EXPECT_EQ(log_, (Log{"answered", "completed https://a.example/"}));
-}
-
 TEST_F(WebTest, EndsWithItsViewAlsoInTheMiddleOfACall) {
     Open();
     completed_ = [this] { EXPECT_EQ(form_->RemoveControl(*web_), result::kSuccess); };
@@ -185,17 +160,6 @@ TEST_F(WebTest, ClearEndsTheViewAndTheNextLoadMakesAnother) {
     EXPECT_EQ(engine_.TakeLoads(), Log{"back"});
 }
 
-TEST_F(WebTest, WithoutAnEngineItSaysWhyAndWhatToDo) {
-    engine_.whyNot = "The web engine is not installed.";
-    Open();
-    EXPECT_EQ(PixelAt(400, 200), kSheetColor);
-    EXPECT_NE(web_->GetName().IndexOf("is not installed"), -1);
-    EXPECT_TRUE(web_->GetUrl().IsEmpty());
-    LoadText("again");
-    Settle();
-    EXPECT_EQ(log_, Log{});
-}
-
 TEST_F(WebTest, TheViewIsWhereTheControlIsSeenAndRestsOtherwise) {
     Open();
     const auto place = [this] {
@@ -221,35 +185,16 @@ TEST_F(WebTest, TheViewIsWhereTheControlIsSeenAndRestsOtherwise) {
     EXPECT_EQ(screen_.GetTypedInto(), nullptr) << "a popup has the keys";
 }
 
-TEST_F(WebTest, WhatLiesAboveTheViewIsPaintedASecondTimeAndNothingElse) {
-    Open();
-    EXPECT_EQ(Above(50, 50), 0u) << "the control itself and what is below";
-    Ui::Area* const area = AddArea({40, 40, 100, 100}, kGreen);
-    EXPECT_EQ(Above(50, 50), 0xFF00FF00u);
-    EXPECT_EQ(Above(200, 200), 0u);
-    const unsigned paintings = screen_.GetOutsideViews().GetPaintings();
-    (void)screen_.Compose();
-    EXPECT_EQ(screen_.GetOutsideViews().GetPaintings(), paintings) << "nothing is damaged";
-    (void)area->SetShowState(false);
-    EXPECT_EQ(Above(50, 50), 0u);
-    web_->Clear();
-    EXPECT_EQ(Above(50, 50), 0xDEADu) << "no view, no picture";
-}
-
 TEST_F(WebTest, AFieldOfThePageHasTheScreensKeyboard) {
     Open();
-    AddArea({40, 400, 50, 50}, kGreen);
-    EXPECT_EQ(Above(50, 410), 0xFF00FF00u);
     engine_.Edit(true);
     Settle();
     EXPECT_TRUE(screen_.IsKeyboardShown());
-    EXPECT_EQ(Above(50, 410), 0u) << "the view is not there any more";
     EXPECT_EQ(engine_.log.back(), "place 0 0 800 316") << "above the keyboard";
     textInput_.Insert("a");
     textInput_.Delete(Ui::TextEditor::Step::kCharacterBefore);
     EXPECT_EQ(engine_.TakeLoads(), (Log{"url https://a.example/x", "insert a", "delete"}));
     textInput_.UseRealKeyboard();
-    EXPECT_FALSE(screen_.IsKeyboardShown());
     engine_.Edit(false);
     Settle();
     EXPECT_EQ(textInput_.GetOutsideTarget(), nullptr);
@@ -257,9 +202,6 @@ TEST_F(WebTest, AFieldOfThePageHasTheScreensKeyboard) {
     loop_.Settle();
     EXPECT_EQ(textInput_.GetOutsideTarget(), web_);
     EXPECT_FALSE(screen_.IsKeyboardShown()) << "the real one is still in use";
-    engine_.Edit(true, true);
-    loop_.Settle();
-    EXPECT_TRUE(screen_.IsKeyboardShown()) << "but a finger wants the screen's";
     web_->Clear();
     textInput_.Insert("nobody hears it");
     EXPECT_EQ(engine_.TakeLoads(), Log{"end"});

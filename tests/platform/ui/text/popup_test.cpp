@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 using Base::EventClass;
 using Log = std::vector<std::string>;
 
-class PopupTest : public TextTest, public IActionEventListener, public IKeyEventListener {
+class PopupTest : public TextTest {
   protected:
     PopupTest() {
         AddArea({0, 0, 800, 480}, kGreen);
@@ -26,7 +26,6 @@ class PopupTest : public TextTest, public IActionEventListener, public IKeyEvent
         log_.push_back(key == KeyCode::kBack ? "back" : "key");
     }
     void OnKeyReleased(const Control&, KeyCode) override {}
-    void OnKeyLongPressed(const Control&, KeyCode) override {}
 
     Controls::Button* below_;
 };
@@ -126,23 +125,6 @@ TEST_F(PopupTest, AFingerPlacesTheCaretSelectsWordsAndScrolls) {
     textInput_.Move(CaretMove::kLineAbove, false);
     textInput_.Move(CaretMove::kLineStart, true);
     EXPECT_EQ(textInput_.GetSelection(), "7");
-}
-
-TEST_F(PopupTest, ShowsWhatIsBeingComposedWithoutTakingItForText) {
-    Open();
-    (void)area_->SetText("ab");
-    const int before = textInput_.GetCaret().x;
-    textInput_.SetComposition("xyz", 3);
-    EXPECT_EQ(Text(), "ab");
-    EXPECT_GT(textInput_.GetCaret().x, before);
-    textInput_.Insert("c");
-    EXPECT_EQ(Text(), "abc");
-    textInput_.SetComposition("x", 1);
-    textInput_.SetComposition("", 0);
-    EXPECT_EQ(Text(), "abc");
-    EXPECT_EQ(area_->SetLimitLength(-1), result::kInvalidArgument);
-    EXPECT_EQ(Controls::EditArea().SetText("x"), result::kInvalidState);
-    EXPECT_EQ(Controls::Popup().Construct("", {801, 10}), result::kInvalidArgument);
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 
 namespace Osp::Ui {
 
-class TextTest : public UiTest {
+class TextTest : public NotingUiTest {
   protected:
     TextTest() {
         EXPECT_EQ(popup_->Construct("Enter message", {480, 310}), result::kSuccess);
@@ -21,11 +21,6 @@ class TextTest : public UiTest {
     }
 
     void Open() { EXPECT_EQ(popup_->SetShowState(true), result::kSuccess); }
-    void Tap(Graphics::Point position) {
-        input_.Press(position);
-        input_.Release(position);
-        loop_.Settle();
-    }
     /// Keys of the screen's keyboard, by the middle of what is seen.
     static constexpr Graphics::Point kQ{40, 338}, kO{680, 338}, kA{80, 378}, kShift{60, 418},
         kDelete{740, 418}, kPage{60, 458}, kHide{640, 458}, kEnter{740, 458};
