@@ -81,5 +81,14 @@ TEST_F(ContactSheetTest, HasACaptionUnderEveryFrame) {
     }
 }
 
+TEST_F(ContactSheetTest, FitsPicturesOfEveryShape) {
+    for (const auto& [width, height] : {std::pair{4000, 3}, {480, 800}}) {
+        EXPECT_EQ(Sheet(Picture(width, height, 9)).width,
+                  SheetLayout({width, height}).Sheet().width);
+    }
+    EXPECT_EQ(Sheet(Picture(160, 120, 9), {"--secondary"}).height,
+              SheetLayout({120, 160}).Sheet().height);
+}
+
 }  // namespace
 }  // namespace Kivo::Testing

@@ -150,6 +150,16 @@ TEST_F(RegistryTest, WhatIsNoFileIsSetAsideAndNotWaitedFor) {
     EXPECT_TRUE(std::filesystem::exists(folder_ / "a folder.damaged-1/inner"));
 }
 
+TEST_F(RegistryTest, OneOfANewerVersionIsLeftAlone) {
+    const std::string newer = "[Registry]\nVersion=2\nShape=another\n[Texts]\nCAM_TYPE=2\n";
+    WriteText(path_, newer);
+    auto [file, registry] = Settings(path_);
+    EXPECT_TRUE(file.IsNewer());
+    EXPECT_EQ(registry.Add("CAM_TYPE", "3"), result::kSuccess) << "it holds nothing";
+    EXPECT_EQ(file.SaveUnsaved(), result::kPermissionDenied);
+    EXPECT_EQ(ReadText(path_), newer);
+}
+
 TEST_F(RegistryTest, AFailedSaveKeepsTheFileAndTheChanges) {
     Fill();
     Testing::InOwnProcess([&] {

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -134,6 +135,17 @@ TEST_F(HttpTest, UploadIsAskedForPartByPart) {
     EXPECT_EQ(exchange.body, "head" + std::string(40000, 'x') + "foot\r\n");
 }
 
+TEST_F(HttpTest, ReportsOfWritingEndWithTheAnswer) {
+    HttpTransaction& transaction = OpenUpload("100");
+    ASSERT_EQ(Write(transaction, "head"), result::kSuccess);
+    ASSERT_EQ(transaction.Submit(), result::kSuccess);
+    transport_.Last().Take(100);
+    transport_.Last().Answer(413);
+    EXPECT_EQ(Settled(), Calls{"completed"});
+    EXPECT_EQ(Write(transaction, "x"), result::kInvalidState);
+    EXPECT_EQ(transport_.Last().client, nullptr);
+}
+
 TEST_F(HttpTest, LengthThatIsNoneOrNotThatOfTheBodyIsRefused) {
     const struct {
         const char* length;
@@ -160,6 +172,30 @@ TEST_F(HttpTest, LengthThatIsNoneOrNotThatOfTheBodyIsRefused) {
     ASSERT_EQ(Write(withBody, "ab"), result::kSuccess);
     EXPECT_EQ(withBody.Submit(), result::kInvalidArgument);
     EXPECT_EQ(transport_.exchanges.size(), 4U);
+}
+
+TEST_F(HttpTest, EverythingMayBeDeletedInsideEveryReport) {
+    const std::map<std::string, std::function<void()>> lives{
+        {"write", [this] { transport_.Last().Take(100); }},
+        {"read", [this] { transport_.Last().Answer(200, "body"); }},
+        {"completed", [this] { transport_.Last().Answer(200); }},
+        {"aborted", [this] { transport_.Last().Fail(result::kIo); }},
+    };
+    for (const auto& [report, bringAbout] : lives) {
+        for (const bool isSession : {false, true}) {
+            heard_.calls.clear();
+            heard_.then = [&](const std::string&, HttpSession&, HttpTransaction& transaction) {
+                if (!isSession) delete &transaction;
+                if (isSession) session_ = nullptr;
+            };
+            HttpTransaction& transaction = OpenUpload("100");
+            ASSERT_EQ(Write(transaction, "head"), result::kSuccess);
+            ASSERT_EQ(transaction.Submit(), result::kSuccess);
+            bringAbout();
+            EXPECT_EQ(Settled(), Calls{report});
+            EXPECT_EQ(transport_.Last().client, nullptr);
+        }
+    }
 }
 
 TEST_F(HttpTest, DeletingCancelsWithoutAReport) {
