@@ -60,7 +60,7 @@ class Service:
 
     def _ask(self, request):
         self._session(request)
-        return Answer(body=forms.log_in_page("Log in", "/login.php", []))
+        return Answer(body=forms.log_in_page("Let the camera send photographs?", "/login.php", []))
 
     def _decide(self, request):
         self.sessions.discard(self._session(request))
