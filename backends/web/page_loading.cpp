@@ -16,6 +16,7 @@ namespace Osp::Web {
 
 namespace {
 
+constexpr int kMostTries = 3;
 constexpr const char* kCannotBeShown = "This page cannot be shown";
 constexpr unsigned kFirstFailingStatus = 400;
 constexpr unsigned kStatusesWithoutAPage[] = {204, 205};
@@ -105,6 +106,7 @@ void PageView::BeginLoad() {
     awaitsStart_ = true;
     isThere_ = false;
     ownUrl_.clear();
+    triesLeft_ = kMostTries;
     awaitsDownload_ = false;
     isOwn_ = false;
     showsFailure_ = false;
@@ -209,6 +211,10 @@ void PageView::OnLoadChanged(WebKitLoadEvent event) {
 
 void PageView::OnLoadFailed(const char* url, const GError* error) {
     if (IsOnPurpose(error)) return;
+    // A certificate that has to be looked at may pass for a load that was cancelled: asking again
+    // tells. What is given up on purpose has another error.
+    const bool isCancelled = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED);
+    if (isCancelled && triesLeft_-- > 0) return webkit_web_view_load_uri(view_.get(), url);
     ShowFailure(url, kCannotBeShown, HostOf(url) + ": " + error->message + ".", true);
 }
 

@@ -72,6 +72,7 @@ class PageView : public WebView {
     // What happens to the page, as far as it is to be told.
     bool awaitsStart_ = false;     // what is heard before is of an earlier load
     std::string ownUrl_;           // of the page that was given last, until one is to be fetched
+    int triesLeft_ = 0;            // of a fetch that seems to be cancelled
     bool awaitsDownload_ = false;  // the next is the answer to hand over
     bool isOwn_ = false;           // given, not fetched, until it is there
     bool isThere_ = false;         // and has not failed since
