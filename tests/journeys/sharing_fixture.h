@@ -171,7 +171,7 @@ class SharingJourney : public testing::Test {
     }
     void TypeOnScreen(const std::string& text) {
         const Json screen = Ask("screen");
-        for (const char c : text) TouchKey(screen, {1, c});
+        for (const char c : text) TouchKey(screen, std::string(1, c));
     }
     /// Of `screen`, by the word on it.
     void TouchKey(const Json& screen, const std::string& word) {

@@ -81,7 +81,7 @@ class SharingTest : public SharingJourney, public testing::WithParamInterface<Sh
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Places, SharingTest, testing::Values(kTwitter),
+INSTANTIATE_TEST_SUITE_P(Places, SharingTest, testing::Values(kTwitter, kFacebook),
                          [](const auto& info) { return std::string(info.param.name); });
 
 // What is given up first, so that nothing of it may be left to the sign-in that follows.
