@@ -119,6 +119,7 @@ TEST_P(SharingTest, IsSignedInToOnceAndSharedWithTwice) {
     } else {
         TypeOnScreen("me");
         Touch(kPasswordField);
+        Do("wait 500");  // until what is typed goes there
         TypeOnScreen("hunter");
     }
     Touch(kAllowButton);
