@@ -98,6 +98,7 @@ TEST_F(AlbumTest, TurnsOverTellsDeletesAndGoesBackToTheCamera) {
     EXPECT_EQ(phone_->PhotoList().size(), 2u);
     phone_->Do({"key left", "wait 20", Press(kTrashButton), "wait 150", Release(kTrashButton)});
     EXPECT_EQ(Seen(), "KIVO0000.jpg, 1 / 2") << "no press counts that comes during a slide";
+    EXPECT_TRUE(phone_->Button(kActionDelete).is_null()) << "nor opens its sheet";
     phone_->Do({"key tab", "key tab", "key tab", "key tab", "key enter", "expect text Delete",
                 "key back"});
     LeaveForm(*phone_);
